@@ -1,0 +1,48 @@
+#include "Common/ComScope.h"
+
+#include "Common/Debugger.h"
+#include "Common/Logger.h"
+
+#include <windows.h>
+
+#include <atomic>
+#include <objbase.h>
+
+namespace Zuvan::Lumeq::Common {
+
+namespace {
+
+constinit std::atomic<std::int32_t> comInitCount{0};
+constinit std::atomic<std::int32_t> comUninitCount{0};
+
+void LogBalance(SeverityLevel level, const wchar_t* what, const std::wstring& functionName) {
+    LogMessage(level, L"Common\\ComScope", __LINE__, nullptr, L"%s t=%d, init=%d, deinit=%d, f=%s", what,
+               GetCurrentThreadId(), comInitCount.load(), comUninitCount.load(), functionName.c_str());
+}
+
+HRESULT InitializeApartment() { return CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED); }
+
+} // namespace
+
+std::int32_t ComInitCounted(const std::wstring& functionName) {
+    ++comInitCount;
+    LogBalance(SeverityLevel::DEBUG, L"Init", functionName);
+    HRESULT result = InitializeApartment();
+    if (result == RPC_E_CHANGED_MODE) {
+        // Somebody left this thread in a multithreaded apartment: undoing that here is the agreed repair, and
+        // the break marks it for developers.
+        LogBalance(SeverityLevel::WARNING, L"Unbalanced COM initialization", functionName);
+        CoUninitialize();
+        result = InitializeApartment();
+        BreakIfDebugged();
+    }
+    return result;
+}
+
+void ComUninitCounted(const std::wstring& functionName) {
+    ++comUninitCount;
+    LogBalance(SeverityLevel::DEBUG, L"Uninit", functionName);
+    CoUninitialize();
+}
+
+} // namespace Zuvan::Lumeq::Common

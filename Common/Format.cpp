@@ -1,0 +1,26 @@
+#include "Common/Format.h"
+
+#include <cwchar>
+
+namespace Zuvan::Lumeq::Common {
+
+FormattedText FormatBounded(std::size_t capacity, const wchar_t* format, std::va_list arguments) {
+    std::wstring buffer(capacity, L'\0');
+    // No terminator is written when the text fills the buffer or does not fit, and nothing says how far a
+    // failed conversion came: the zeros do.
+    const int length = _vsnwprintf(buffer.data(), capacity, format, arguments);
+    const bool truncated = length < 0 || static_cast<std::size_t>(length) >= capacity;
+    buffer.back() = L'\0';
+    buffer.resize(std::wcslen(buffer.c_str()));
+    return {std::move(buffer), truncated};
+}
+
+FormattedText FormatBounded(std::size_t capacity, const wchar_t* format, ...) {
+    std::va_list arguments;
+    va_start(arguments, format);
+    FormattedText result = FormatBounded(capacity, format, arguments);
+    va_end(arguments);
+    return result;
+}
+
+} // namespace Zuvan::Lumeq::Common

@@ -1,0 +1,66 @@
+#include "Common/LogLine.h"
+
+#include "Common/Format.h"
+
+#include <ctime>
+#include <iomanip>
+#include <sstream>
+
+namespace Zuvan::Lumeq::Common {
+
+namespace {
+
+void ReplaceAll(std::wstring& text, wchar_t unit, const wchar_t* replacement) {
+    for (std::size_t at = text.find(unit); at != std::wstring::npos; at = text.find(unit, at))
+        text.replace(at, 1, replacement);
+}
+
+} // namespace
+
+std::wstring SeverityText(SeverityLevel level) {
+    switch (level) {
+    case SeverityLevel::DATA:
+        return L"DATA";
+    case SeverityLevel::ERROR:
+        return L"ERROR";
+    case SeverityLevel::WARNING:
+        return L"WARNING";
+    case SeverityLevel::TRACE:
+        return L"TRACE";
+    case SeverityLevel::DEBUG:
+        return L"DEBUG";
+    }
+    return L"[Undefined SeverityLevel value: " + std::to_wstring(static_cast<std::int32_t>(level)) + L"]";
+}
+
+std::wstring LogTimestamp(std::int64_t epochMilliseconds) {
+    const __time64_t seconds = epochMilliseconds / 1000;
+    std::tm utc{};
+    _gmtime64_s(&utc, &seconds);
+    // Readers of the log expect the UTC hour plus one, 01 to 24, in spite of the Z.
+    return FormatBounded(64, L"%.4d-%.2d-%.2dT%.2d:%.2d:%.2d.%.3dZ", utc.tm_year + 1900, utc.tm_mon + 1,
+                         utc.tm_mday, utc.tm_hour + 1, utc.tm_min, utc.tm_sec,
+                         static_cast<int>(epochMilliseconds % 1000))
+        .text;
+}
+
+std::wstring LogLine(std::int64_t epochMilliseconds, SeverityLevel level, std::uint32_t threadId,
+                     const std::wstring& functionName, const std::wstring& message) {
+    std::wostringstream line;
+    // The thread number stays left-aligned like the severity before it, so its zeros stand to the right of
+    // the digits; readers of the log expect that.
+    line << LogTimestamp(epochMilliseconds) << L' ' << std::left << std::setw(8) << SeverityText(level)
+         << L"0x" << std::hex << std::setw(8) << std::setfill(L'0') << threadId;
+    if (functionName.empty())
+        line << L" | ";
+    else
+        line << L" | <" << functionName << L"> ";
+    line << message;
+
+    std::wstring text = line.str();
+    ReplaceAll(text, L'\n', L"\\n");
+    ReplaceAll(text, L'\r', L"\\r");
+    return text;
+}
+
+} // namespace Zuvan::Lumeq::Common

@@ -1,0 +1,192 @@
+#include "Common/Logger.h"
+
+#include "Common/Clock.h"
+#include "Common/Debugger.h"
+#include "Common/LogPolicy.h"
+#include "Common/SystemHandles.h"
+#include "Common/Utf.h"
+
+#include <windows.h>
+
+#include <atomic>
+#include <cstdio>
+#include <filesystem>
+#include <fstream>
+#include <memory>
+#include <shlobj.h>
+#include <shlwapi.h>
+
+namespace Zuvan::Lumeq::Common {
+
+namespace {
+
+constexpr wchar_t InitializationFailed[] = L"ERROR: Logger failed to initialize: ";
+constexpr wchar_t WritingFailed[] = L"ERROR: Unable to write log information to file: ";
+constexpr wchar_t MutexName[] = L"Global\\LumeqLoggingMutex";
+constexpr DWORD MutexWaitMilliseconds = 1000;
+constexpr std::size_t MessageCapacity = 4096; // wide characters, terminator included
+constexpr wchar_t TruncationMark[] = L"<TRUNCATED>";
+
+struct LogPaths {
+    std::wstring error;
+    std::wstring data;
+    std::wstring log;
+};
+
+// Set once and then only read. Two threads may find them at the same time: the first to store them wins.
+std::atomic<std::shared_ptr<const LogPaths>> logPaths;
+constinit std::atomic<bool> logFilesReady{false};
+constinit std::atomic<bool> loggingEnabled{false};
+constinit std::atomic<SeverityLevel> verbosity{SeverityLevel::ERROR};
+constexpr bool ConsoleEcho = false;
+constinit std::atomic<DWORD> firstUseDeferredBy{0};
+
+std::wstring JoinPath(const wchar_t* folder, const wchar_t* name) {
+    wchar_t path[MAX_PATH + 1] = {};
+    PathCombineW(path, folder, name);
+    return path;
+}
+
+/// False if there is no folder to log in.
+bool FindLogFiles() {
+    wchar_t temporary[MAX_PATH + 1] = {};
+    GetTempPathW(MAX_PATH + 1, temporary);
+    const std::wstring folder = JoinPath(temporary, L"Zuvan\\LUMEQ");
+    if (!PathIsDirectoryW(folder.c_str()) &&
+        SHCreateDirectoryExW(nullptr, folder.c_str(), nullptr) != ERROR_SUCCESS)
+        return false;
+    auto paths = std::make_shared<LogPaths>();
+    paths->error = JoinPath(folder.c_str(), L"Lumeq.Error.txt");
+    paths->data = JoinPath(folder.c_str(), L"Lumeq.Data.txt");
+    paths->log = JoinPath(folder.c_str(), L"Lumeq.Log.txt");
+    logPaths = std::move(paths);
+    return true;
+}
+
+void RunFirstUse() {
+    try {
+        if (!FindLogFiles())
+            return;
+        // From here on a line written meanwhile is dropped, since logging is not enabled yet: the policy
+        // reads the settings, which may have something to log.
+        logFilesReady = true;
+        LoadLogSettings();
+    } catch (const std::exception& failure) {
+        ReportToDebugger(InitializationFailed, failure.what());
+    } catch (...) {
+        ReportToDebugger(InitializationFailed, "???");
+    }
+}
+
+bool Passes(SeverityLevel level) noexcept {
+    return loggingEnabled && (level <= verbosity.load() || level == SeverityLevel::DATA);
+}
+
+const std::wstring& TargetPath(const LogPaths& paths, SeverityLevel level) {
+    switch (level) {
+    case SeverityLevel::DATA:
+        return paths.data;
+    case SeverityLevel::ERROR:
+        return paths.error;
+    default:
+        return paths.log;
+    }
+}
+
+/// A file that cannot be opened or written loses the line without a word.
+void AppendLine(const std::wstring& path, const std::string& line) {
+    std::ofstream file(std::filesystem::path(path), std::ios::out | std::ios::app);
+    if (file)
+        file << line << std::endl;
+}
+
+void WriteToFiles(const LogPaths& paths, SeverityLevel level, const std::string& line,
+                  const std::wstring& message) {
+    const std::wstring& target = TargetPath(paths, level);
+    AppendLine(target, line);
+    if (target != paths.log)
+        AppendLine(paths.log, line);
+    if (ConsoleEcho && level != SeverityLevel::DATA)
+        _putws((message + L"\n").c_str());
+}
+
+void WriteSerialized(const LogPaths& paths, SeverityLevel level, const std::string& line,
+                     const std::wstring& message) {
+    UniqueKernelObject mutex(CreateMutexW(nullptr, FALSE, MutexName));
+    if (WaitForSingleObject(mutex.Get(), MutexWaitMilliseconds) != WAIT_OBJECT_0) {
+        OutputDebugStringW(L"ERROR: Logger mutex timed out!\n");
+        BreakIfDebugged();
+        // Left open: whoever holds the mutex, or died with it, keeps its object alive for the next to find.
+        static_cast<void>(mutex.Release());
+        return;
+    }
+    try {
+        WriteToFiles(paths, level, line, message);
+    } catch (const std::exception& failure) {
+        ReportToDebugger(WritingFailed, failure.what());
+    } catch (...) {
+        ReportToDebugger(WritingFailed, "???");
+    }
+    ReleaseMutex(mutex.Get());
+}
+
+std::wstring MessageText(const wchar_t* format, std::va_list arguments) {
+    FormattedText message = FormatBounded(MessageCapacity, format, arguments);
+    constexpr std::size_t kept = MessageCapacity - std::size(TruncationMark);
+    if (message.truncated && message.text.size() > kept)
+        message.text.replace(kept, std::wstring::npos, TruncationMark);
+    return std::move(message.text);
+}
+
+} // namespace
+
+void LogMessage(SeverityLevel level, const wchar_t* /*sourceFile*/, int /*sourceLine*/,
+                const wchar_t* functionName, const wchar_t* format, ...) {
+    if (!IsLogged(level))
+        return;
+    std::va_list arguments;
+    va_start(arguments, format);
+    try {
+        const std::wstring message = MessageText(format, arguments);
+        if (!logFilesReady && firstUseDeferredBy != GetCurrentThreadId())
+            RunFirstUse();
+        WriteLogLine(level, functionName ? functionName : L"", message);
+    } catch (const std::exception& failure) {
+        ReportToDebugger(WritingFailed, failure.what());
+    } catch (...) {
+        ReportToDebugger(WritingFailed, "???");
+    }
+    va_end(arguments);
+}
+
+bool IsLogged(SeverityLevel level) noexcept { return !logFilesReady || Passes(level); }
+
+void WriteLogLine(SeverityLevel level, const std::wstring& functionName, const std::wstring& message) {
+    if (!Passes(level))
+        return;
+    const std::string line =
+        ToUtf8Lossy(LogLine(UtcMilliseconds(), level, GetCurrentThreadId(), functionName, message));
+    if (const std::shared_ptr<const LogPaths> paths = logPaths)
+        WriteSerialized(*paths, level, line, message);
+}
+
+FirstUseDeferral::FirstUseDeferral() noexcept { firstUseDeferredBy = GetCurrentThreadId(); }
+FirstUseDeferral::~FirstUseDeferral() { firstUseDeferredBy = 0; }
+
+void EnableLogging(bool enabled) noexcept { loggingEnabled = enabled; }
+void SetVerbosity(SeverityLevel level) noexcept { verbosity = level; }
+SeverityLevel Verbosity() noexcept { return verbosity; }
+
+ScopedDurationLog::~ScopedDurationLog() {
+    LogMessage(SeverityLevel::DEBUG, L"Common\\Logger", __LINE__, nullptr, L"%s took %d ms", _label.c_str(),
+               ElapsedTicks(_startTicks, GetTickCount()));
+}
+
+void ScopedDurationLog::Start() {
+    _label = DurationLabel(_label);
+    _startTicks = GetTickCount();
+}
+
+std::wstring DurationLabel(const std::wstring& format) { return format.substr(0, format.find(L'(')); }
+
+} // namespace Zuvan::Lumeq::Common

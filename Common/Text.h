@@ -1,0 +1,27 @@
+// Small pure functions on texts.
+#pragma once
+
+#include <cstdint>
+#include <span>
+#include <string>
+
+namespace Zuvan::Lumeq::Common {
+
+/// Standard alphabet, padded, no line breaks.
+std::wstring Base64Encode(std::span<const std::uint8_t> bytes);
+
+/// Base64 of the UTF-8 form. Throws std::range_error for an unpaired surrogate.
+std::wstring Base64EncodeUtf8(const std::wstring& text);
+
+/// Rotates the ASCII letters by 13 places, so that applying it twice gives the text back. Throws
+/// std::range_error for an unpaired surrogate.
+std::wstring Rot13Wide(std::wstring text);
+
+/// True for an empty text and for one of white space only, by the classic locale.
+bool IsBlank(const std::wstring& text);
+
+/// Lower or upper case of the whole text, unit by unit, by the runtime's towlower and towupper.
+std::wstring ToLower(std::wstring text);
+std::wstring ToUpper(std::wstring text);
+
+} // namespace Zuvan::Lumeq::Common

@@ -1,0 +1,34 @@
+# What every target of our own is compiled with, and what can be chosen at configure time.
+option(LUMEQ_DEVELOPMENT "Build the sample host, the companion stand-in and the tools" ON)
+option(LUMEQ_TESTS "Build the tests" ON)
+option(LUMEQ_BENCHMARKS "Build the benchmark" OFF)
+option(LUMEQ_CHECKED "Build with undefined-behaviour traps and the standard library's assertions" OFF)
+
+if(MSVC)
+  set(LUMEQ_STANDARD_LIBRARY MSVC_STL)
+else()
+  set(LUMEQ_STANDARD_LIBRARY LIBSTDCXX)
+endif()
+
+if(NOT CMAKE_BUILD_TYPE AND NOT CMAKE_CONFIGURATION_TYPES)
+  set(CMAKE_BUILD_TYPE Release CACHE STRING "" FORCE)
+endif()
+set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
+
+add_library(lumeq_options INTERFACE)
+target_compile_features(lumeq_options INTERFACE cxx_std_20)
+target_compile_definitions(
+  lumeq_options INTERFACE UNICODE _UNICODE NOMINMAX NOGDI WIN32_LEAN_AND_MEAN _WIN32_WINNT=0x0601
+                          $<$<BOOL:${MSVC}>:_SILENCE_CXX17_CODECVT_HEADER_DEPRECATION_WARNING>)
+if(MSVC)
+  target_compile_options(lumeq_options INTERFACE /W4 /WX /utf-8 /permissive-)
+else()
+  target_compile_options(
+    lumeq_options INTERFACE -Wall -Wextra -Werror -fstack-protector-strong
+                            $<$<NOT:$<CONFIG:Debug>>:-U_FORTIFY_SOURCE;-D_FORTIFY_SOURCE=2>)
+  target_link_options(lumeq_options INTERFACE -fstack-protector-strong -Wl,--no-insert-timestamp)
+  if(LUMEQ_CHECKED)
+    target_compile_options(lumeq_options INTERFACE -fsanitize=undefined -fsanitize-undefined-trap-on-error)
+    target_compile_definitions(lumeq_options INTERFACE _GLIBCXX_ASSERTIONS)
+  endif()
+endif()

@@ -1,0 +1,26 @@
+// Stands in for a debugger inside the process: Wine cannot unwind C++ exceptions while a real one is
+// attached.
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace Zuvan::Lumeq::Testing {
+
+/// While it lives, IsDebuggerPresent() is true, every break is counted and stepped over, and what goes to the
+/// debugger channel is kept. One at a time.
+class DebuggerStandIn {
+public:
+    DebuggerStandIn();
+    ~DebuggerStandIn();
+    DebuggerStandIn(const DebuggerStandIn&) = delete;
+    DebuggerStandIn& operator=(const DebuggerStandIn&) = delete;
+
+    int Breaks() const;
+    /// All texts in order, wide ones as the system narrows them.
+    std::vector<std::string> Texts() const;
+    /// The same joined.
+    std::string Output() const;
+};
+
+} // namespace Zuvan::Lumeq::Testing
