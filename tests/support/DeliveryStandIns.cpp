@@ -53,6 +53,11 @@ std::vector<std::wstring> CompanionCalls() {
     return *Common::FindFunction<ScriptedCompanionCallsFunction>(library, "ScriptedCompanion_Calls")();
 }
 
+void FreeCompanion() {
+    if (const HMODULE library = GetModuleHandleW(L"LumeqShim.Managed.dll"))
+        FreeLibrary(library);
+}
+
 const std::filesystem::path& TestProgramFolder() { return programFolder; }
 
 } // namespace Zuvan::Lumeq::Testing

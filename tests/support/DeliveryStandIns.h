@@ -1,5 +1,5 @@
 // Puts the stand-ins of what delivery loads where the code under test finds them: the fake mscoree.dll and
-// the scripted companion library. Both are loaded for good, so they serve one test per process.
+// the scripted companion library. The code under test keeps both, so they serve one test per process.
 #pragma once
 
 #include "support/fake_mscoree/FakeMscoree.h"
@@ -30,6 +30,9 @@ void LetCompanionRaise(const wchar_t* kind);
 
 /// The calls that reached the companion library; none if it is not loaded.
 std::vector<std::wstring> CompanionCalls();
+
+/// Frees the companion library, so that its file can be removed. The last thing of a test.
+void FreeCompanion();
 
 /// The folder of this test program's own files, whatever the executable seems to be.
 const std::filesystem::path& TestProgramFolder();
