@@ -20,23 +20,20 @@ Common::UniqueRegistryKey MakeKey(HKEY root, const std::wstring& path) {
     return key;
 }
 
-std::filesystem::path ExecutablePath() {
-    wchar_t path[32768] = {};
-    GetModuleFileNameW(nullptr, path, static_cast<DWORD>(std::size(path)));
-    return path;
-}
-
 } // namespace
 
 IsolatedMachine::IsolatedMachine() {
     const std::wstring id = std::to_wstring(GetCurrentProcessId());
     _registryPath = L"Software\\LumeqTest\\" + id;
-    _folder = ExecutablePath().parent_path() / "isolated" / id;
+    const std::filesystem::path executable = ExecutablePath();
+    _folder = executable.parent_path() / "isolated" / id;
     _temporary = _folder / "Temp";
     _programData = _folder / "ProgramData";
+    _host = _folder / "Host";
     std::filesystem::remove_all(_folder);
-    std::filesystem::create_directories(_temporary);
-    std::filesystem::create_directories(_programData);
+    for (const std::filesystem::path& folder : {_temporary, _programData, _host})
+        std::filesystem::create_directories(folder);
+    _executable.emplace(_host / executable.filename());
 
     RegDeleteTreeW(HKEY_CURRENT_USER, _registryPath.c_str());
     const Common::UniqueRegistryKey user = MakeKey(HKEY_CURRENT_USER, _registryPath + L"\\User");
@@ -52,6 +49,7 @@ IsolatedMachine::IsolatedMachine() {
 }
 
 IsolatedMachine::~IsolatedMachine() {
+    _executable.reset();
     RegOverridePredefKey(HKEY_CURRENT_USER, nullptr);
     RegOverridePredefKey(HKEY_LOCAL_MACHINE, nullptr);
     RegDeleteTreeW(HKEY_CURRENT_USER, _registryPath.c_str());
@@ -65,6 +63,10 @@ std::filesystem::path IsolatedMachine::LocalSettingsFile() const {
 
 std::filesystem::path IsolatedMachine::FactorySettingsFile() {
     return ExecutablePath().replace_extension(L".LumeqConfig.xml");
+}
+
+void IsolatedMachine::WriteFactorySettings(const std::string& settings) {
+    WriteFile(FactorySettingsFile(), "<LumeqConfig version=\"4.0\">" + settings + "</LumeqConfig>");
 }
 
 void IsolatedMachine::SetDword(HKEY root, const std::wstring& subKey, const std::wstring& name, DWORD value) {

@@ -1,15 +1,19 @@
-// A machine of the test's own: registry, common application data and temporary folder of this process.
+// A machine of the test's own: registry, common application data, temporary folder and host folder of this
+// process.
 #pragma once
 
 #include "Common/SystemHandles.h"
+#include "support/HostExecutable.h"
 
 #include <filesystem>
+#include <optional>
 #include <string>
 
 namespace Zuvan::Lumeq::Testing {
 
 /// While it lives, HKEY_CURRENT_USER and HKEY_LOCAL_MACHINE are empty keys of this process, and the folders
-/// below are empty and new. Everything is removed at the end. One at a time.
+/// below are empty and new; the executable seems to be in one of them. Everything is removed at the end. One
+/// at a time.
 class IsolatedMachine {
 public:
     IsolatedMachine();
@@ -25,8 +29,15 @@ public:
     std::filesystem::path LogFolder() const { return _temporary / "Zuvan" / "LUMEQ"; }
     /// Where the local settings file is without a subfolder; made by the library.
     std::filesystem::path LocalSettingsFile() const;
-    /// Where the factory settings file of this test program is looked for first.
+    /// Where the executable seems to be, under its own name.
+    const std::filesystem::path& HostFolder() const { return _host; }
+    /// Where the factory settings file of this test program is looked for first. There is none at first, and
+    /// without one nothing is logged and the settings cannot be loaded.
     static std::filesystem::path FactorySettingsFile();
+    /// Writes that file with `settings` as its elements, by default such that all is logged.
+    void WriteFactorySettings(const std::string& settings = "<Log>on</Log><LogLevel>debug</LogLevel>");
+    /// The log file that has the lines of every severity.
+    std::filesystem::path LogFile() const { return LogFolder() / "Lumeq.Log.txt"; }
 
     void SetDword(HKEY root, const std::wstring& subKey, const std::wstring& name, DWORD value);
     void SetText(HKEY root, const std::wstring& subKey, const std::wstring& name, const std::wstring& value);
@@ -39,6 +50,8 @@ private:
     std::filesystem::path _folder;
     std::filesystem::path _temporary;
     std::filesystem::path _programData;
+    std::filesystem::path _host;
+    std::optional<HostExecutable> _executable;
 };
 
 /// The whole of a file, byte for byte; empty if there is none.
