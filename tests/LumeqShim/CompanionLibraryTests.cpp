@@ -137,6 +137,19 @@ TEST_F(CompanionLibrary, PlantedInTheCurrentFolderIsNotLoaded) {
     std::filesystem::current_path(current);
 }
 
+TEST_F(CompanionLibrary, PlantedIsNotLoadedIfTheHostsPlaceIsNotKnown) {
+    const path planted = machine.TemporaryFolder() / "planted";
+    PlaceCompanion(planted);
+    const path current = std::filesystem::current_path();
+    std::filesystem::current_path(planted);
+    {
+        const HostExecutable host("");
+        EXPECT_EQ(FailureToFind("FlushInternal"), NotFoundAt(FileName));
+    }
+    EXPECT_FALSE(IsLoaded());
+    std::filesystem::current_path(current);
+}
+
 TEST_F(CompanionLibrary, PlantedOnThePathIsNotLoaded) {
     const path planted = machine.TemporaryFolder() / "planted";
     PlaceCompanion(planted);

@@ -2,6 +2,7 @@
 
 #include "LumeqShim/BasicOptIn.h"
 #include "support/DeliveryStandIns.h"
+#include "support/FailingAllocation.h"
 #include "support/IsolatedMachine.h"
 #include "support/LogLines.h"
 
@@ -13,6 +14,7 @@ namespace Zuvan::LumeqShim {
 namespace {
 
 using Lumeq::Testing::CompanionCalls;
+using Lumeq::Testing::FailingAllocation;
 using Lumeq::Testing::LetCompanionRaise;
 using Lumeq::Testing::LogMessages;
 using Lumeq::Testing::PlaceCompanion;
@@ -104,6 +106,7 @@ using ManagedRoad = DeliveryTest;
 using BasicRoad = DeliveryTest;
 using TrackingGate = DeliveryTest;
 using MissingCompanion = DeliveryTest;
+using FailedAllocation = DeliveryTest;
 
 class Routing : public DeliveryTest, public testing::WithParamInterface<Wrapper> {};
 class RaisingRoute : public DeliveryTest,
@@ -112,6 +115,20 @@ class RaisingRoute : public DeliveryTest,
 /// No flag anywhere: nothing was written on the basic road.
 bool IsBasicStoreEmpty() {
     return !BasicDidUserOpted(UserOptInKey) && !BasicDidUserOpted(OptinBeforePauseKey);
+}
+
+/// Calls once for each of the first hundred allocations that a call makes, and lets that one fail. Gives
+/// their number.
+template <class Call>
+int FailEachAllocationOf(Call call) {
+    call();
+    int failed = 0;
+    for (bool happened = true; happened && failed < 100; failed += happened) {
+        const FailingAllocation failure(failed + 1);
+        call();
+        happened = failure.Happened();
+    }
+    return failed;
 }
 
 } // namespace
@@ -258,6 +275,48 @@ TEST_F(ManagedRoad, OperationThatTheCompanionLacksIsLoggedAndTheOthersWork) {
                                         "has no operation FlushInternal\\nPath: \"" +
                                         path + "\""));
     EXPECT_THAT(CompanionCalls(), ElementsAre(L"ShutdownInternal(2)"));
+}
+
+TEST_F(FailedAllocation, DoesNotEscapeFromACallThatIsReported) {
+    TakeManagedRoad();
+    LetCompanionRaise(L"vesto");
+    EXPECT_GT(FailEachAllocationOf([] { FlushXX(1); }), 3);
+}
+
+TEST_F(FailedAllocation, DoesNotEscapeFromTheSearchForTheCompanion) {
+    UseFakeMscoree(L"v4.0.30319");
+    EXPECT_GT(FailEachAllocationOf([] { FlushXX(1); }), 3);
+}
+
+// Nothing comes out of the basic store itself, but the making of its arguments can fail.
+TEST_F(FailedAllocation, InTheFallbackOfTheOptInIsLoggedAsBasicImplementation) {
+    TakeManagedRoad();
+    LetCompanionRaise(L"unknown");
+    FailEachAllocationOf([] { SetUserOptInXX(true); });
+    EXPECT_THAT(Warnings(), testing::Contains("BasicImplementation exception with std::bad_alloc"));
+}
+
+TEST_F(FailedAllocation, InTheBasicReadOfTheOptInIsLoggedUnderTheInnerNameAlone) {
+    TakeBasicRoad();
+    IsRequiredDotNetVersionInstalled();
+    {
+        const FailingAllocation failure(1);
+        EXPECT_FALSE(GetUserOptInXX());
+        EXPECT_TRUE(failure.Happened());
+    }
+    EXPECT_THAT(Warnings(), ElementsAre("BasicGetUserOptIn exception with std::bad_alloc"));
+}
+
+TEST_F(FailedAllocation, InTheFirstAttemptOfTheOptInIsLoggedUnderItsOwnNameAndMadeGood) {
+    TakeBasicRoad();
+    IsRequiredDotNetVersionInstalled();
+    {
+        const FailingAllocation failure(1);
+        SetUserOptInXX(true);
+        EXPECT_TRUE(failure.Happened());
+    }
+    EXPECT_THAT(Warnings(), ElementsAre("SetUserOptInXX exception with std::bad_alloc"));
+    EXPECT_TRUE(BasicGetUserOptIn(L"UserOptIn"));
 }
 
 TEST_F(MissingCompanion, OptInIsWrittenToTheBasicStore) {

@@ -2,6 +2,7 @@
 
 #include "Common/Logger.h"
 #include "support/DeliveryStandIns.h"
+#include "support/FailingAllocation.h"
 #include "support/IsolatedMachine.h"
 #include "support/LogLines.h"
 
@@ -18,6 +19,7 @@ namespace {
 
 using Lumeq::Common::LogMessage;
 using Lumeq::Common::SeverityLevel;
+using Lumeq::Testing::FailingAllocation;
 using Lumeq::Testing::FakeMscoreeSaw;
 using Lumeq::Testing::LoggedLine;
 using Lumeq::Testing::LogLines;
@@ -234,6 +236,17 @@ TEST_F(RuntimeProbe, LibraryThatVanishesPicksTheBasicRoadOnceAndThenTheManagedRo
     EXPECT_TRUE(IsRequiredDotNetVersionInstalled());
     EXPECT_TRUE(IsRequiredDotNetVersionInstalled());
     EXPECT_THAT(Lines(), ElementsAre(SupportAsked, Supported, ComInit, ComUninit, Duration));
+}
+
+TEST_F(RuntimeProbe, MemoryThatRunsOutAtItsVeryStartPicksTheBasicRoadOnce) {
+    UseFakeMscoree(L"v2.0.50727");
+    {
+        const FailingAllocation failure(1);
+        EXPECT_FALSE(IsRequiredDotNetVersionInstalled());
+        EXPECT_TRUE(failure.Happened());
+    }
+    EXPECT_TRUE(IsRequiredDotNetVersionInstalled());
+    EXPECT_THAT(Lines(), testing::IsEmpty());
 }
 
 TEST_F(RuntimeProbe, ExceptionOfTheHostObjectIsNotLoggedAndComIsUndone) {
