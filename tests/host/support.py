@@ -31,8 +31,9 @@ LINE = re.compile(r"\d{4}-\d\d-\d\dT\d\d:\d\d:\d\d\.\d{3}Z (?P<severity>\w+) *0x
 
 
 def parse_log(text: str) -> list[LogLine]:
+    """Numbers of source lines become "line"; they mean nothing to a reader of the log."""
     lines = []
-    for line in text.splitlines():
+    for line in re.sub(r"LumeqApi\(\d+\)", "LumeqApi(line)", text).splitlines():
         match = LINE.fullmatch(line)
         if not match:
             raise AssertionError(f"no log line: {line!r}")
@@ -40,8 +41,30 @@ def parse_log(text: str) -> list[LogLine]:
     return lines
 
 
-def trace(export: str, message: str) -> LogLine:
+def trace(export: str, message: str = "") -> LogLine:
     return LogLine("TRACE", API + export, message)
+
+
+def error(export: str, detail: str, title: str = "Validation failed") -> LogLine:
+    return LogLine("ERROR", "", f"lumeq-host.exe: {title} in {API}{export}: {detail}. LumeqApi(line)")
+
+
+def record(actor: str, action: str, object_: str, label: str, details: Optional[dict] = None,
+           local: Optional[dict] = None, model: Optional[str] = None) -> dict:
+    """An event's record, every key of it."""
+    return {
+        "schema": "app_eventinfo/2.0.1",
+        "app_event_actor": actor,
+        "app_event_action": action,
+        "app_event_object": object_,
+        "app_event_object_label": label,
+        "app_event_context": {
+            "schema": "app_event_context/1.0.0",
+            "context_global": {"_dev_modelname": model},
+            "context_local": local,
+        },
+        "app_event_details": details,
+    }
 
 
 class Outcome:
@@ -65,6 +88,10 @@ class Outcome:
     @property
     def log(self) -> list[LogLine]:
         return parse_log(self.text("Lumeq.Log.txt"))
+
+    @property
+    def error_file(self) -> list[LogLine]:
+        return parse_log(self.text("Lumeq.Error.txt"))
 
     @property
     def calls(self) -> list[LogLine]:
