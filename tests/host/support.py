@@ -3,6 +3,7 @@
 import json
 import os
 import re
+import subprocess
 import sys
 import tempfile
 import unittest
@@ -13,6 +14,8 @@ ROOT = Path(__file__).resolve().parent.parent.parent
 BUILD = Path(os.environ.get("LUMEQ_BUILD_DIR", ROOT / "build" / "mingw"))
 sys.path.insert(0, str(ROOT / "tools"))
 import session_player  # noqa: E402
+
+OBJDUMP = os.environ.get("LUMEQ_OBJDUMP", "x86_64-w64-mingw32-objdump")
 
 API = "Zuvan::Lumeq::API::"
 
@@ -107,6 +110,13 @@ class Outcome:
         return [line["record"] for line in self.operations("PostEventInternal")]
 
 
+def exports_of(library: Path) -> list[str]:
+    headers = subprocess.run([OBJDUMP, "-p", library], check=True, stdout=subprocess.PIPE,
+                             text=True).stdout
+    table = headers.split("[Ordinal/Name Pointer] Table")[1].split("\n\n")[0]
+    return re.findall(r"^\s*\[ *\d+\] (?:\+base\[ *\d+\] +[0-9a-f]+ )?(\S+)$", table, re.MULTILINE)
+
+
 class SessionTestCase(unittest.TestCase):
     maxDiff = None
 
@@ -139,5 +149,5 @@ class SessionTestCase(unittest.TestCase):
                 return Outcome(status, errors.read().decode("utf-8", "replace"), out)
 
 
-def call(name: str, **arguments) -> dict:
-    return {"call": name, **arguments}
+def call(export: str, /, **arguments) -> dict:
+    return {"call": export, **arguments}
