@@ -19,7 +19,7 @@ public:
     explicit ComScope(std::wstring functionName)
         : _functionName(std::move(functionName)), _result(ComInitCounted(_functionName)) {}
     ~ComScope() {
-        if (_result >= 0)
+        if (_owned && _result >= 0)
             ComUninitCounted(_functionName);
     }
     ComScope(const ComScope&) = delete;
@@ -27,9 +27,13 @@ public:
 
     std::int32_t Result() const noexcept { return _result; }
 
+    /// Leaves COM initialised: whoever takes over calls ComUninitCounted.
+    void Release() noexcept { _owned = false; }
+
 private:
     std::wstring _functionName;
     std::int32_t _result;
+    bool _owned = true;
 };
 
 } // namespace Zuvan::Lumeq::Common

@@ -174,6 +174,7 @@ FirstUseDeferral::FirstUseDeferral() noexcept { firstUseDeferredBy = GetCurrentT
 FirstUseDeferral::~FirstUseDeferral() { firstUseDeferredBy = 0; }
 
 void EnableLogging(bool enabled) noexcept { loggingEnabled = enabled; }
+bool LoggingEnabled() noexcept { return loggingEnabled; }
 void SetVerbosity(SeverityLevel level) noexcept { verbosity = level; }
 SeverityLevel Verbosity() noexcept { return verbosity; }
 

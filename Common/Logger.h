@@ -27,6 +27,7 @@ void WriteLogLine(SeverityLevel level, const std::wstring& functionName, const s
 
 /// For the policy.
 void EnableLogging(bool enabled) noexcept;
+bool LoggingEnabled() noexcept;
 void SetVerbosity(SeverityLevel level) noexcept;
 SeverityLevel Verbosity() noexcept;
 

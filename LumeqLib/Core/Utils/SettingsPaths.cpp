@@ -1,0 +1,137 @@
+#include "LumeqLib/Core/Utils/SettingsPaths.h"
+
+#include "Common/Debugger.h"
+#include "Common/Exceptions.h"
+#include "Common/HostFile.h"
+#include "Common/Text.h"
+#include "LumeqLib/Core/Utils/SharedFolder.h"
+
+#include <cwchar>
+#include <iterator>
+#include <memory>
+#include <shlwapi.h>
+
+namespace Zuvan::Lumeq::Core::Utils {
+
+using Common::VestoException;
+
+std::wstring factorySettingsPathOverride;
+std::wstring localSettingsPathOverride;
+std::wstring localSubfolder;
+
+namespace {
+
+constexpr wchar_t FactorySuffix[] = L".LumeqConfig.xml";
+constexpr wchar_t FactoryName[] = L"LumeqConfig.xml";
+constexpr wchar_t LocalName[] = L"LumeqLocalSettings.xml";
+
+std::wstring WithoutExtension(std::wstring path) {
+    PathRemoveExtensionW(path.data());
+    path.resize(std::wcslen(path.c_str()));
+    return path;
+}
+
+std::wstring FolderOf(std::wstring path) {
+    PathRemoveFileSpecW(path.data());
+    path.resize(std::wcslen(path.c_str()));
+    return path;
+}
+
+bool Exists(const std::wstring& path) { return PathFileExistsW(path.c_str()) != FALSE; }
+
+std::wstring FactoryPath() {
+    if (!Common::IsBlank(factorySettingsPathOverride))
+        return factorySettingsPathOverride;
+    const std::wstring host = Common::GetHostFilePath();
+    const std::wstring path = WithoutExtension(host) + FactorySuffix;
+    return Exists(path) ? path : CombinePath(FolderOf(host), FactoryName);
+}
+
+std::wstring SharedLocalPath() {
+    std::wstring folder = CombinePath(FindAllUsersFolder(), L"Zuvan");
+    if (!Common::IsBlank(localSubfolder))
+        folder = CombinePath(folder, localSubfolder);
+    const std::wstring path = CombinePath(CombinePath(folder, L"LUMEQ"), LocalName);
+    EnsureSharedFolder(path);
+    return path;
+}
+
+std::wstring FindKnownFolder(const AllUsersFolderSystem& system) {
+    const Common::UniqueModule shell = system.LoadShell();
+    if (!shell)
+        throw VestoException(L"Unable to load shell32.dll");
+    const auto getKnownFolderPath = system.FindKnownFolderFunction(shell.Get());
+    if (!getKnownFolderPath)
+        throw VestoException(L"Unable to get address of SHGetKnownFolderPath function");
+    wchar_t* path = nullptr;
+    const HRESULT result = getKnownFolderPath(FOLDERID_ProgramData, 0, nullptr, &path);
+    const std::unique_ptr<wchar_t, decltype(&CoTaskMemFree)> owner(path, &CoTaskMemFree);
+    if (FAILED(result))
+        throw VestoException(L"Call to SHGetKnownFolderPath failed");
+    return path;
+}
+
+std::wstring FindSpecialFolder(const AllUsersFolderSystem& system) {
+    wchar_t path[MAX_PATH + 1] = {};
+    if (!system.GetSpecialFolder(path))
+        throw VestoException(
+            L"Unable to retrieve the directory that contains application data for all users.");
+    return path;
+}
+
+} // namespace
+
+bool AllUsersFolderSystem::IsVistaOrLater() const {
+    OSVERSIONINFOEXW version{};
+    version.dwOSVersionInfoSize = sizeof version;
+    version.dwMajorVersion = 6;
+    DWORDLONG conditions = 0;
+    for (const DWORD field : {VER_MAJORVERSION, VER_MINORVERSION, VER_SERVICEPACKMAJOR})
+        conditions = VerSetConditionMask(conditions, field, VER_GREATER_EQUAL);
+    return VerifyVersionInfoW(&version, VER_MAJORVERSION | VER_MINORVERSION | VER_SERVICEPACKMAJOR,
+                              conditions) != FALSE;
+}
+
+Common::UniqueModule AllUsersFolderSystem::LoadShell() const {
+    return Common::UniqueModule(LoadLibraryW(L"shell32"));
+}
+
+AllUsersFolderSystem::KnownFolderFunction*
+AllUsersFolderSystem::FindKnownFolderFunction(HMODULE shell) const {
+    return Common::FindFunction<KnownFolderFunction>(shell, "SHGetKnownFolderPath");
+}
+
+bool AllUsersFolderSystem::GetSpecialFolder(wchar_t (&path)[MAX_PATH + 1]) const {
+    return SHGetSpecialFolderPathW(nullptr, path, CSIDL_COMMON_APPDATA, FALSE) != FALSE;
+}
+
+std::wstring FindAllUsersFolder(const AllUsersFolderSystem& system) {
+    return system.IsVistaOrLater() ? FindKnownFolder(system) : FindSpecialFolder(system);
+}
+
+std::wstring CombinePath(const std::wstring& left, const std::wstring& right) {
+    // Twice the longest path, so that what normalising shortens may be longer.
+    wchar_t combined[2 * MAX_PATH + 1] = {};
+    if (left.size() + 1 + right.size() > std::size(combined) ||
+        !PathCombineW(combined, left.c_str(), right.c_str()) || std::wcslen(combined) > MAX_PATH)
+        throw Common::ArgumentException(
+            L"pathIn", L"One or both arguments to CombinePath exceed the maximum path length.");
+    return combined;
+}
+
+std::wstring FindFactorySettingsPath() {
+    const std::wstring path = FactoryPath();
+    Common::TraceToDebugger(L"TRACE: FactorySettingsPath is '" + path + L"'\n");
+    if (!Exists(path))
+        throw Common::FileNotFoundException(path, L"No factory settings file found");
+    return path;
+}
+
+std::wstring FindLocalSettingsPath() {
+    const std::wstring path =
+        Common::IsBlank(localSettingsPathOverride) ? SharedLocalPath() : localSettingsPathOverride;
+    Common::TraceToDebugger(L"TRACE: LocalSettingsPath is '" + path + L"'\n");
+    return path;
+}
+
+} // namespace Zuvan::Lumeq::Core::Utils

@@ -1,0 +1,53 @@
+// The calls on an XML document that the settings need. Each raises `_com_error` when the call fails. COM must
+// be initialised on the calling thread. Includes windows.h: for source files only.
+#pragma once
+
+#include <windows.h>
+
+#include <comdef.h>
+#include <msxml2.h>
+#include <string>
+#include <wrl/client.h>
+
+namespace Zuvan::Lumeq::Core::Utils {
+
+using XmlDocumentPointer = Microsoft::WRL::ComPtr<IXMLDOMDocument>;
+using XmlElementPointer = Microsoft::WRL::ComPtr<IXMLDOMElement>;
+using XmlNodePointer = Microsoft::WRL::ComPtr<IXMLDOMNode>;
+
+void ThrowIfFailed(HRESULT result);
+
+/// An empty document that loads synchronously and takes nothing from outside its file. Throws ComException.
+XmlDocumentPointer CreateXmlDocument();
+
+/// False for a file that cannot be read, is not well-formed, or has a document type: a settings file needs
+/// none, and what one can declare takes unbounded time or reads other files.
+bool LoadXml(IXMLDOMDocument& document, const std::wstring& path);
+
+/// Writes straight to the file.
+void SaveXml(IXMLDOMDocument& document, const std::wstring& path);
+
+/// Null if the document is empty.
+XmlElementPointer RootElement(IXMLDOMDocument& document);
+std::wstring TagName(IXMLDOMElement& element);
+
+/// Empty if the element has no such attribute.
+std::wstring Attribute(IXMLDOMElement& element, const std::wstring& name);
+void SetAttribute(IXMLDOMElement& element, const std::wstring& name, const std::wstring& value);
+
+XmlElementPointer CreateXmlElement(IXMLDOMDocument& document, const std::wstring& name);
+/// An element of no namespace.
+XmlNodePointer CreateElementNode(IXMLDOMDocument& document, const std::wstring& name);
+void AppendChild(IXMLDOMNode& parent, IXMLDOMNode& child);
+void RemoveChild(IXMLDOMNode& parent, IXMLDOMNode& child);
+
+/// Moves the children of the old root to the new one, copies the attributes, and puts the new one in the old
+/// one's place.
+void ReplaceRoot(IXMLDOMElement& oldRoot, IXMLDOMElement& newRoot);
+
+/// Null if nothing is found.
+XmlNodePointer FindNode(IXMLDOMNode& root, const std::wstring& query);
+std::wstring NodeText(IXMLDOMNode& node);
+void SetNodeText(IXMLDOMNode& node, const std::wstring& text);
+
+} // namespace Zuvan::Lumeq::Core::Utils
