@@ -1,5 +1,6 @@
 """What the tests of this folder have in common: they play sessions against the built DLL and read what came."""
 
+import contextlib
 import json
 import os
 import re
@@ -18,6 +19,9 @@ import session_player  # noqa: E402
 OBJDUMP = os.environ.get("LUMEQ_OBJDUMP", "x86_64-w64-mingw32-objdump")
 
 API = "Zuvan::Lumeq::API::"
+
+# No session here takes more than some seconds; a loaded machine may make them long.
+HOST_SECONDS = 200
 
 
 class LogLine(NamedTuple):
@@ -118,18 +122,22 @@ def exports_of(library: Path) -> list[str]:
 
 
 class SessionTestCase(unittest.TestCase):
+    """Its sessions share a machine, cleared in between; one with a registry value of its own has its own."""
+
     maxDiff = None
 
-    def play(self, *steps: dict, companion: Optional[dict] = None, settings: Optional[str] = None,
-             factory: Optional[str] = None, **conditions) -> Outcome:
-        """Plays the steps. The files are given as what stands in them; the rest as for Conditions."""
-        return self.play_text("".join(json.dumps(step) + "\n" for step in steps), companion, settings, factory,
-                              **conditions)
+    @classmethod
+    def setUpClass(cls):
+        cls.machine = cls.enterClassContext(session_player.machine(BUILD))
+
+    def play(self, *steps: dict, **circumstances) -> Outcome:
+        """Plays the steps. Circumstances as for play_text."""
+        return self.play_text("".join(json.dumps(step) + "\n" for step in steps), **circumstances)
 
     def play_text(self, session: str, companion: Optional[dict] = None, settings: Optional[str] = None,
                   factory: Optional[str] = None, **conditions) -> Outcome:
-        (BUILD / "play").mkdir(exist_ok=True)
-        with tempfile.TemporaryDirectory(dir=BUILD / "play") as name:
+        """The files are given as what stands in them; the rest as for Conditions."""
+        with tempfile.TemporaryDirectory(dir=self.machine.prefix) as name:
             folder = Path(name)
 
             def file(file_name: str, content: Optional[str]) -> Optional[Path]:
@@ -142,9 +150,14 @@ class SessionTestCase(unittest.TestCase):
                 companion=file("companion.json", json.dumps(companion) if companion else None),
                 settings=file("settings.xml", settings), factory=file("factory.xml", factory), **conditions)
             out = folder / "out"
-            with open(folder / "errors", "w+b") as errors:
-                status = session_player.play(file("session.jsonl", session), out, its_conditions, BUILD,
-                                             timeout=100, errors=errors)
+            with contextlib.ExitStack() as stack:
+                errors = stack.enter_context(open(folder / "errors", "w+b"))
+                its_machine = self.machine
+                if its_conditions.disabled is not None:
+                    its_machine = stack.enter_context(session_player.machine(BUILD))
+                its_machine.clear()
+                status = session_player.play_on(its_machine, file("session.jsonl", session), out, its_conditions,
+                                                BUILD, HOST_SECONDS, errors)
                 errors.seek(0)
                 return Outcome(status, errors.read().decode("utf-8", "replace"), out)
 
