@@ -37,10 +37,15 @@ LINE = re.compile(r"\d{4}-\d\d-\d\dT\d\d:\d\d:\d\d\.\d{3}Z (?P<severity>\w+) *0x
                   r"(?:<(?P<function>[^>]*)> )?(?P<message>.*)")
 
 
+def lines_of(text: str) -> list[str]:
+    """Only a line feed ends a line here, and none of the other characters that end one for Python."""
+    return text.replace("\r\n", "\n").removesuffix("\n").split("\n") if text else []
+
+
 def parse_log(text: str) -> list[LogLine]:
     """Numbers of source lines become "line"; they mean nothing to a reader of the log."""
     lines = []
-    for line in re.sub(r"LumeqApi\(\d+\)", "LumeqApi(line)", text).splitlines():
+    for line in lines_of(re.sub(r"LumeqApi\(\d+\)", "LumeqApi(line)", text)):
         match = LINE.fullmatch(line)
         if not match:
             raise AssertionError(f"no log line: {line!r}")
@@ -90,7 +95,7 @@ class Outcome:
         return self.files.get(name, b"").decode("utf-8")
 
     def _json_lines(self, name: str) -> list[dict]:
-        return [json.loads(line) for line in self.text(name).splitlines()]
+        return [json.loads(line) for line in lines_of(self.text(name))]
 
     @property
     def log(self) -> list[LogLine]:
