@@ -191,6 +191,22 @@ TEST_F(SettingsDocuments, LocalFileInUtf16IsRead) {
     EXPECT_EQ(Value(LoadLocalDocument(Path()), L"Name"), L"caf\u00e9 \u6f22");
 }
 
+TEST_F(SettingsDocuments, DeclarationOfAnotherEncodingIsDropped) {
+    Write("<?xml version=\"1.0\" encoding=\"ISO-8859-1\"?><LumeqConfig><Name>caf\xE9</Name></LumeqConfig>");
+    const XmlDocumentPointer document = LoadLocalDocument(Path());
+    SaveXml(*document.Get(), Path());
+    EXPECT_EQ(ReadFile(Path()).find("<?xml"), std::string::npos);
+    EXPECT_EQ(Value(LoadLocalDocument(Path()), L"Name"), L"caf\u00e9");
+}
+
+TEST_F(SettingsDocuments, DeclarationOfUtf8IsKept) {
+    Write("<?xml version=\"1.0\" encoding=\"UTF-8\"?><LumeqConfig><Name>caf\xC3\xA9</Name></LumeqConfig>");
+    const XmlDocumentPointer document = LoadLocalDocument(Path());
+    SaveXml(*document.Get(), Path());
+    EXPECT_TRUE(ReadFile(Path()).starts_with("<?xml version=\"1.0\" encoding=\"UTF-8\"?>"));
+    EXPECT_EQ(Value(LoadLocalDocument(Path()), L"Name"), L"caf\u00e9");
+}
+
 TEST_F(SettingsDocuments, LocalFileThatNobodyElseMayOpenIsAFailure) {
     Write("<LumeqConfig version=\"4.0\"/>");
     const HANDLE file = CreateFileW(Path().c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr);

@@ -145,6 +145,12 @@ TEST_F(WholeFile, LoadingWaitsForAWriter) {
     closing.join();
 }
 
+TEST_F(WholeFile, FileThatCouldNotBeReadAgainIsNotPutInPlace) {
+    // Without a root.
+    EXPECT_LT(Save(*CreateXmlDocument().Get(), Path()), 0);
+    ExpectUntouched();
+}
+
 TEST_F(WholeFile, MissingFolderIsAFailure) {
     EXPECT_EQ(static_cast<unsigned long>(Save(*_document.Get(), _machine.ProgramData() / "none" / "a.xml")),
               0x80070003U);
