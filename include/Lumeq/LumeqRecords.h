@@ -74,8 +74,11 @@ public:
     }
 
 private:
+    friend struct RecordLayout;
     friend struct VariantAccess;
 
+    template <class Value>
+    Variant& Hold(Value&& value, ValueType type);
     void Clear();
     void* CloneValue() const;
 

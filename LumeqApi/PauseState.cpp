@@ -1,0 +1,32 @@
+#include "LumeqApi/PauseState.h"
+
+#include "LumeqShim/BasicOptIn.h"
+#include "LumeqShim/LumeqNativeShim.h"
+
+#include <string>
+
+namespace Zuvan::Lumeq::API {
+
+using namespace LumeqShim;
+
+bool IsPauseMarked() { return BasicDidUserOpted(OptinBeforePauseKey); }
+
+void InternalPause() {
+    const bool userHasOptedIn = BasicGetUserOptIn(UserOptInKey);
+    std::wstring key = OptinBeforePauseKey; // consumed by the call
+    SetLocalValue(userHasOptedIn, key);
+    SetUserOptInXX(false);
+}
+
+void InternalResume() {
+    if (BasicGetUserOptIn(OptinBeforePauseKey))
+        SetUserOptInXX(true);
+    BasicClearOptIn(OptinBeforePauseKey);
+}
+
+void RememberChoiceDuringPause(bool userHasOptedIn) {
+    if (IsPauseMarked())
+        BasicSetUserOptIn(userHasOptedIn, OptinBeforePauseKey);
+}
+
+} // namespace Zuvan::Lumeq::API

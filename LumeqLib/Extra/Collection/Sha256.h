@@ -1,0 +1,40 @@
+// SHA-256 (FIPS 180-4), but for the length of messages from 512 MiB on; see Sha256LengthField.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <span>
+
+namespace Zuvan::Lumeq::Extra::Collection {
+
+inline constexpr std::size_t Sha256BlockSize = 64; // bytes
+
+using Sha256Digest = std::array<std::uint8_t, 32>;
+
+/// Base of the hash contexts.
+class CSHACtxBase {
+public:
+    virtual ~CSHACtxBase() = default;
+};
+
+/// One running hash.
+class sha256_ctx : public CSHACtxBase {
+public:
+    std::uint32_t totalLength = 0;                         ///< Bytes of whole blocks already processed.
+    std::uint32_t pendingLength = 0;                       ///< Bytes waiting in `block`, less than a block.
+    std::array<std::uint8_t, 2 * Sha256BlockSize> block{}; ///< Room for two blocks of padding.
+    std::array<std::uint32_t, 8> state{};
+};
+
+void Sha256Init(sha256_ctx& context);
+void Sha256Update(sha256_ctx& context, std::span<const std::uint8_t> bytes);
+/// Afterwards the context wants Sha256Init before it is used again.
+void Sha256Final(sha256_ctx& context, Sha256Digest& digest);
+/// All of it over one buffer.
+void Sha256Hash(std::span<const std::uint8_t> bytes, Sha256Digest& digest);
+
+/// The last eight bytes of the padding, for a message of `byteCount` bytes. The count of bits is taken in
+/// 32-bit arithmetic, so its high half is always zero: identifiers in the field were made that way.
+std::array<std::uint8_t, 8> Sha256LengthField(std::uint32_t byteCount);
+
+} // namespace Zuvan::Lumeq::Extra::Collection

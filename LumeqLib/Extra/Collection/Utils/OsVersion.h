@@ -1,0 +1,18 @@
+#pragma once
+
+#include <cstdint>
+
+namespace Zuvan::Lumeq::Extra::Collection::Utils {
+
+/// The running system, whatever it pretends to be for this process; all zero where it cannot be told.
+struct OsVersion {
+    std::uint32_t platform; ///< VER_PLATFORM_WIN32_NT is 2.
+    std::uint32_t number;   ///< Major version times 100 plus the minor version: Windows 7 is 601.
+};
+
+OsVersion ReadOsVersion();
+
+/// ReadOsVersion().number.
+std::uint32_t GetOsVersionNumber();
+
+} // namespace Zuvan::Lumeq::Extra::Collection::Utils

@@ -1,0 +1,22 @@
+// Where the information about the machine comes from that has more than one source. Includes platform
+// headers: for source files only.
+#pragma once
+
+#include "LumeqLib/Extra/Collection/Utils/OsVersion.h"
+#include "LumeqLib/Extra/Collection/Utils/WmiProperty.h"
+
+#include <string>
+
+namespace Zuvan::Lumeq::Extra::Collection::Utils {
+
+/// The machine's own sources, unless a derived class answers in their place.
+class SystemSources {
+public:
+    virtual ~SystemSources() = default;
+
+    virtual OsVersion Version() const;
+    virtual _variant_t WmiProperty(const std::wstring& className, const std::wstring& propertyName) const;
+    virtual std::wstring RegistryString(const std::wstring& subKey, const std::wstring& valueName) const;
+};
+
+} // namespace Zuvan::Lumeq::Extra::Collection::Utils

@@ -1,0 +1,42 @@
+#include "LumeqLib/Extra/Eventing/TaskGuid.h"
+
+#include "Common/Handle.h"
+
+#include <windows.h>
+
+#include <bit>
+#include <rpc.h>
+
+namespace Zuvan::Lumeq::Extra::Eventing {
+
+namespace {
+
+struct RpcStringTraits {
+    using Value = RPC_WSTR;
+    static Value None() noexcept { return nullptr; }
+    static void Close(Value text) noexcept { RpcStringFreeW(&text); }
+};
+using UniqueRpcString = Common::UniqueHandle<RpcStringTraits>;
+
+} // namespace
+
+TaskGuid NewTaskGuid() {
+    UUID guid{};
+    // Not checked: an identifier that is unique on this machine only serves as well.
+    static_cast<void>(UuidCreate(&guid));
+    return std::bit_cast<TaskGuid>(guid);
+}
+
+std::optional<std::wstring> RenderTaskGuid(const TaskGuid& guid) {
+    auto uuid = std::bit_cast<UUID>(guid);
+    UniqueRpcString text;
+    if (UuidToStringW(&uuid, text.Receive()) != RPC_S_OK)
+        return std::nullopt;
+    return reinterpret_cast<const wchar_t*>(text.Get());
+}
+
+std::wstring TaskGuidText(const std::optional<std::wstring>& rendered) {
+    return rendered.value_or(L"Error!");
+}
+
+} // namespace Zuvan::Lumeq::Extra::Eventing

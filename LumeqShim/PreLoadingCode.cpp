@@ -1,0 +1,147 @@
+#include "LumeqShim/PreLoadingCode.h"
+
+#include "Common/ComScope.h"
+#include "Common/Exceptions.h"
+#include "Common/Logger.h"
+#include "Common/SystemHandles.h"
+#include "LumeqShim/ClrHosting.h"
+
+#include <array>
+#include <string>
+#include <string_view>
+#include <wrl/client.h>
+
+namespace Zuvan::LumeqShim {
+
+namespace {
+
+using Lumeq::Common::LogMessage;
+using Lumeq::Common::SeverityLevel;
+using Microsoft::WRL::ComPtr;
+
+constinit bool RuntimeCheckPending = true;
+constinit bool RuntimeMissing = false;
+
+constexpr wchar_t SourceFile[] = L"LumeqShim\\PreLoadingCode";
+constexpr wchar_t RuntimeLibrary[] = L"mscoree";
+constexpr char EntryPoint[] = "CLRCreateInstance";
+constexpr DWORD VersionCapacity = 256; // wide characters
+
+template <class... Arguments>
+void LogDebug(int line, const wchar_t* format, Arguments... arguments) {
+    LogMessage(SeverityLevel::DEBUG, SourceFile, line, nullptr, format, arguments...);
+}
+
+template <class... Arguments>
+void LogWarning(int line, const wchar_t* format, Arguments... arguments) {
+    LogMessage(SeverityLevel::WARNING, SourceFile, line, nullptr, format, arguments...);
+}
+
+/// COM for the length of the probe. Undone whatever came of the initialisation.
+class ProbeComScope {
+public:
+    ProbeComScope() { Lumeq::Common::ComInitCounted(_label); }
+    ~ProbeComScope() { Lumeq::Common::ComUninitCounted(_label); }
+    ProbeComScope(const ProbeComScope&) = delete;
+    ProbeComScope& operator=(const ProbeComScope&) = delete;
+
+private:
+    const std::wstring _label = L"Zuvan::LumeqShim::IsRequiredDotNetVersionInstalled";
+};
+
+/// Any runtime that reports this text qualifies.
+bool IsRequiredVersion(std::wstring_view version) {
+    return version.find(L"v4.0.30319") != std::wstring_view::npos;
+}
+
+/// Throws if the entry point has gone since IsCLRCreateInstanceSupported saw it.
+CLRCreateInstanceFunction& LoadCLRCreateInstance() {
+    Lumeq::Common::UniqueModule library(LoadLibraryW(RuntimeLibrary));
+    auto* const function =
+        library ? Lumeq::Common::FindFunction<CLRCreateInstanceFunction>(library.Get(), EntryPoint) : nullptr;
+    if (!function)
+        throw Lumeq::Common::InvalidOperationException(L"mscoree.dll has no CLRCreateInstance");
+    // Never freed: a managed runtime cannot be unloaded, and the companion library runs on it.
+    static_cast<void>(library.Release());
+    return *function;
+}
+
+bool IsRequiredRuntime(ICLRRuntimeInfo& runtime) {
+    std::array<wchar_t, VersionCapacity + 1> version = {};
+    DWORD capacity = VersionCapacity;
+    if (SUCCEEDED(runtime.GetVersionString(version.data(), &capacity)))
+        LogDebug(__LINE__, L"Found .NET version: %s", version.data());
+    return IsRequiredVersion(version.data());
+}
+
+/// Looks at every runtime, also after a hit: the log names them all.
+bool ContainsRequiredRuntime(IEnumUnknown& runtimes) {
+    bool found = false;
+    ComPtr<IUnknown> element;
+    while (runtimes.Next(1, element.ReleaseAndGetAddressOf(), nullptr) == S_OK) {
+        // The enumerator gives runtime objects as they are; they are not asked for the interface.
+        if (IsRequiredRuntime(*static_cast<ICLRRuntimeInfo*>(element.Get())))
+            found = true;
+    }
+    return found;
+}
+
+bool FindRequiredRuntime() {
+    ComPtr<ICLRMetaHost> createdHost;
+    const HRESULT created = LoadCLRCreateInstance()(CLSID_CLRMetaHost, IID_ICLRMetaHost,
+                                                    reinterpret_cast<void**>(createdHost.GetAddressOf()));
+    if (FAILED(created)) {
+        LogWarning(__LINE__, L"CLRCreateInstance failed 0x%08lx", static_cast<unsigned long>(created));
+        return false;
+    }
+    // Never released: the host object belongs to the runtime, which stays for the life of the process.
+    ICLRMetaHost* const host = createdHost.Detach();
+    LogDebug(__LINE__, L"CLR versions available from CLR:");
+    ComPtr<IEnumUnknown> runtimes;
+    if (host->EnumerateInstalledRuntimes(runtimes.GetAddressOf()) != S_OK) {
+        // Readers of the log know this line with the result of CLRCreateInstance, not of the failed call.
+        LogWarning(__LINE__, L"EnumerateInstalledRuntimes failed 0x%08lx",
+                   static_cast<unsigned long>(created));
+        return false;
+    }
+    LogDebug(__LINE__, L"EnumerateInstalledRuntimes");
+    return ContainsRequiredRuntime(*runtimes.Get());
+}
+
+bool Probe() {
+    const Lumeq::Common::ScopedDurationLog duration(L"IsRequiredDotNetVersionInstalled()");
+    bool found = false;
+    if (IsCLRCreateInstanceSupported()) {
+        const ProbeComScope com;
+        found = FindRequiredRuntime();
+    }
+    RuntimeMissing = !found;
+    LogDebug(__LINE__, L"IsRequiredDotNetVersionInstalled() returns %d", found);
+    return found;
+}
+
+} // namespace
+
+bool IsRequiredDotNetVersionInstalled() {
+    if (!RuntimeCheckPending)
+        return !RuntimeMissing;
+    RuntimeCheckPending = false;
+    try {
+        return Probe();
+    } catch (...) {
+        // Not logged, and RuntimeMissing stays false: this call takes the basic road, every later one the
+        // managed road. That order of events is agreed.
+        return false;
+    }
+}
+
+bool IsCLRCreateInstanceSupported() {
+    LogDebug(__LINE__, L"IsCLRCreateInstanceSupported()");
+    bool supported = false;
+    if (const Lumeq::Common::UniqueModule library{LoadLibraryW(RuntimeLibrary)})
+        supported = GetProcAddress(library.Get(), EntryPoint) != nullptr;
+    LogDebug(__LINE__, L"IsCLRCreateInstanceSupported() returns %d", supported);
+    return supported;
+}
+
+} // namespace Zuvan::LumeqShim

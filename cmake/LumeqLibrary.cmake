@@ -1,0 +1,36 @@
+# Lumeq.dll: lumeq_core whole, plus the export list and a version resource.
+configure_file(LumeqApi/Lumeq.rc.in ${PROJECT_BINARY_DIR}/Lumeq.rc @ONLY)
+
+add_library(Lumeq SHARED LumeqApi/Lumeq.def ${PROJECT_BINARY_DIR}/Lumeq.rc)
+add_library(Lumeq::Lumeq ALIAS Lumeq)
+set_target_properties(Lumeq PROPERTIES PREFIX "" IMPORT_PREFIX "" LINKER_LANGUAGE CXX)
+target_include_directories(
+  Lumeq INTERFACE $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/include> $<BUILD_INTERFACE:${PROJECT_BINARY_DIR}/include>
+                  $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>)
+target_link_libraries(Lumeq PRIVATE lumeq_options $<LINK_LIBRARY:WHOLE_ARCHIVE,lumeq_core>)
+
+if(MSVC)
+  target_link_options(Lumeq PRIVATE /DYNAMICBASE /HIGHENTROPYVA /NXCOMPAT /Brepro)
+else()
+  target_link_options(
+    Lumeq
+    PRIVATE
+    -Wl,--dynamicbase,--high-entropy-va,--nxcompat,--exclude-all-symbols
+    $<$<CONFIG:Release,MinSizeRel>:-s>)
+endif()
+
+# The package: find_package(Lumeq CONFIG).
+include(CMakePackageConfigHelpers)
+set(_package ${CMAKE_INSTALL_LIBDIR}/cmake/Lumeq)
+configure_package_config_file(
+  cmake/LumeqConfig.cmake.in ${PROJECT_BINARY_DIR}/LumeqConfig.cmake
+  INSTALL_DESTINATION ${_package}
+  PATH_VARS CMAKE_INSTALL_INCLUDEDIR)
+write_basic_package_version_file(${PROJECT_BINARY_DIR}/LumeqConfigVersion.cmake COMPATIBILITY SameMajorVersion)
+
+install(TARGETS Lumeq EXPORT LumeqTargets COMPONENT library)
+install(EXPORT LumeqTargets NAMESPACE Lumeq:: DESTINATION ${_package} COMPONENT library)
+install(FILES ${PROJECT_BINARY_DIR}/LumeqConfig.cmake ${PROJECT_BINARY_DIR}/LumeqConfigVersion.cmake
+        DESTINATION ${_package} COMPONENT library)
+install(FILES include/Lumeq/LumeqApi.h include/Lumeq/LumeqRecords.h ${PROJECT_BINARY_DIR}/include/Lumeq/LumeqToolchain.h
+        DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/Lumeq COMPONENT library)

@@ -1,0 +1,68 @@
+// lumeq-host FILE: a host application that does what a session file tells it, line by line, and prints what
+// the library gave back. README.md of this folder tells the lines.
+#include "samples/host/Steps.h"
+
+#include <cstdio>
+#include <exception>
+#include <fcntl.h>
+#include <filesystem>
+#include <fstream>
+#include <io.h>
+
+namespace SampleHost {
+
+namespace {
+
+enum ExitCode { Played = 0, CannotStart = 1, BadSession = 2 };
+
+bool IsBlank(const std::string& line) { return line.find_first_not_of(" \t\r") == std::string::npos; }
+
+Step ReadLine(const std::string& line) {
+    try {
+        return ReadStep(Json::parse(line));
+    } catch (const Json::exception& problem) {
+        throw BadLine(problem.what());
+    }
+}
+
+/// Each line is played before the next is read.
+void PlaySession(std::istream& file, int& lineNumber) {
+    Session session;
+    session.library.Load();
+    std::string line;
+    for (lineNumber = 1; std::getline(file, line); ++lineNumber)
+        if (!IsBlank(line))
+            ReadLine(line)(session);
+}
+
+int Run(const std::filesystem::path& path) {
+    std::ifstream file(path, std::ios::binary);
+    if (!file) {
+        std::fprintf(stderr, "lumeq-host: %s cannot be read\n", ToUtf8(path.native()).c_str());
+        return CannotStart;
+    }
+    int lineNumber = 0;
+    try {
+        PlaySession(file, lineNumber);
+        return Played;
+    } catch (const BadLine& problem) {
+        std::fprintf(stderr, "lumeq-host: line %d: %s\n", lineNumber, problem.what());
+        return BadSession;
+    } catch (const std::exception& problem) {
+        std::fprintf(stderr, "lumeq-host: %s\n", problem.what());
+        return CannotStart;
+    }
+}
+
+} // namespace
+} // namespace SampleHost
+
+int wmain(int count, wchar_t** arguments) {
+    if (count != 2) {
+        std::fputs("usage: lumeq-host FILE\n", stderr);
+        return SampleHost::CannotStart;
+    }
+    // Lines end in a line feed alone.
+    _setmode(_fileno(stdout), _O_BINARY);
+    return SampleHost::Run(arguments[1]);
+}

@@ -1,0 +1,122 @@
+#include "samples/host/Steps.h"
+
+#include <chrono>
+#include <cstdio>
+#include <limits>
+#include <thread>
+#include <vector>
+
+namespace SampleHost {
+
+namespace {
+
+using Steps = std::vector<Step>;
+
+/// The library comes and goes for all threads at once, so only the main thread may load or unload it.
+enum class Place { MainThread, OtherThread };
+
+Step ReadStepAt(const Json& json, Place place);
+
+Steps ReadSteps(const Json& json, Place place) {
+    if (!json.is_array())
+        throw BadLine("an array of steps is wanted");
+    Steps steps;
+    for (const Json& step : json)
+        steps.push_back(ReadStepAt(step, place));
+    return steps;
+}
+
+void Play(const Steps& steps, Session& session) {
+    for (const Step& step : steps)
+        step(session);
+}
+
+Step ReadSleep(const Json& json) {
+    RequireMembers(json, {"sleepMsec"});
+    const std::chrono::milliseconds time(
+        ReadNumber(json["sleepMsec"], 0, std::numeric_limits<std::int32_t>::max()));
+    return [time](Session&) { std::this_thread::sleep_for(time); };
+}
+
+Step ReadRepetition(const Json& json, Place place) {
+    RequireMembers(json, {"times", "calls"});
+    if (!json.contains("times") || !json.contains("calls"))
+        throw BadLine("\"times\" and \"calls\" go together");
+    const std::int64_t times = ReadNumber(json["times"], 0, std::numeric_limits<std::int32_t>::max());
+    return [times, steps = ReadSteps(json["calls"], place)](Session& session) {
+        for (std::int64_t i = 0; i < times; ++i)
+            Play(steps, session);
+    };
+}
+
+Step ReadThreads(const Json& json) {
+    RequireMembers(json, {"threads"});
+    if (!json["threads"].is_array())
+        throw BadLine("an array of arrays of steps is wanted");
+    std::vector<Steps> lists;
+    for (const Json& list : json["threads"])
+        lists.push_back(ReadSteps(list, Place::OtherThread));
+    return [lists](Session& session) {
+        std::vector<std::thread> threads;
+        for (const Steps& steps : lists)
+            threads.emplace_back([&steps, &session] { Play(steps, session); });
+        for (std::thread& thread : threads)
+            thread.join();
+    };
+}
+
+Step ReadLoading(const Json& json, const char* name, Place place) {
+    RequireMembers(json, {name});
+    if (!ReadFlag(json[name]))
+        throw BadLine("true is wanted");
+    if (place != Place::MainThread)
+        throw BadLine("a thread cannot load or unload the library");
+    if (std::string_view(name) == "load")
+        return [](Session& session) { session.library.Load(); };
+    return [](Session& session) { session.library.Unload(); };
+}
+
+/// For the reader of the session.
+Step ReadComment(const Json& json) {
+    RequireMembers(json, {"comment"});
+    ReadText(json["comment"]);
+    return [](Session&) {};
+}
+
+Step ReadStepAt(const Json& json, Place place) {
+    if (!json.is_object())
+        throw BadLine("an object is wanted");
+    if (json.contains("call"))
+        return ReadCall(json);
+    if (json.contains("sleepMsec"))
+        return ReadSleep(json);
+    if (json.contains("times") || json.contains("calls"))
+        return ReadRepetition(json, place);
+    if (json.contains("threads"))
+        return ReadThreads(json);
+    for (const char* name : {"load", "unload"})
+        if (json.contains(name))
+            return ReadLoading(json, name, place);
+    if (json.contains("comment"))
+        return ReadComment(json);
+    throw BadLine("no known step");
+}
+
+} // namespace
+
+Zuvan::Lumeq::API::TaskHandle& Session::Handle(const std::string& name) {
+    const std::scoped_lock lock(_handlesLock);
+    return _handles[name];
+}
+
+void Session::Print(const Json& line) {
+    const std::string text = line.dump() + '\n';
+    const std::scoped_lock lock(_outputLock);
+    std::fwrite(text.data(), 1, text.size(), stdout);
+    // Whoever ends this process early still has what it had to say.
+    std::fflush(stdout);
+}
+
+Step ReadStep(const Json& json) { return ReadStepAt(json, Place::MainThread); }
+
+} // namespace SampleHost

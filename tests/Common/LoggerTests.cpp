@@ -1,0 +1,277 @@
+#include "Common/Logger.h"
+
+#include "Common/Clock.h"
+#include "support/DebuggerStandIn.h"
+#include "support/IsolatedMachine.h"
+#include "support/LogLines.h"
+
+#include <gmock/gmock.h>
+
+#include <future>
+#include <regex>
+#include <set>
+#include <thread>
+
+namespace Zuvan::Lumeq::Common {
+
+namespace {
+
+using testing::ElementsAre;
+using testing::EndsWith;
+using testing::IsEmpty;
+using Testing::LoggedLine;
+using Testing::LogLines;
+
+void Log(SeverityLevel level, const wchar_t* text) { LogMessage(level, L"file", 1, nullptr, L"%s", text); }
+
+/// A machine on which logging is on at the given level, with the policy's own lines out of the way.
+class LoggerTest : public testing::Test {
+protected:
+    void StartLogging(const std::string& level) {
+        machine.WriteFactorySettings("<Log>on</Log><LogLevel>" + level + "</LogLevel>");
+        Log(SeverityLevel::DEBUG, L"first");
+        std::filesystem::remove(machine.LogFile());
+    }
+    std::filesystem::path DataFile() const { return machine.LogFolder() / "Lumeq.Data.txt"; }
+    std::filesystem::path ErrorFile() const { return machine.LogFolder() / "Lumeq.Error.txt"; }
+
+    Testing::IsolatedMachine machine;
+};
+
+/// Holds the log's mutex from a thread of its own.
+class MutexHolder {
+public:
+    MutexHolder() : _thread([this] { Hold(); }) { _held.get_future().wait(); }
+    ~MutexHolder() { Release(); }
+    void Release() {
+        if (_thread.joinable()) {
+            _release.set_value();
+            _thread.join();
+        }
+    }
+
+private:
+    void Hold() {
+        const UniqueKernelObject mutex(CreateMutexW(nullptr, TRUE, L"Global\\LumeqLoggingMutex"));
+        _held.set_value();
+        _release.get_future().wait();
+        ReleaseMutex(mutex.Get());
+    }
+
+    std::promise<void> _held;
+    std::promise<void> _release;
+    std::thread _thread;
+};
+
+} // namespace
+
+TEST_F(LoggerTest, WritesTheLineAsItIsLaidOut) {
+    StartLogging("debug");
+    LogMessage(SeverityLevel::TRACE, L"file", 1, L"A::b", L"%s=%d", L"x", 7);
+    const std::string content = Testing::ReadFile(machine.LogFile());
+    EXPECT_TRUE(std::regex_match(
+        content,
+        std::regex("\\d{4}-\\d\\d-\\d\\dT\\d\\d:\\d\\d:\\d\\d\\.\\d{3}Z TRACE   0x[0-9a-f]{8} \\| <A::b> "
+                   "x=7\r\n")))
+        << content;
+}
+
+TEST_F(LoggerTest, DataStandsInBothFilesWithIdenticalText) {
+    StartLogging("debug");
+    Log(SeverityLevel::DATA, L"sent");
+    EXPECT_EQ(Testing::ReadFile(DataFile()), Testing::ReadFile(machine.LogFile()));
+    EXPECT_THAT(LogLines(DataFile()), ElementsAre(LoggedLine{"DATA", "", "sent"}));
+    EXPECT_FALSE(std::filesystem::exists(ErrorFile()));
+}
+
+TEST_F(LoggerTest, ErrorStandsInBothFilesWithIdenticalText) {
+    StartLogging("debug");
+    Log(SeverityLevel::ERROR, L"bad");
+    EXPECT_EQ(Testing::ReadFile(ErrorFile()), Testing::ReadFile(machine.LogFile()));
+    EXPECT_THAT(LogLines(ErrorFile()), ElementsAre(LoggedLine{"ERROR", "", "bad"}));
+}
+
+TEST_F(LoggerTest, OtherLevelsStandInTheLogAlone) {
+    StartLogging("debug");
+    for (const auto level : {SeverityLevel::WARNING, SeverityLevel::TRACE, SeverityLevel::DEBUG})
+        Log(level, L"x");
+    EXPECT_THAT(LogLines(machine.LogFile()),
+                ElementsAre(LoggedLine{"WARNING", "", "x"}, LoggedLine{"TRACE", "", "x"},
+                            LoggedLine{"DEBUG", "", "x"}));
+    EXPECT_FALSE(std::filesystem::exists(DataFile()));
+    EXPECT_FALSE(std::filesystem::exists(ErrorFile()));
+}
+
+TEST_F(LoggerTest, DataIgnoresTheVerbosity) {
+    StartLogging("error");
+    Log(SeverityLevel::DATA, L"sent");
+    Log(SeverityLevel::ERROR, L"bad");
+    Log(SeverityLevel::WARNING, L"dropped");
+    EXPECT_THAT(LogLines(machine.LogFile()),
+                ElementsAre(LoggedLine{"DATA", "", "sent"}, LoggedLine{"ERROR", "", "bad"}));
+}
+
+TEST_F(LoggerTest, UndefinedLevelAboveTheVerbosityIsDropped) {
+    StartLogging("debug");
+    Log(static_cast<SeverityLevel>(5), L"x");
+    EXPECT_THAT(LogLines(machine.LogFile()), IsEmpty());
+}
+
+TEST_F(LoggerTest, UndefinedLevelBelowTheVerbosityGoesToTheLog) {
+    StartLogging("debug");
+    Log(static_cast<SeverityLevel>(-1), L"x");
+    EXPECT_THAT(Testing::ReadFile(machine.LogFile()),
+                testing::HasSubstr("Z [Undefined SeverityLevel value: -1]0x"));
+}
+
+TEST_F(LoggerTest, LongMessageEndsInTruncationMark) {
+    StartLogging("debug");
+    Log(SeverityLevel::DEBUG, std::wstring(5000, L'x').c_str());
+    const auto lines = LogLines(machine.LogFile());
+    ASSERT_EQ(lines.size(), 1U);
+    EXPECT_EQ(lines[0].message, std::string(4084, 'x') + "<TRUNCATED>");
+}
+
+TEST_F(LoggerTest, MessageOf4095CharactersIsWhole) {
+    StartLogging("debug");
+    Log(SeverityLevel::DEBUG, std::wstring(4095, L'x').c_str());
+    Log(SeverityLevel::DEBUG, std::wstring(4096, L'y').c_str());
+    const auto lines = LogLines(machine.LogFile());
+    ASSERT_EQ(lines.size(), 2U);
+    EXPECT_EQ(lines[0].message, std::string(4095, 'x'));
+    EXPECT_EQ(lines[1].message, std::string(4084, 'y') + "<TRUNCATED>");
+}
+
+TEST_F(LoggerTest, LineFeedTakesOneLine) {
+    StartLogging("debug");
+    Log(SeverityLevel::DEBUG, L"a\nb\r\nc");
+    EXPECT_THAT(LogLines(machine.LogFile()), ElementsAre(LoggedLine{"DEBUG", "", "a\\nb\\r\\nc"}));
+}
+
+TEST_F(LoggerTest, TextIsUtf8WithoutByteOrderMark) {
+    StartLogging("debug");
+    Log(SeverityLevel::DEBUG, L"\u00e9\u6f22\xD83D\xDE00");
+    EXPECT_THAT(Testing::ReadFile(machine.LogFile()), EndsWith("| \xC3\xA9\xE6\xBC\xA2\xF0\x9F\x98\x80\r\n"));
+    EXPECT_THAT(Testing::ReadFile(machine.LogFile()), testing::StartsWith("2"));
+}
+
+TEST_F(LoggerTest, UnpairedSurrogateCostsOnlyItself) {
+    StartLogging("debug");
+    Log(SeverityLevel::DEBUG, L"a\xD800z");
+    EXPECT_THAT(Testing::ReadFile(machine.LogFile()), EndsWith("| a\xEF\xBF\xBDz\r\n"));
+}
+
+TEST_F(LoggerTest, MutexHeldElsewhereLosesTheLineAndTheCallerGoesOn) {
+    StartLogging("debug");
+    MutexHolder holder;
+    Testing::DebuggerStandIn debugger;
+    const std::int64_t before = UtcMilliseconds();
+    Log(SeverityLevel::DEBUG, L"lost");
+    EXPECT_GE(UtcMilliseconds() - before, 900);
+    EXPECT_THAT(debugger.Texts(), ElementsAre("ERROR: Logger mutex timed out!\n"));
+    EXPECT_EQ(debugger.Breaks(), 1);
+    holder.Release();
+    Log(SeverityLevel::DEBUG, L"written");
+    EXPECT_THAT(LogLines(machine.LogFile()), ElementsAre(LoggedLine{"DEBUG", "", "written"}));
+}
+
+TEST_F(LoggerTest, AbandonedMutexLosesTheLine) {
+    StartLogging("debug");
+    // The handle is kept, so that the mutex outlives the thread that died with it.
+    const UniqueKernelObject mutex(CreateMutexW(nullptr, FALSE, L"Global\\LumeqLoggingMutex"));
+    std::thread([&mutex] { WaitForSingleObject(mutex.Get(), INFINITE); }).join();
+    Testing::DebuggerStandIn debugger;
+    Log(SeverityLevel::DEBUG, L"lost");
+    EXPECT_THAT(debugger.Texts(), ElementsAre("ERROR: Logger mutex timed out!\n"));
+    EXPECT_EQ(debugger.Breaks(), 1);
+    Log(SeverityLevel::DEBUG, L"written");
+    EXPECT_THAT(LogLines(machine.LogFile()), ElementsAre(LoggedLine{"DEBUG", "", "written"}));
+}
+
+TEST_F(LoggerTest, FileThatCannotBeOpenedLosesItsLineAlone) {
+    StartLogging("debug");
+    std::filesystem::create_directories(ErrorFile());
+    Log(SeverityLevel::ERROR, L"bad");
+    EXPECT_THAT(LogLines(machine.LogFile()), ElementsAre(LoggedLine{"ERROR", "", "bad"}));
+}
+
+TEST_F(LoggerTest, WithoutAFolderEachCallTriesAgain) {
+    machine.WriteFactorySettings();
+    const std::filesystem::path blocker = machine.TemporaryFolder() / "Zuvan";
+    Testing::WriteFile(blocker, "a file where the folder should be");
+    Log(SeverityLevel::ERROR, L"lost");
+    Log(SeverityLevel::ERROR, L"lost too");
+    EXPECT_TRUE(IsLogged(SeverityLevel::DEBUG));
+    std::filesystem::remove(blocker);
+    Log(SeverityLevel::ERROR, L"written");
+    EXPECT_THAT(LogLines(ErrorFile()), ElementsAre(LoggedLine{"ERROR", "", "written"}));
+}
+
+TEST_F(LoggerTest, WithoutSettingsNothingIsLogged) {
+    Log(SeverityLevel::ERROR, L"dropped");
+    EXPECT_FALSE(IsLogged(SeverityLevel::DATA));
+    EXPECT_FALSE(std::filesystem::exists(machine.LogFile()));
+    EXPECT_FALSE(std::filesystem::exists(ErrorFile()));
+}
+
+TEST_F(LoggerTest, IsLoggedFollowsTheVerbosity) {
+    EXPECT_TRUE(IsLogged(SeverityLevel::DEBUG)) << "not known yet";
+    StartLogging("warning");
+    EXPECT_TRUE(IsLogged(SeverityLevel::DATA));
+    EXPECT_TRUE(IsLogged(SeverityLevel::ERROR));
+    EXPECT_TRUE(IsLogged(SeverityLevel::WARNING));
+    EXPECT_FALSE(IsLogged(SeverityLevel::TRACE));
+    EXPECT_FALSE(IsLogged(SeverityLevel::DEBUG));
+}
+
+TEST_F(LoggerTest, DeferredFirstUseLosesTheLineAndLeavesItToTheNext) {
+    machine.WriteFactorySettings();
+    {
+        const FirstUseDeferral deferral;
+        Log(SeverityLevel::ERROR, L"lost");
+    }
+    Log(SeverityLevel::ERROR, L"written");
+    EXPECT_THAT(LogLines(ErrorFile()), ElementsAre(LoggedLine{"ERROR", "", "written"}));
+}
+
+TEST_F(LoggerTest, ThreadsDoNotMixTheirLines) {
+    StartLogging("debug");
+    constexpr int Threads = 4;
+    constexpr int LinesEach = 100;
+    std::vector<std::thread> threads;
+    for (int thread = 0; thread < Threads; ++thread)
+        threads.emplace_back([thread] {
+            for (int line = 0; line < LinesEach; ++line)
+                LogMessage(SeverityLevel::DEBUG, L"", 0, nullptr, L"%d/%d", thread, line);
+        });
+    for (std::thread& thread : threads)
+        thread.join();
+    std::set<std::string> messages;
+    for (const LoggedLine& line : LogLines(machine.LogFile()))
+        messages.insert(line.message);
+    EXPECT_EQ(messages.size(), std::size_t{Threads * LinesEach});
+}
+
+TEST(ElapsedTicks, CountsAcrossTheWrap) {
+    EXPECT_EQ(ElapsedTicks(100, 142), 42U);
+    EXPECT_EQ(ElapsedTicks(0xFFFFFFF0, 0x10), 0x20U);
+}
+
+TEST(DurationLabel, EndsBeforeTheFirstParenthesis) {
+    EXPECT_EQ(DurationLabel(L"BasicImplementation(\"%s\", \"%s\")"), L"BasicImplementation");
+    EXPECT_EQ(DurationLabel(L"(x)"), L"");
+}
+
+TEST(DurationLabel, WithoutParenthesisIsTheWholeFormat) { EXPECT_EQ(DurationLabel(L"took %s"), L"took %s"); }
+
+TEST_F(LoggerTest, DurationIsLoggedAtDebugWithoutArguments) {
+    StartLogging("debug");
+    { const ScopedDurationLog duration(L"Work(%s, %d)", L"secret", 1); }
+    const auto lines = LogLines(machine.LogFile());
+    ASSERT_EQ(lines.size(), 1U);
+    EXPECT_EQ(lines[0].severity, "DEBUG");
+    EXPECT_EQ(lines[0].function, "");
+    EXPECT_TRUE(std::regex_match(lines[0].message, std::regex("Work took \\d+ ms"))) << lines[0].message;
+}
+
+} // namespace Zuvan::Lumeq::Common

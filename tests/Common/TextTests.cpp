@@ -1,0 +1,62 @@
+#include "Common/Text.h"
+
+#include <gtest/gtest.h>
+
+#include <stdexcept>
+#include <vector>
+
+namespace Zuvan::Lumeq::Common {
+
+TEST(Base64Encode, PadsByTheLength) {
+    EXPECT_EQ(Base64Encode(std::vector<std::uint8_t>{}), L"");
+    EXPECT_EQ(Base64Encode(std::vector<std::uint8_t>{'f'}), L"Zg==");
+    EXPECT_EQ(Base64Encode(std::vector<std::uint8_t>{'f', 'o'}), L"Zm8=");
+    EXPECT_EQ(Base64Encode(std::vector<std::uint8_t>{'f', 'o', 'o'}), L"Zm9v");
+    EXPECT_EQ(Base64Encode(std::vector<std::uint8_t>{'f', 'o', 'o', 'b'}), L"Zm9vYg==");
+}
+
+TEST(Base64Encode, UsesTheWholeStandardAlphabet) {
+    std::vector<std::uint8_t> bytes;
+    for (unsigned group = 0; group < 64; group += 4) {
+        const unsigned bits = group << 18 | (group + 1) << 12 | (group + 2) << 6 | (group + 3);
+        for (const int shift : {16, 8, 0})
+            bytes.push_back(static_cast<std::uint8_t>(bits >> shift));
+    }
+    EXPECT_EQ(Base64Encode(bytes), L"ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/");
+}
+
+TEST(Base64Encode, AddsNoLineBreaks) {
+    const std::wstring encoded = Base64Encode(std::vector<std::uint8_t>(300, 0));
+    EXPECT_EQ(encoded, std::wstring(400, L'A'));
+}
+
+TEST(Base64EncodeUtf8, EncodesTheUtf8Bytes) {
+    EXPECT_EQ(Base64EncodeUtf8(L""), L"");
+    EXPECT_EQ(Base64EncodeUtf8(L"\u00e9"), L"w6k=");
+    EXPECT_THROW(Base64EncodeUtf8(L"\xD800"), std::range_error);
+}
+
+TEST(Rot13Wide, RotatesLettersOnly) {
+    EXPECT_EQ(Rot13Wide(L"Abc-9"), L"Nop-9");
+    EXPECT_EQ(Rot13Wide(L"Nop-9"), L"Abc-9");
+    EXPECT_EQ(Rot13Wide(L"0123456789"), L"0123456789");
+    EXPECT_EQ(Rot13Wide(L"ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz"),
+              L"NOPQRSTUVWXYZABCDEFGHIJKLMnopqrstuvwxyzabcdefghijklm");
+    EXPECT_EQ(Rot13Wide(L""), L"");
+}
+
+TEST(Rot13Wide, LeavesOtherCharactersAlone) { EXPECT_EQ(Rot13Wide(L"\u00e9\u6f22"), L"\u00e9\u6f22"); }
+
+TEST(IsBlank, TakesEmptyAndWhiteSpace) {
+    EXPECT_TRUE(IsBlank(L""));
+    EXPECT_TRUE(IsBlank(L"   "));
+    EXPECT_TRUE(IsBlank(L" \t\r\n"));
+    EXPECT_FALSE(IsBlank(L" x "));
+}
+
+TEST(LetterCase, ChangesTheWholeText) {
+    EXPECT_EQ(ToLower(L"Debug-1"), L"debug-1");
+    EXPECT_EQ(ToUpper(L"ab-12-cd"), L"AB-12-CD");
+}
+
+} // namespace Zuvan::Lumeq::Common

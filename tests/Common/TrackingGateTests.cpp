@@ -1,0 +1,64 @@
+#include "Common/TrackingGate.h"
+
+#include "support/IsolatedMachine.h"
+
+#include <gtest/gtest.h>
+
+namespace Zuvan::Lumeq::Common {
+
+namespace {
+
+constexpr wchar_t Key[] = L"Software\\Zuvan\\NG\\Tracking\\Lumeq";
+constexpr wchar_t Value[] = L"TrackingDisabled";
+
+class TrackingGate : public testing::Test {
+protected:
+    Testing::IsolatedMachine machine;
+};
+
+} // namespace
+
+TEST_F(TrackingGate, IsOpenWithoutTheKey) { EXPECT_FALSE(IsTrackingDisabled()); }
+
+TEST_F(TrackingGate, IsOpenWithoutTheValue) {
+    machine.SetDword(HKEY_CURRENT_USER, Key, L"Other", 1);
+    EXPECT_FALSE(IsTrackingDisabled());
+}
+
+TEST_F(TrackingGate, IsShutByOne) {
+    machine.SetDword(HKEY_CURRENT_USER, Key, Value, 1);
+    EXPECT_TRUE(IsTrackingDisabled());
+}
+
+TEST_F(TrackingGate, IsOpenForZero) {
+    machine.SetDword(HKEY_CURRENT_USER, Key, Value, 0);
+    EXPECT_FALSE(IsTrackingDisabled());
+}
+
+TEST_F(TrackingGate, IsOpenForTwo) {
+    machine.SetDword(HKEY_CURRENT_USER, Key, Value, 2);
+    EXPECT_FALSE(IsTrackingDisabled());
+}
+
+TEST_F(TrackingGate, DoesNotLookAtTheRegistryType) {
+    machine.SetText(HKEY_CURRENT_USER, Key, Value, L"\x01"); // four bytes: 1, 0, 0, 0
+    EXPECT_TRUE(IsTrackingDisabled());
+}
+
+TEST_F(TrackingGate, IsOpenForAValueThatDoesNotFit) {
+    machine.SetText(HKEY_CURRENT_USER, Key, Value, L"\x01\x02");
+    EXPECT_FALSE(IsTrackingDisabled());
+}
+
+TEST_F(TrackingGate, IgnoresTheMachinesKey) {
+    machine.SetDword(HKEY_LOCAL_MACHINE, Key, Value, 1);
+    EXPECT_FALSE(IsTrackingDisabled());
+}
+
+TEST_F(TrackingGate, DoesNotNoticeALaterChange) {
+    EXPECT_FALSE(IsTrackingDisabled());
+    machine.SetDword(HKEY_CURRENT_USER, Key, Value, 1);
+    EXPECT_FALSE(IsTrackingDisabled());
+}
+
+} // namespace Zuvan::Lumeq::Common

@@ -1,0 +1,256 @@
+#include "LumeqLib/Extra/Collection/SystemInformation.h"
+
+#include "FakeSources.h"
+#include "support/Firmware.h"
+#include "support/IsolatedMachine.h"
+
+#include <windows.h>
+
+#include <gmock/gmock.h>
+#include <powrprof.h>
+#include <vector>
+
+namespace Zuvan::Lumeq::Extra::Collection {
+
+namespace {
+
+using testing::Contains;
+using testing::EndsWith;
+using testing::HasSubstr;
+using testing::Not;
+using testing::StartsWith;
+using testing::UnorderedElementsAre;
+
+constexpr wchar_t SkuNumber[] = L"Win32_ComputerSystemProduct.SKUNumber";
+constexpr wchar_t RegisteredSku[] = L"HARDWARE\\DESCRIPTION\\System\\BIOS:SystemSKU";
+constexpr wchar_t SerialNumber[] = L"Win32_BIOS.SerialNumber";
+
+std::wstring FieldOf(const Testing::FakeSources& sources, const wchar_t* key) {
+    return GetSysInfoBase(sources).at(key);
+}
+
+_variant_t ChassisTypes(const std::vector<LONG>& types) {
+    _variant_t value;
+    value.vt = VT_ARRAY | VT_I4;
+    value.parray = SafeArrayCreateVector(VT_I4, 0, static_cast<ULONG>(types.size()));
+    for (LONG i = 0; i < static_cast<LONG>(types.size()); ++i)
+        SafeArrayPutElement(value.parray, &i, const_cast<LONG*>(&types[static_cast<std::size_t>(i)]));
+    return value;
+}
+
+/// A text that the kernel's file carries for readers.
+std::wstring KernelVersionText() {
+    wchar_t path[MAX_PATH] = {};
+    GetSystemDirectoryW(path, MAX_PATH);
+    wcscat(path, L"\\kernel32.dll");
+    std::vector<BYTE> block(GetFileVersionInfoSizeW(path, nullptr));
+    GetFileVersionInfoW(path, 0, static_cast<DWORD>(block.size()), block.data());
+    void* text = nullptr;
+    UINT length = 0;
+    VerQueryValueW(block.data(), L"\\StringFileInfo\\040904b0\\FileVersion", &text, &length);
+    return text ? static_cast<const wchar_t*>(text) : L"";
+}
+
+std::wstring WindowsNtValue(const wchar_t* name) {
+    wchar_t text[256] = {};
+    DWORD size = sizeof text;
+    RegGetValueW(HKEY_LOCAL_MACHINE, L"Software\\Microsoft\\Windows NT\\CurrentVersion", name, RRF_RT_REG_SZ,
+                 nullptr, text, &size);
+    return text;
+}
+
+} // namespace
+
+TEST(SystemInformation, HasItsFourteenFieldsWhateverIsFound) {
+    Testing::FakeSources sources;
+    std::vector<std::wstring> keys;
+    for (const auto& [key, value] : GetSysInfoBase(sources)) {
+        keys.push_back(key);
+        EXPECT_NE(value, L"") << key;
+    }
+    EXPECT_THAT(keys, UnorderedElementsAre(L"schema", L"pc_touchenabled", L"pc_battery", L"pc_architecture",
+                                           L"os_name", L"os_version", L"os_architecture",
+                                           L"os_screenresolution", L"os_language", L"os_country",
+                                           L"pc_manufacturer", L"pc_modelname", L"pc_category", L"pc_sku"));
+}
+
+TEST(SystemInformation, ConstantFields) {
+    Testing::FakeSources sources;
+    const SystemInformation record = GetSysInfoBase(sources);
+    EXPECT_EQ(record.at(L"schema"), L"sys_info_base/1.1.0");
+    EXPECT_EQ(record.at(L"pc_architecture"), L"x64");
+    EXPECT_EQ(record.at(L"os_architecture"), L"bit_64");
+}
+
+TEST(SystemInformation, WithoutWmiItsFieldsAreUnknown) {
+    Testing::FakeSources sources;
+    const SystemInformation record = GetSysInfoBase(sources);
+    for (const wchar_t* key :
+         {L"os_name", L"os_version", L"pc_manufacturer", L"pc_modelname", L"pc_category", L"pc_sku"})
+        EXPECT_EQ(record.at(key), L"unknown") << key;
+}
+
+TEST(SystemInformation, ValuesThatAreNoTextAreUnknown) {
+    Testing::FakeSources sources;
+    for (const wchar_t* question : {L"Win32_OperatingSystem.Caption", L"Win32_OperatingSystem.Version",
+                                    L"Win32_ComputerSystem.Manufacturer", L"Win32_ComputerSystem.Model",
+                                    L"Win32_SystemEnclosure.ChassisTypes", SkuNumber, SerialNumber})
+        sources.wmi[question] = 7L;
+    const SystemInformation record = GetSysInfoBase(sources);
+    for (const wchar_t* key :
+         {L"os_name", L"os_version", L"pc_manufacturer", L"pc_modelname", L"pc_category", L"pc_sku"})
+        EXPECT_EQ(record.at(key), L"unknown") << key;
+}
+
+TEST(SystemInformation, OsNameIsTrimmedAndMakerAndModelAreNot) {
+    Testing::FakeSources sources;
+    sources.wmi[L"Win32_OperatingSystem.Caption"] = L" Windows\u00ae 10 ";
+    sources.wmi[L"Win32_ComputerSystem.Manufacturer"] = L" M\u00e4ker\u00ae ";
+    sources.wmi[L"Win32_ComputerSystem.Model"] = L" Model ";
+    const SystemInformation record = GetSysInfoBase(sources);
+    EXPECT_EQ(record.at(L"os_name"), L"Windows 10");
+    EXPECT_EQ(record.at(L"pc_manufacturer"), L" M\u00e4ker\u00ae ");
+    EXPECT_EQ(record.at(L"pc_modelname"), L" Model ");
+}
+
+TEST(SystemInformation, OsVersionIsTakenAsItStandsBeforeItsLastPart) {
+    Testing::FakeSources sources;
+    sources.wmi[L"Win32_OperatingSystem.Version"] = L" 10.0.17763 ";
+    EXPECT_THAT(FieldOf(sources, L"os_version"), StartsWith(L" 10.0.17763 ."));
+}
+
+TEST(SystemInformation, TouchIsUnknownBeforeWindows7) {
+    Testing::FakeSources sources;
+    sources.version = {2, 600};
+    EXPECT_EQ(FieldOf(sources, L"pc_touchenabled"), L"unknown");
+}
+
+TEST(SystemInformation, TouchIsFalseOnWindows8WithoutATouchScreen) {
+    if (GetSystemMetrics(95) != 0)
+        GTEST_SKIP() << "this machine has a touch screen";
+    Testing::FakeSources sources;
+    sources.version = {2, 602};
+    EXPECT_EQ(FieldOf(sources, L"pc_touchenabled"), L"false");
+}
+
+TEST(SystemInformation, LastChassisTypeWins) {
+    Testing::FakeSources sources;
+    sources.wmi[L"Win32_SystemEnclosure.ChassisTypes"] = ChassisTypes({8, 10});
+    EXPECT_EQ(FieldOf(sources, L"pc_category"), L"Computer.Notebook");
+}
+
+TEST(SystemInformation, ChassisTypesOneTwoAndNoneAreAComputer) {
+    Testing::FakeSources sources;
+    for (const std::vector<LONG>& types : {std::vector<LONG>{1}, {2}, {}}) {
+        sources.wmi[L"Win32_SystemEnclosure.ChassisTypes"] = ChassisTypes(types);
+        EXPECT_EQ(FieldOf(sources, L"pc_category"), L"Computer");
+    }
+}
+
+TEST(Sku, NumberComesFirstEvenIfEmpty) {
+    Testing::FakeSources sources;
+    sources.registry[RegisteredSku] = L"registered";
+    for (const wchar_t* number : {L"number", L"", L"unknown"}) {
+        sources.wmi[SkuNumber] = number;
+        sources.questions.clear();
+        EXPECT_EQ(FieldOf(sources, L"pc_sku"), number);
+        EXPECT_THAT(sources.questions, Not(Contains(RegisteredSku)));
+        EXPECT_THAT(sources.questions, Not(Contains(SerialNumber)));
+    }
+}
+
+TEST(Sku, RegistryComesSecondAndTheBiosIsNotAsked) {
+    Testing::FakeSources sources;
+    sources.registry[RegisteredSku] = L"registered";
+    sources.wmi[SerialNumber] = L"serial";
+    EXPECT_EQ(FieldOf(sources, L"pc_sku"), L"registered");
+    EXPECT_THAT(sources.questions, Contains(SkuNumber));
+    EXPECT_THAT(sources.questions, Not(Contains(SerialNumber)));
+}
+
+TEST(Sku, SerialNumberComesThird) {
+    Testing::FakeSources sources;
+    sources.wmi[SerialNumber] = L"serial";
+    EXPECT_EQ(FieldOf(sources, L"pc_sku"), L"serial");
+    sources.registry[RegisteredSku] = L"";
+    EXPECT_EQ(FieldOf(sources, L"pc_sku"), L"serial");
+    sources.wmi[SerialNumber] = L"";
+    EXPECT_EQ(FieldOf(sources, L"pc_sku"), L"");
+}
+
+TEST(Sku, WithoutAnySourceIsWhatTheRegistryGave) {
+    Testing::FakeSources sources;
+    EXPECT_EQ(FieldOf(sources, L"pc_sku"), L"unknown");
+    sources.registry[RegisteredSku] = L"";
+    EXPECT_EQ(FieldOf(sources, L"pc_sku"), L"");
+}
+
+TEST(Sku, IsReadFromTheRealRegistry) {
+    Testing::IsolatedMachine machine;
+    machine.SetText(HKEY_LOCAL_MACHINE, L"HARDWARE\\DESCRIPTION\\System\\BIOS", L"SystemSKU", L"SKU-7");
+    const Utils::SystemSources sources;
+    if (sources.WmiProperty(L"Win32_ComputerSystemProduct", L"SKUNumber").vt == VT_BSTR)
+        GTEST_SKIP() << "this machine's firmware has a number of its own";
+    EXPECT_EQ(GetSysInfoBase().at(L"pc_sku"), L"SKU-7");
+}
+
+TEST(RealSystemInformation, OsIsWhatTheRegistrySays) {
+    const SystemInformation record = GetSysInfoBase();
+    EXPECT_THAT(record.at(L"os_name"), StartsWith(WindowsNtValue(L"ProductName")));
+    EXPECT_THAT(record.at(L"os_version"),
+                StartsWith(WindowsNtValue(L"CurrentVersion") + L"." + WindowsNtValue(L"CurrentBuildNumber")));
+}
+
+TEST(RealSystemInformation, OsVersionEndsInTheLastPartOfTheKernelsVersionText) {
+    const std::wstring kernel = KernelVersionText();
+    ASSERT_THAT(kernel, HasSubstr(L"."));
+    EXPECT_THAT(GetSysInfoBase().at(L"os_version"), EndsWith(kernel.substr(kernel.rfind(L'.'))));
+}
+
+TEST(RealSystemInformation, ResolutionIsThePrimaryMonitors) {
+    MONITORINFO monitor{};
+    monitor.cbSize = sizeof monitor;
+    ASSERT_TRUE(GetMonitorInfoW(MonitorFromPoint({0, 0}, MONITOR_DEFAULTTOPRIMARY), &monitor));
+    EXPECT_EQ(GetSysInfoBase().at(L"os_screenresolution"),
+              std::to_wstring(monitor.rcMonitor.right) + L"x" + std::to_wstring(monitor.rcMonitor.bottom));
+}
+
+TEST(RealSystemInformation, LanguageAndCountryAreThoseOfTheLocaleNames) {
+    wchar_t system[LOCALE_NAME_MAX_LENGTH] = {};
+    GetSystemDefaultLocaleName(system, LOCALE_NAME_MAX_LENGTH);
+    wchar_t user[LOCALE_NAME_MAX_LENGTH] = {};
+    GetUserDefaultLocaleName(user, LOCALE_NAME_MAX_LENGTH);
+    const SystemInformation record = GetSysInfoBase();
+    EXPECT_EQ(record.at(L"os_language"), system);
+    EXPECT_THAT(user, EndsWith(L"-" + record.at(L"os_country")));
+}
+
+TEST(RealSystemInformation, BatteryIsWhatThePowerManagerSays) {
+    SYSTEM_BATTERY_STATE state{};
+    ASSERT_EQ(CallNtPowerInformation(SystemBatteryState, nullptr, 0, &state, sizeof state), 0);
+    EXPECT_EQ(GetSysInfoBase().at(L"pc_battery"), state.BatteryPresent ? L"true" : L"false");
+}
+
+TEST(RealSystemInformation, TouchIsWhatTheDigitizerSays) {
+    constexpr int Digitizer = 94; // SM_DIGITIZER
+    constexpr int Ready = 0x80;
+    EXPECT_EQ(GetSysInfoBase().at(L"pc_touchenabled"),
+              (GetSystemMetrics(Digitizer) & Ready) != 0 ? L"true" : L"false");
+}
+
+TEST(RealSystemInformation, CategoryIsTheFirmwaresChassis) {
+    const std::uint16_t type = Testing::FirmwareChassisType();
+    if (type > 2)
+        GTEST_SKIP() << "expects a virtual machine's chassis, not type " << type;
+    EXPECT_EQ(GetSysInfoBase().at(L"pc_category"), L"Computer");
+}
+
+TEST(RealSystemInformation, MakerAndModelAreThoseOfTheSystemProduct) {
+    const SystemInformation record = GetSysInfoBase();
+    const _variant_t vendor = Utils::GetWmiProperty(L"Win32_ComputerSystemProduct", L"Vendor");
+    const _variant_t name = Utils::GetWmiProperty(L"Win32_ComputerSystemProduct", L"Name");
+    EXPECT_EQ(_variant_t(record.at(L"pc_manufacturer").c_str()), vendor);
+    EXPECT_EQ(_variant_t(record.at(L"pc_modelname").c_str()), name);
+}
+
+} // namespace Zuvan::Lumeq::Extra::Collection

@@ -1,0 +1,88 @@
+#include "LumeqLib/Extra/Collection/Utils/SystemFacts.h"
+
+#include <comutil.h>
+#include <gtest/gtest.h>
+#include <initializer_list>
+
+namespace Zuvan::Lumeq::Extra::Collection::Utils {
+
+namespace {
+
+/// An array of the element type, from the lower bound on. `Number` has the size of an element.
+template <class Number>
+_variant_t ArrayOf(VARTYPE type, std::initializer_list<Number> numbers, LONG lowerBound = 0) {
+    _variant_t value;
+    value.vt = static_cast<VARTYPE>(VT_ARRAY | type);
+    value.parray = SafeArrayCreateVector(type, lowerBound, static_cast<ULONG>(numbers.size()));
+    LONG at = lowerBound;
+    for (Number number : numbers) {
+        SafeArrayPutElement(value.parray, &at, &number);
+        ++at;
+    }
+    return value;
+}
+
+} // namespace
+
+TEST(TextIn, IsTheTextOfABstrOnly) {
+    EXPECT_EQ(TextIn(_variant_t(L"abc")), L"abc");
+    EXPECT_EQ(TextIn(_variant_t(L"")), L"");
+    EXPECT_EQ(TextIn(_variant_t()), std::nullopt);
+    EXPECT_EQ(TextIn(_variant_t(7L)), std::nullopt);
+}
+
+TEST(TextIn, NullBstrIsEmptyText) {
+    VARIANT value{};
+    value.vt = VT_BSTR;
+    EXPECT_EQ(TextIn(value), L"");
+}
+
+TEST(LastNumberIn, LastElementWins) {
+    EXPECT_EQ(LastNumberIn(ArrayOf<short>(VT_I2, {8, 10})), 10);
+    EXPECT_EQ(LastNumberIn(ArrayOf<short>(VT_I2, {10})), 10);
+}
+
+TEST(LastNumberIn, CountsFromTheLowerBound) {
+    EXPECT_EQ(LastNumberIn(ArrayOf<short>(VT_I2, {8, 10, 3}, 5)), 3);
+    EXPECT_EQ(LastNumberIn(ArrayOf<short>(VT_I2, {8, 10}, -1)), 10);
+}
+
+TEST(LastNumberIn, EmptyArrayIsZero) { EXPECT_EQ(LastNumberIn(ArrayOf<short>(VT_I2, {})), 0); }
+
+TEST(LastNumberIn, WiderNumbersGiveTheirLowBits) {
+    EXPECT_EQ(LastNumberIn(ArrayOf<long>(VT_I4, {8, 10})), 10);
+    EXPECT_EQ(LastNumberIn(ArrayOf<long>(VT_I4, {0x10009})), 9);
+    EXPECT_EQ(LastNumberIn(ArrayOf<long long>(VT_I8, {-1, 12})), 12);
+    EXPECT_EQ(LastNumberIn(ArrayOf<unsigned char>(VT_UI1, {200})), 200);
+}
+
+TEST(LastNumberIn, ElementsThatAreNoNumbersAreLeftUnread) {
+    EXPECT_EQ(LastNumberIn(ArrayOf<VARIANT>(VT_VARIANT, {_variant_t(10L).GetVARIANT()})), 0);
+}
+
+TEST(LastNumberIn, FollowsAReference) {
+    _variant_t array = ArrayOf<short>(VT_I2, {8, 10});
+    SAFEARRAY* referred = array.parray;
+    VARIANT reference{};
+    reference.vt = VT_ARRAY | VT_BYREF | VT_I2;
+    reference.pparray = &referred;
+    EXPECT_EQ(LastNumberIn(reference), 10);
+}
+
+TEST(LastNumberIn, NoArrayIsNothing) {
+    EXPECT_EQ(LastNumberIn(_variant_t()), std::nullopt);
+    EXPECT_EQ(LastNumberIn(_variant_t(10L)), std::nullopt);
+    EXPECT_EQ(LastNumberIn(_variant_t(L"10")), std::nullopt);
+    VARIANT null{};
+    null.vt = VT_ARRAY | VT_I2;
+    EXPECT_EQ(LastNumberIn(null), std::nullopt);
+    null.vt = VT_ARRAY | VT_BYREF | VT_I2;
+    EXPECT_EQ(LastNumberIn(null), std::nullopt);
+}
+
+TEST(KernelFileVersion, WithoutAFolderOrAFileIsUnknown) {
+    EXPECT_EQ(KernelFileVersionIn(std::nullopt), L"unknown");
+    EXPECT_EQ(KernelFileVersionIn(L"C:\\no such folder"), L"unknown");
+}
+
+} // namespace Zuvan::Lumeq::Extra::Collection::Utils

@@ -1,0 +1,105 @@
+#include "support/scripted_companion/ScriptedCompanion.h"
+
+#include "Common/Exceptions.h"
+
+#include <Lumeq/LumeqRecords.h>
+
+#include <windows.h>
+
+#include <comdef.h>
+#include <map>
+#include <sstream>
+#include <stdexcept>
+
+namespace Zuvan::Lumeq::Testing {
+
+namespace {
+
+using Extra::Eventing::EventingEvent;
+using Extra::Eventing::StringDictionary;
+using LumeqShim::StartupTypes;
+
+std::vector<std::wstring> calls;
+
+std::wstring Script() {
+    wchar_t text[64] = {};
+    GetEnvironmentVariableW(L"LUMEQ_SCRIPTED_COMPANION", text, static_cast<DWORD>(std::size(text)));
+    return text;
+}
+
+void RaiseAsScripted() {
+    const std::wstring script = Script();
+    if (script == L"vesto")
+        throw Common::ArgumentException(L"who", L"scripted caf\u00e9");
+    if (script == L"com")
+        throw _com_error(static_cast<HRESULT>(0x80070005));
+    if (script == L"std")
+        throw std::runtime_error("scripted 100%");
+    if (script == L"unknown")
+        throw 42;
+}
+
+template <class... Arguments>
+void Take(const wchar_t* operation, const Arguments&... arguments) {
+    std::wostringstream call;
+    [[maybe_unused]] const wchar_t* separator = L"";
+    call << std::boolalpha << operation << L'(';
+    ((call << separator << arguments, separator = L", "), ...);
+    call << L')';
+    calls.push_back(call.str());
+    RaiseAsScripted();
+}
+
+std::wstring TextOf(const StringDictionary& data) {
+    std::wstring text;
+    for (const auto& [key, value] : std::map<std::wstring, std::wstring>(data.begin(), data.end()))
+        text += (text.empty() ? L"" : L" ") + key + L"=" + value;
+    return text;
+}
+
+} // namespace
+
+extern "C" {
+
+const std::vector<std::wstring>* ScriptedCompanion_Calls() { return &calls; }
+
+void StartupInternal(const std::wstring& appName, const StartupTypes* types, bool trackSystemInfo,
+                     bool trackPrintQueueInfo) {
+    Take(L"StartupInternal", appName, types->howType, types->whyType, trackSystemInfo, trackPrintQueueInfo);
+}
+
+void ShutdownInternal(std::int32_t timeoutMsec) { Take(L"ShutdownInternal", timeoutMsec); }
+
+void FlushInternal(std::int32_t timeoutMsec) { Take(L"FlushInternal", timeoutMsec); }
+
+bool GetUserOptInInternal() {
+    Take(L"GetUserOptInInternal");
+    return true;
+}
+
+void SetUserOptInInternal(bool userHasOptedIn) { Take(L"SetUserOptInInternal", userHasOptedIn); }
+
+void SetLocalValueInternal(const std::wstring& key, const std::wstring& value) {
+    Take(L"SetLocalValueInternal", key, value);
+}
+
+void LocalSettingsSubfolderInternal(const std::wstring& path) {
+    Take(L"LocalSettingsSubfolderInternal", path);
+}
+
+void PostEventInternal(const EventingEvent& event, void* second, void* third) {
+    Take(L"PostEventInternal", reinterpret_cast<std::uintptr_t>(&event),
+         reinterpret_cast<std::uintptr_t>(second), reinterpret_cast<std::uintptr_t>(third));
+}
+
+void PostDataInternal(const StringDictionary& data, const std::wstring& dataType, void* third) {
+    Take(L"PostDataInternal", TextOf(data), dataType, reinterpret_cast<std::uintptr_t>(third));
+}
+
+void TrackPrintQueueInfoInternal() { Take(L"TrackPrintQueueInfoInternal"); }
+
+void TrackSystemInformationInternal() { Take(L"TrackSystemInformationInternal"); }
+
+} // extern "C"
+
+} // namespace Zuvan::Lumeq::Testing

@@ -1,0 +1,143 @@
+"""Plays sessions of the sample host against the built library, each on a machine of its own."""
+
+import contextlib
+import os
+import shutil
+import subprocess
+import tempfile
+from dataclasses import dataclass
+from pathlib import Path
+from typing import BinaryIO, Iterator, Optional
+
+ROOT = Path(__file__).resolve().parent.parent
+DEFAULT_BUILD = ROOT / "build" / "mingw"
+
+ROADS = ("managed", "basic")
+LOG_LEVELS = ("off", "error", "warning", "trace", "debug")
+
+LOG_FILES = ("Lumeq.Log.txt", "Lumeq.Data.txt", "Lumeq.Error.txt")
+SETTINGS_FILE = "LumeqLocalSettings.xml"
+
+
+@dataclass
+class Conditions:
+    """What a session finds on its machine."""
+
+    road: str = "managed"
+    log: str = "trace"
+    settings: Optional[Path] = None
+    """The local settings file to start from."""
+    factory: Optional[Path] = None
+    """The factory settings file, in the place of one that only sets the log."""
+    companion: Optional[Path] = None
+    """The stand-in's script."""
+    disabled: Optional[int] = None
+    """The registry value TrackingDisabled; None: there is none."""
+
+
+class Machine:
+    """A Wine prefix with the host, the library and their files in it."""
+
+    def __init__(self, prefix: Path):
+        self.prefix = prefix
+        self.host_folder = prefix / "drive_c" / "Host"
+        self.program_data = prefix / "drive_c" / "ProgramData" / "Zuvan"
+
+    def log_folder(self) -> Optional[Path]:
+        return next(self.prefix.glob("drive_c/users/*/**/Temp/Zuvan/LUMEQ"), None)
+
+    def set_up(self, conditions: Conditions, build: Path) -> None:
+        self.host_folder.mkdir()
+        for file in ("lumeq-host.exe", "Lumeq.dll"):
+            shutil.copy(build / file, self.host_folder)
+        if conditions.road == "managed":
+            shutil.copy(build / "companion" / "LumeqShim.Managed.dll", self.host_folder)
+        if conditions.companion:
+            shutil.copy(conditions.companion, self.host_folder / "LumeqCompanion.json")
+        factory = self.host_folder / "LumeqConfig.xml"
+        if conditions.factory:
+            shutil.copy(conditions.factory, factory)
+        else:
+            factory.write_text(factory_settings(conditions.log), encoding="utf-8")
+        if conditions.settings:
+            folder = self.program_data / "LUMEQ"
+            folder.mkdir(parents=True)
+            shutil.copy(conditions.settings, folder / SETTINGS_FILE)
+        if conditions.disabled is not None:
+            self._disable_tracking(conditions.disabled)
+
+    def _disable_tracking(self, value: int) -> None:
+        with open(self.prefix / "user.reg", "a", encoding="ascii") as registry:
+            registry.write("\n[Software\\\\Zuvan\\\\NG\\\\Tracking\\\\Lumeq]\n"
+                           f'"TrackingDisabled"=dword:{value:08x}\n')
+
+    def run_host(self, session: Path, conditions: Conditions, output: Path, timeout: float,
+                 errors: Optional[BinaryIO] = None) -> int:
+        """Gives the host's exit code, or 124 if it had to be ended after `timeout` seconds."""
+        shutil.copy(session, self.host_folder / "session.jsonl")
+        environment = dict(os.environ, WINEPREFIX=str(self.prefix))
+        if conditions.road == "basic":
+            environment["LUMEQ_WINE_OVERRIDES"] = "mscoree=d"
+        with open(output, "wb") as lines:
+            host = subprocess.Popen(
+                [ROOT / "tools" / "run-wine", self.host_folder / "lumeq-host.exe", "session.jsonl"],
+                cwd=self.host_folder, env=environment, stdin=subprocess.DEVNULL, stdout=lines, stderr=errors)
+            try:
+                return host.wait(timeout)
+            except subprocess.TimeoutExpired:
+                stop_wine(self.prefix)
+                host.wait()
+                return 124
+
+    def collect(self, out: Path) -> None:
+        transcript = self.host_folder / "LumeqCompanion.jsonl"
+        if transcript.exists():
+            shutil.copy(transcript, out / "companion.jsonl")
+        logs = self.log_folder()
+        for name in LOG_FILES:
+            if logs and (logs / name).exists():
+                shutil.copy(logs / name, out)
+        # Zuvan/LUMEQ/..., and Zuvan/<subfolder>/LUMEQ/... where the session chose one.
+        for settings in self.program_data.glob(f"**/LUMEQ/{SETTINGS_FILE}"):
+            target = out / settings.relative_to(self.program_data).parent.parent
+            target.mkdir(parents=True, exist_ok=True)
+            shutil.copy(settings, target)
+
+
+def factory_settings(log: str) -> str:
+    switch = "<Log>off</Log>" if log == "off" else f"<Log>on</Log><LogLevel>{log}</LogLevel>"
+    return f'<LumeqConfig version="4.0">{switch}</LumeqConfig>\n'
+
+
+def stop_wine(prefix: Path) -> None:
+    subprocess.run([ROOT / "tools" / "wine-stop", prefix], check=True)
+
+
+@contextlib.contextmanager
+def machine(build: Path) -> Iterator[Machine]:
+    """A fresh one, gone at the end with all that ran on it."""
+    runs = build / "play"
+    runs.mkdir(parents=True, exist_ok=True)
+    folder = Path(tempfile.mkdtemp(dir=runs))
+    prefix = folder / "prefix"
+    try:
+        subprocess.run([ROOT / "tools" / "wine-prefix", prefix], check=True)
+        yield Machine(prefix)
+    finally:
+        stop_wine(prefix)
+        shutil.rmtree(folder)
+
+
+def play(session: Path, out: Path, conditions: Conditions = Conditions(), build: Path = DEFAULT_BUILD,
+         timeout: float = 600, errors: Optional[BinaryIO] = None) -> int:
+    """Leaves in `out` what came to be; gives the host's exit code, or 124 after `timeout` seconds.
+
+    The host's standard error goes to `errors`, or to this process's own.
+    """
+    out.mkdir(parents=True, exist_ok=True)
+    with machine(build) as its_machine:
+        its_machine.set_up(conditions, build)
+        status = its_machine.run_host(session, conditions, out / "host.jsonl", timeout, errors)
+        stop_wine(its_machine.prefix)
+        its_machine.collect(out)
+    return status
