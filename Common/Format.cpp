@@ -4,7 +4,7 @@
 
 namespace Zuvan::Lumeq::Common {
 
-FormattedText FormatBounded(std::size_t capacity, const wchar_t* format, std::va_list arguments) {
+FormattedText FormatBoundedV(std::size_t capacity, const wchar_t* format, std::va_list arguments) {
     std::wstring buffer(capacity, L'\0');
     // No terminator is written when the text fills the buffer or does not fit, and nothing says how far a
     // failed conversion came: the zeros do.
@@ -18,7 +18,7 @@ FormattedText FormatBounded(std::size_t capacity, const wchar_t* format, std::va
 FormattedText FormatBounded(std::size_t capacity, const wchar_t* format, ...) {
     std::va_list arguments;
     va_start(arguments, format);
-    FormattedText result = FormatBounded(capacity, format, arguments);
+    FormattedText result = FormatBoundedV(capacity, format, arguments);
     va_end(arguments);
     return result;
 }

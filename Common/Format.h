@@ -13,9 +13,9 @@ struct FormattedText {
 };
 
 /// Formats into `capacity` wide characters, terminator included.
-FormattedText FormatBounded(std::size_t capacity, const wchar_t* format, std::va_list arguments);
-
-/// The same with the arguments written out.
 FormattedText FormatBounded(std::size_t capacity, const wchar_t* format, ...);
+
+/// The same. Not an overload: a va_list is a plain pointer here, and so are some arguments.
+FormattedText FormatBoundedV(std::size_t capacity, const wchar_t* format, std::va_list arguments);
 
 } // namespace Zuvan::Lumeq::Common

@@ -47,6 +47,7 @@ std::wstring LogTimestamp(std::int64_t epochMilliseconds) {
 std::wstring LogLine(std::int64_t epochMilliseconds, SeverityLevel level, std::uint32_t threadId,
                      const std::wstring& functionName, const std::wstring& message) {
     std::wostringstream line;
+    line.exceptions(std::ios::badbit); // A line that memory does not suffice for is lost, not cut.
     // The thread number stays left-aligned like the severity before it, so its zeros stand to the right of
     // the digits; readers of the log expect that.
     line << LogTimestamp(epochMilliseconds) << L' ' << std::left << std::setw(8) << SeverityText(level)

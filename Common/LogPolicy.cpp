@@ -16,7 +16,8 @@ bool ParseDate(const std::wstring& text, std::tm& date) {
     std::wistringstream stream(text);
     stream.imbue(std::locale());
     stream >> std::get_time(&date, L"%Y-%m-%d");
-    return !stream.fail();
+    // A text that ends early does not count as a failure everywhere.
+    return !stream.fail() && date.tm_mday != 0;
 }
 
 std::optional<std::int64_t> LogDateMilliseconds(const std::wstring& text) {

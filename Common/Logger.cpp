@@ -131,7 +131,7 @@ void WriteSerialized(const LogPaths& paths, SeverityLevel level, const std::stri
 }
 
 std::wstring MessageText(const wchar_t* format, std::va_list arguments) {
-    FormattedText message = FormatBounded(MessageCapacity, format, arguments);
+    FormattedText message = FormatBoundedV(MessageCapacity, format, arguments);
     constexpr std::size_t kept = MessageCapacity - std::size(TruncationMark);
     if (message.truncated && message.text.size() > kept)
         message.text.replace(kept, std::wstring::npos, TruncationMark);

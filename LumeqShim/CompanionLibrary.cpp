@@ -41,7 +41,10 @@ HMODULE OwnModule() {
     return module;
 }
 
+/// Empty if the module's place is not known: the bare name would be looked for along the search path.
 std::wstring CompanionPathBeside(const std::wstring& modulePath) {
+    if (modulePath.empty())
+        return {};
     return std::filesystem::path(modulePath).replace_filename(CompanionFileName).wstring();
 }
 
@@ -62,7 +65,8 @@ std::wstring CompanionPath() {
 HMODULE LoadCompanionLibrary() {
     const std::wstring path = CompanionPath();
     if (!IsFile(path))
-        throw FileNotFoundException(path, L"The companion library was not found");
+        throw FileNotFoundException(path.empty() ? CompanionFileName : path,
+                                    L"The companion library was not found");
     // What it depends on must not come from the current folder or from PATH either.
     UniqueModule library(LoadLibraryExW(path.c_str(), nullptr,
                                         LOAD_LIBRARY_SEARCH_DLL_LOAD_DIR | LOAD_LIBRARY_SEARCH_DEFAULT_DIRS));

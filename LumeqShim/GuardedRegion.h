@@ -11,7 +11,7 @@ void ReportCaughtFailure(const wchar_t* logName) noexcept;
 
 /// Runs `action`. Gives false if it raised something, which is then logged under `logName`.
 template <class Action>
-bool RunGuarded(const wchar_t* logName, Action&& action) noexcept {
+bool RunRegion(const wchar_t* logName, Action&& action) noexcept {
     try {
         std::forward<Action>(action)();
         return true;

@@ -36,7 +36,7 @@ constexpr wchar_t BasicRegion[] = L"BasicImplementation";
 /// For the wrappers that do nothing on the basic road.
 template <class Operation>
 void RunOnManagedRoad(const wchar_t* logName, Operation operation) {
-    RunGuarded(logName, [&operation] {
+    RunRegion(logName, [&operation] {
         if (IsRequiredDotNetVersionInstalled())
             operation();
     });
@@ -54,7 +54,7 @@ void StartupXX(const std::wstring& appName, const StartupTypes& types, bool trac
         started = true;
     });
     if (!started)
-        RunGuarded(BasicRegion, [&] { BasicStart(appName); });
+        RunRegion(BasicRegion, [&] { BasicStart(appName); });
 }
 
 void ShutdownXX(std::int32_t timeoutMsec) {
@@ -71,11 +71,11 @@ bool GetUserOptInXX() {
     if (IsTrackingDisabled())
         return false;
     bool userHasOptedIn = false;
-    RunGuarded(L"GetUserOptInXX", [&] {
+    RunRegion(L"GetUserOptInXX", [&] {
         if (IsRequiredDotNetVersionInstalled())
             userHasOptedIn = GetUserOptInInternal();
         else
-            RunGuarded(L"BasicGetUserOptIn", [&] { userHasOptedIn = BasicGetUserOptIn(UserOptInKey); });
+            RunRegion(L"BasicGetUserOptIn", [&] { userHasOptedIn = BasicGetUserOptIn(UserOptInKey); });
     });
     return userHasOptedIn;
 }
@@ -83,35 +83,35 @@ bool GetUserOptInXX() {
 void SetUserOptInXX(bool userHasOptedIn) {
     if (IsTrackingDisabled())
         return;
-    const bool stored = RunGuarded(L"SetUserOptInXX", [&] {
+    const bool stored = RunRegion(L"SetUserOptInXX", [&] {
         if (IsRequiredDotNetVersionInstalled())
             SetUserOptInInternal(userHasOptedIn);
         else
             BasicSetUserOptIn(userHasOptedIn, UserOptInKey);
     });
     if (!stored)
-        RunGuarded(BasicRegion, [&] { BasicSetUserOptIn(userHasOptedIn, UserOptInKey); });
+        RunRegion(BasicRegion, [&] { BasicSetUserOptIn(userHasOptedIn, UserOptInKey); });
 }
 
 void SetLocalValue(bool value, std::wstring& key) {
     const std::wstring consumedKey = std::exchange(key, {});
     if (IsTrackingDisabled())
         return;
-    const bool stored = RunGuarded(L"SetLocalValue", [&] {
+    const bool stored = RunRegion(L"SetLocalValue", [&] {
         if (IsRequiredDotNetVersionInstalled())
             SetLocalValueInternal(consumedKey, value ? L"True" : L"False");
         else
             BasicSetUserOptIn(value, consumedKey);
     });
     if (!stored)
-        RunGuarded(BasicRegion, [&] { BasicSetUserOptIn(value, consumedKey); });
+        RunRegion(BasicRegion, [&] { BasicSetUserOptIn(value, consumedKey); });
 }
 
 void LocalSubfolderPathXX(const std::wstring& path) {
-    RunGuarded(L"LocalSubfolderPathXX", [&] {
+    RunRegion(L"LocalSubfolderPathXX", [&] {
         if (IsRequiredDotNetVersionInstalled())
             LocalSettingsSubfolderInternal(path);
-        RunGuarded(L"BasicLocalSubfolderPath", [&] { BasicLocalSubfolderPath(path); });
+        RunRegion(L"BasicLocalSubfolderPath", [&] { BasicLocalSubfolderPath(path); });
     });
 }
 

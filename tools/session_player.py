@@ -7,7 +7,7 @@ import subprocess
 import tempfile
 from dataclasses import dataclass
 from pathlib import Path
-from typing import Iterator, Optional
+from typing import BinaryIO, Iterator, Optional
 
 ROOT = Path(__file__).resolve().parent.parent
 DEFAULT_BUILD = ROOT / "build" / "mingw"
@@ -71,7 +71,8 @@ class Machine:
             registry.write("\n[Software\\\\Zuvan\\\\NG\\\\Tracking\\\\Lumeq]\n"
                            f'"TrackingDisabled"=dword:{value:08x}\n')
 
-    def run_host(self, session: Path, conditions: Conditions, output: Path, timeout: float) -> int:
+    def run_host(self, session: Path, conditions: Conditions, output: Path, timeout: float,
+                 errors: Optional[BinaryIO] = None) -> int:
         """Gives the host's exit code, or 124 if it had to be ended after `timeout` seconds."""
         shutil.copy(session, self.host_folder / "session.jsonl")
         environment = dict(os.environ, WINEPREFIX=str(self.prefix))
@@ -80,7 +81,7 @@ class Machine:
         with open(output, "wb") as lines:
             host = subprocess.Popen(
                 [ROOT / "tools" / "run-wine", self.host_folder / "lumeq-host.exe", "session.jsonl"],
-                cwd=self.host_folder, env=environment, stdin=subprocess.DEVNULL, stdout=lines)
+                cwd=self.host_folder, env=environment, stdin=subprocess.DEVNULL, stdout=lines, stderr=errors)
             try:
                 return host.wait(timeout)
             except subprocess.TimeoutExpired:
@@ -128,12 +129,15 @@ def machine(build: Path) -> Iterator[Machine]:
 
 
 def play(session: Path, out: Path, conditions: Conditions = Conditions(), build: Path = DEFAULT_BUILD,
-         timeout: float = 600) -> int:
-    """Leaves in `out` what came to be; gives the host's exit code, or 124 after `timeout` seconds."""
+         timeout: float = 600, errors: Optional[BinaryIO] = None) -> int:
+    """Leaves in `out` what came to be; gives the host's exit code, or 124 after `timeout` seconds.
+
+    The host's standard error goes to `errors`, or to this process's own.
+    """
     out.mkdir(parents=True, exist_ok=True)
     with machine(build) as its_machine:
         its_machine.set_up(conditions, build)
-        status = its_machine.run_host(session, conditions, out / "host.jsonl", timeout)
+        status = its_machine.run_host(session, conditions, out / "host.jsonl", timeout, errors)
         stop_wine(its_machine.prefix)
         its_machine.collect(out)
     return status

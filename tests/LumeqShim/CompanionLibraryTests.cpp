@@ -137,6 +137,19 @@ TEST_F(CompanionLibrary, PlantedInTheCurrentFolderIsNotLoaded) {
     std::filesystem::current_path(current);
 }
 
+TEST_F(CompanionLibrary, PlantedIsNotLoadedIfTheHostsPlaceIsNotKnown) {
+    const path planted = machine.TemporaryFolder() / "planted";
+    PlaceCompanion(planted);
+    const path current = std::filesystem::current_path();
+    std::filesystem::current_path(planted);
+    {
+        const HostExecutable host("");
+        EXPECT_EQ(FailureToFind("FlushInternal"), NotFoundAt(FileName));
+    }
+    EXPECT_FALSE(IsLoaded());
+    std::filesystem::current_path(current);
+}
+
 TEST_F(CompanionLibrary, PlantedOnThePathIsNotLoaded) {
     const path planted = machine.TemporaryFolder() / "planted";
     PlaceCompanion(planted);
@@ -158,8 +171,14 @@ TEST_F(CompanionLibrary, PlantedIsNotLoadedInPlaceOfABrokenOne) {
 TEST_F(CompanionLibrary, IsFoundInAFolderOfMoreThan260Characters) {
     const path deep = machine.TemporaryFolder() / std::wstring(150, L'a') / std::wstring(150, L'b');
     PlaceCompanion(deep);
-    const HostExecutable host(deep / "host.exe");
-    EXPECT_EQ(FailureToFind("FlushInternal"), L"");
+    {
+        const HostExecutable host(deep / "host.exe");
+        EXPECT_EQ(FailureToFind("FlushInternal"), L"");
+    }
+    // The machine's own tidying does not see what lies as deep as this.
+    FreeCompanion();
+    std::filesystem::remove(deep / FileName);
+    std::filesystem::remove(deep);
 }
 
 TEST_F(CompanionLibrary, IsMissedInAFolderOfMoreThan260Characters) {

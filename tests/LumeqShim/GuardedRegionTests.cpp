@@ -26,7 +26,7 @@ protected:
     /// The warnings of one region that runs `action`, which must fail.
     template <class Action>
     std::vector<LoggedLine> WarningsOf(Action action) {
-        EXPECT_FALSE(RunGuarded(L"FlushXX", action));
+        EXPECT_FALSE(RunRegion(L"FlushXX", action));
         return LogLines(_machine.LogFile(), "WARNING");
     }
 
@@ -46,12 +46,12 @@ public:
 
 TEST_F(GuardedRegion, ActionThatEndsIsDone) {
     bool ran = false;
-    EXPECT_TRUE(RunGuarded(L"FlushXX", [&ran] { ran = true; }));
+    EXPECT_TRUE(RunRegion(L"FlushXX", [&ran] { ran = true; }));
     EXPECT_TRUE(ran);
 }
 
 TEST_F(GuardedRegion, ActionThatEndsIsNotLogged) {
-    RunGuarded(L"FlushXX", [] {});
+    RunRegion(L"FlushXX", [] {});
     EXPECT_EQ(WarningsOf([] { throw 1; }).size(), 1u);
 }
 
@@ -82,7 +82,7 @@ TEST_F(GuardedRegion, FailureOfTheReportDoesNotEscape) {
 }
 
 TEST_F(GuardedRegion, InnerRegionKeepsItsFailureFromTheOuterOne) {
-    const bool outer = RunGuarded(L"GetUserOptInXX", [this] {
+    const bool outer = RunRegion(L"GetUserOptInXX", [this] {
         EXPECT_EQ(WarningsOf([] { throw 1; }),
                   (Lines{{"WARNING", "", "FlushXX failed with unknown exception"}}));
     });

@@ -1,6 +1,8 @@
 #include "LumeqShim/PreLoadingCode.h"
 
+#include "Common/Logger.h"
 #include "support/DeliveryStandIns.h"
+#include "support/FailingAllocation.h"
 #include "support/IsolatedMachine.h"
 #include "support/LogLines.h"
 
@@ -15,8 +17,12 @@ namespace Zuvan::LumeqShim {
 
 namespace {
 
+using Lumeq::Common::LogMessage;
+using Lumeq::Common::SeverityLevel;
+using Lumeq::Testing::FailingAllocation;
 using Lumeq::Testing::FakeMscoreeSaw;
 using Lumeq::Testing::LoggedLine;
+using Lumeq::Testing::LogLines;
 using Lumeq::Testing::UseFakeMscoree;
 using Lumeq::Testing::UseFakeMscoreeWithoutEntryPoint;
 using testing::Contains;
@@ -38,20 +44,26 @@ constexpr char Duration[] = "DEBUG IsRequiredDotNetVersionInstalled took # ms";
 
 class RuntimeProbe : public testing::Test {
 protected:
-    RuntimeProbe() { _machine.WriteFactorySettings(); }
+    RuntimeProbe() {
+        _machine.WriteFactorySettings();
+        // The first use of the log has lines of its own.
+        LogMessage(SeverityLevel::TRACE, L"", 0, nullptr, L"first use");
+        _linesBefore = LogLines(_machine.LogFile()).size();
+    }
 
     /// Severity and message of every line of the probe, with "#" for the numbers that differ between runs.
     std::vector<std::string> Lines() const {
         static const std::regex number("(t=|init=|took )\\d+");
         std::vector<std::string> lines;
-        for (const LoggedLine& line : Lumeq::Testing::LogLines(_machine.LogFile()))
-            if (line.severity != "TRACE")
-                lines.push_back(line.severity + " " + std::regex_replace(line.message, number, "$1#"));
+        for (const LoggedLine& line : LogLines(_machine.LogFile()))
+            lines.push_back(line.severity + " " + std::regex_replace(line.message, number, "$1#"));
+        lines.erase(lines.begin(), lines.begin() + static_cast<std::ptrdiff_t>(_linesBefore));
         return lines;
     }
 
 private:
     Lumeq::Testing::IsolatedMachine _machine;
+    std::size_t _linesBefore;
 };
 
 HRESULT ApartmentOfThisThread() {
@@ -224,6 +236,17 @@ TEST_F(RuntimeProbe, LibraryThatVanishesPicksTheBasicRoadOnceAndThenTheManagedRo
     EXPECT_TRUE(IsRequiredDotNetVersionInstalled());
     EXPECT_TRUE(IsRequiredDotNetVersionInstalled());
     EXPECT_THAT(Lines(), ElementsAre(SupportAsked, Supported, ComInit, ComUninit, Duration));
+}
+
+TEST_F(RuntimeProbe, MemoryThatRunsOutAtItsVeryStartPicksTheBasicRoadOnce) {
+    UseFakeMscoree(L"v2.0.50727");
+    {
+        const FailingAllocation failure(1);
+        EXPECT_FALSE(IsRequiredDotNetVersionInstalled());
+        EXPECT_TRUE(failure.Happened());
+    }
+    EXPECT_TRUE(IsRequiredDotNetVersionInstalled());
+    EXPECT_THAT(Lines(), testing::IsEmpty());
 }
 
 TEST_F(RuntimeProbe, ExceptionOfTheHostObjectIsNotLoggedAndComIsUndone) {

@@ -7,7 +7,7 @@
 #include "LumeqLib/Core/Utils/FailureReport.h"
 #include "LumeqLib/Core/Utils/SettingsDocuments.h"
 #include "LumeqLib/Core/Utils/SettingsPaths.h"
-#include "LumeqLib/Core/Utils/WholeFileSave.h"
+#include "LumeqLib/Core/Utils/WholeFile.h"
 
 #include <utility>
 

@@ -1,6 +1,7 @@
 #include "LumeqLib/Core/Utils/SettingsDocuments.h"
 
 #include "Common/Exceptions.h"
+#include "LumeqLib/Core/Utils/WholeFile.h"
 
 #include <shlwapi.h>
 
@@ -18,7 +19,7 @@ constexpr wchar_t Version[] = L"4.0";
 bool Exists(const std::wstring& path) { return PathFileExistsW(path.c_str()) != FALSE; }
 
 void ReadLocalFile(IXMLDOMDocument& document, const std::wstring& path) {
-    if (!LoadXml(document, path))
+    if (!LoadWholeFile(document, path))
         throw FileFormatException(path, L"Error parsing local settings file");
     const XmlElementPointer root = RootElement(document);
     if (TagName(*root.Get()) == OlderRootName)

@@ -1,11 +1,11 @@
-#include "LumeqLib/Core/Utils/WholeFileSave.h"
+#include "LumeqLib/Core/Utils/WholeFile.h"
 
 #include "Common/Format.h"
 #include "Common/SystemHandles.h"
 
 #include <aclapi.h>
+#include <cstdint>
 #include <memory>
-#include <shlwapi.h>
 
 namespace Zuvan::Lumeq::Core::Utils {
 
@@ -37,8 +37,6 @@ private:
     const std::wstring& _path;
 };
 
-[[noreturn]] void ThrowLastError() { throw _com_error(HRESULT_FROM_WIN32(GetLastError())); }
-
 std::wstring InFolderOf(const std::wstring& path, const std::wstring& name) {
     return path.substr(0, path.find_last_of(L"\\/") + 1) + name;
 }
@@ -69,16 +67,57 @@ void RemoveLeftOvers(const std::wstring& path) {
     } while (FindNextFileW(search.Get(), &found));
 }
 
-/// Replacing a file asks less of it than writing to it does: a file that must not be written stays.
-void CheckWritable(const std::wstring& path) {
-    const UniqueFile file(CreateFileW(path.c_str(), GENERIC_WRITE,
-                                      FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
-                                      OPEN_EXISTING, 0, nullptr));
-    if (!file)
-        ThrowLastError();
+/// Tries until it gives something else than that the file is in use, which takes a process no time that loads
+/// or saves it.
+template <class Attempt>
+DWORD RetryWhileInUse(Attempt attempt) {
+    constexpr ULONGLONG LimitMilliseconds = 200;
+    const ULONGLONG start = GetTickCount64();
+    for (;;) {
+        const DWORD error = attempt();
+        // A file that is open cannot be replaced, which is told as denied access.
+        const bool inUse = error == ERROR_SHARING_VIOLATION || error == ERROR_ACCESS_DENIED;
+        if (!inUse || GetTickCount64() - start >= LimitMilliseconds)
+            return error;
+        Sleep(1);
+    }
 }
 
-/// As far as the system lets us: what the new file inherits from its folder is the usual case.
+/// The error code, or ERROR_SUCCESS.
+DWORD Open(const std::wstring& path, DWORD access, DWORD sharing, DWORD disposition, UniqueFile& file) {
+    file.Reset(CreateFileW(path.c_str(), access, sharing, nullptr, disposition, 0, nullptr));
+    return file ? ERROR_SUCCESS : GetLastError();
+}
+
+bool IsReadOnly(const std::wstring& path) {
+    const DWORD attributes = GetFileAttributesW(path.c_str());
+    return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_READONLY) != 0;
+}
+
+/// Whether the file, if there is one, can be written to. Replacing it asks less of it than that, and a file
+/// that must not be written has to stay.
+DWORD WritingError(const std::wstring& path) {
+    UniqueFile file;
+    const DWORD error = Open(path, GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
+                             OPEN_EXISTING, file);
+    return error == ERROR_FILE_NOT_FOUND ? ERROR_SUCCESS : error;
+}
+
+DWORD CreationError(const std::wstring& path) {
+    UniqueFile file;
+    return Open(path, GENERIC_WRITE, 0, CREATE_ALWAYS, file);
+}
+
+DWORD Replace(const std::wstring& path, const std::wstring& neighbour) {
+    if (const DWORD error = WritingError(path); error != ERROR_SUCCESS)
+        return error;
+    return MoveFileExW(neighbour.c_str(), path.c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH)
+               ? ERROR_SUCCESS
+               : GetLastError();
+}
+
+/// As far as the system lets us, and if there is a file: what the new one inherits from its folder is the
+/// usual case.
 void CopyAccessRights(const std::wstring& from, std::wstring to) {
     ACL* rights = nullptr;
     PSECURITY_DESCRIPTOR descriptor = nullptr;
@@ -92,24 +131,30 @@ void CopyAccessRights(const std::wstring& from, std::wstring to) {
 
 } // namespace
 
+bool LoadWholeFile(IXMLDOMDocument& document, const std::wstring& path) {
+    // While this is open nobody writes or replaces the file. Where it cannot be opened, neither can it be
+    // loaded.
+    UniqueFile held;
+    RetryWhileInUse([&] { return Open(path, GENERIC_READ, FILE_SHARE_READ, OPEN_EXISTING, held); });
+    return LoadXml(document, path);
+}
+
 void SaveWholeFile(IXMLDOMDocument& document, const std::wstring& path) {
-    const bool existed = PathFileExistsW(path.c_str()) != FALSE;
-    if (existed)
-        CheckWritable(path);
+    if (IsReadOnly(path))
+        ThrowIfFailed(E_ACCESSDENIED);
     RemoveLeftOvers(path);
     const std::wstring neighbour = NeighbourOf(path);
     const Remover remover(neighbour);
-    const HRESULT saved = document.save(_variant_t(neighbour.c_str()));
-    if (saved == E_ACCESSDENIED) {
+    const DWORD error = CreationError(neighbour);
+    if (error == ERROR_ACCESS_DENIED) {
         // Who may write the file but make no other beside it can only write the file itself.
         SaveXml(document, path);
         return;
     }
-    ThrowIfFailed(saved);
-    if (existed)
-        CopyAccessRights(path, neighbour);
-    if (!MoveFileExW(neighbour.c_str(), path.c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH))
-        ThrowLastError();
+    ThrowIfFailed(HRESULT_FROM_WIN32(error));
+    SaveXml(document, neighbour);
+    CopyAccessRights(path, neighbour);
+    ThrowIfFailed(HRESULT_FROM_WIN32(RetryWhileInUse([&] { return Replace(path, neighbour); })));
 }
 
 } // namespace Zuvan::Lumeq::Core::Utils

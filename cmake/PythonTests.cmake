@@ -1,0 +1,24 @@
+# Tests written in Python, with the standard library alone.
+find_package(Python3 REQUIRED COMPONENTS Interpreter)
+
+# The compiler in one line, with what it needs to build for Windows.
+set(LUMEQ_CXX "${CMAKE_CXX_COMPILER} ${CMAKE_CXX_FLAGS}")
+if(CMAKE_CXX_COMPILER_TARGET)
+  string(APPEND LUMEQ_CXX " --target=${CMAKE_CXX_COMPILER_TARGET}")
+endif()
+
+# The second compiler in one line, as its own toolchain file tells.
+function(lumeq_second_compiler result)
+  include(${PROJECT_SOURCE_DIR}/cmake/mingw-w64-clang.cmake)
+  set(${result} "${CMAKE_CXX_COMPILER} --target=${CMAKE_CXX_COMPILER_TARGET} ${CMAKE_CXX_FLAGS_INIT}" PARENT_SCOPE)
+endfunction()
+
+# lumeq_python_test(label file [suffix]): one test, named by label and file.
+function(lumeq_python_test label file)
+  get_filename_component(_name ${file} NAME_WE)
+  set(_test ${label}.${_name}${ARGN})
+  add_test(NAME ${_test} COMMAND ${Python3_EXECUTABLE} -B ${CMAKE_CURRENT_SOURCE_DIR}/${file} -v)
+  set(_environment LUMEQ_BUILD_DIR=${PROJECT_BINARY_DIR} LUMEQ_TOOLCHAIN_FILE=${CMAKE_TOOLCHAIN_FILE}
+                   LUMEQ_CXX=${LUMEQ_CXX} LUMEQ_OBJDUMP=${CMAKE_OBJDUMP})
+  set_tests_properties(${_test} PROPERTIES LABELS ${label} TIMEOUT 300 ENVIRONMENT "${_environment}")
+endfunction()

@@ -1,0 +1,63 @@
+"""What Lumeq.dll is as a file."""
+
+import os
+import re
+import subprocess
+import unittest
+
+from support import BUILD, ROOT
+
+WINDOWS_LIBRARIES = {
+    "advapi32.dll", "kernel32.dll", "msvcrt.dll", "ole32.dll", "oleaut32.dll", "rpcrt4.dll", "shell32.dll",
+    "shlwapi.dll", "urlmon.dll", "user32.dll", "version.dll", "wininet.dll",
+}
+
+
+class LibraryFile(unittest.TestCase):
+    @classmethod
+    def setUpClass(cls):
+        cls.bytes = (BUILD / "Lumeq.dll").read_bytes()
+        cls.headers = subprocess.run([os.environ["LUMEQ_OBJDUMP"], "-p", BUILD / "Lumeq.dll"], check=True,
+                                     stdout=subprocess.PIPE, text=True).stdout
+
+    def test_exports_are_those_of_the_checked_in_list(self):
+        table = self.headers.split("[Ordinal/Name Pointer] Table")[1].split("\n\n")[0]
+        exports = re.findall(r"^\s*\[ *\d+\] (?:\+base\[ *\d+\] +[0-9a-f]+ )?(\S+)$", table, re.MULTILINE)
+        self.assertEqual((ROOT / "tests" / "exports.txt").read_text().split(), exports)
+
+    def test_imports_nothing_but_what_windows_has(self):
+        imports = {name.lower() for name in re.findall(r"DLL Name: (\S+)", self.headers)}
+        self.assertIn("kernel32.dll", imports)
+        self.assertEqual(set(), imports - WINDOWS_LIBRARIES)
+
+    def test_can_be_loaded_anywhere_and_has_no_executable_data(self):
+        characteristics = int(re.search(r"^DllCharacteristics\s+([0-9a-f]+)", self.headers, re.MULTILINE)[1], 16)
+        high_entropy_va, dynamic_base, nx_compatible = 0x20, 0x40, 0x100
+        wanted = high_entropy_va | dynamic_base | nx_compatible
+        self.assertEqual(wanted, characteristics & wanted)
+
+    def test_relocations_are_there_for_that(self):
+        self.assertRegex(self.headers, r"Entry 5 (?!0{16})[0-9a-f]{16} (?!0{8})[0-9a-f]{8} Base Relocation Directory")
+
+    def test_carries_no_time_of_its_build(self):
+        offset = int.from_bytes(self.bytes[0x3C:0x40], "little")
+        self.assertEqual(b"PE\0\0", self.bytes[offset:offset + 4])
+        self.assertEqual(0, int.from_bytes(self.bytes[offset + 8:offset + 12], "little"))
+
+    def test_carries_no_path_of_its_build(self):
+        for path in (str(ROOT), str(BUILD)):
+            self.assertNotIn(path.encode(), self.bytes)
+            self.assertNotIn(path.encode("utf-16-le"), self.bytes)
+
+    def test_version_resource_names_product_and_version(self):
+        for name, value in (("ProductName", "Lumeq"), ("ProductVersion", "1.0.0"), ("FileVersion", "1.0.0.0"),
+                            ("OriginalFilename", "Lumeq.dll"), ("CompanyName", "Zuvan")):
+            text = f"{name}\0".encode("utf-16-le")
+            with self.subTest(name):
+                at = self.bytes.index(text) + len(text)
+                following = self.bytes[at:at + 64].decode("utf-16-le").lstrip("\0")
+                self.assertEqual(value, following.split("\0")[0])
+
+
+if __name__ == "__main__":
+    unittest.main()

@@ -1,0 +1,116 @@
+"""What the tests of this folder have in common: they play sessions against the built DLL and read what came."""
+
+import json
+import os
+import re
+import sys
+import tempfile
+import unittest
+from pathlib import Path
+from typing import NamedTuple, Optional
+
+ROOT = Path(__file__).resolve().parent.parent.parent
+BUILD = Path(os.environ.get("LUMEQ_BUILD_DIR", ROOT / "build" / "mingw"))
+sys.path.insert(0, str(ROOT / "tools"))
+import session_player  # noqa: E402
+
+API = "Zuvan::Lumeq::API::"
+
+
+class LogLine(NamedTuple):
+    """A line of the log without its time and thread."""
+
+    severity: str
+    function: str
+    """Empty for none."""
+    message: str
+
+
+LINE = re.compile(r"\d{4}-\d\d-\d\dT\d\d:\d\d:\d\d\.\d{3}Z (?P<severity>\w+) *0x[0-9a-f]{8} \| "
+                  r"(?:<(?P<function>[^>]*)> )?(?P<message>.*)")
+
+
+def parse_log(text: str) -> list[LogLine]:
+    lines = []
+    for line in text.splitlines():
+        match = LINE.fullmatch(line)
+        if not match:
+            raise AssertionError(f"no log line: {line!r}")
+        lines.append(LogLine(match["severity"], match["function"] or "", match["message"]))
+    return lines
+
+
+def trace(export: str, message: str) -> LogLine:
+    return LogLine("TRACE", API + export, message)
+
+
+class Outcome:
+    """What playing a session left behind."""
+
+    def __init__(self, status: int, errors: str, folder: Path):
+        self.status = status
+        self.errors = errors
+        """The host's standard error."""
+        self.files = {str(file.relative_to(folder)): file.read_bytes()
+                      for file in folder.rglob("*") if file.is_file()}
+        self.host = self._json_lines("host.jsonl")
+        self.companion = self._json_lines("companion.jsonl")
+
+    def text(self, name: str) -> str:
+        return self.files.get(name, b"").decode("utf-8")
+
+    def _json_lines(self, name: str) -> list[dict]:
+        return [json.loads(line) for line in self.text(name).splitlines()]
+
+    @property
+    def log(self) -> list[LogLine]:
+        return parse_log(self.text("Lumeq.Log.txt"))
+
+    @property
+    def calls(self) -> list[LogLine]:
+        """The log without the lines of the log's own start."""
+        return [line for line in self.log if not line.message.startswith("Logger: ")]
+
+    def operations(self, name: str) -> list[dict]:
+        return [line for line in self.companion if line["operation"] == name]
+
+    @property
+    def records(self) -> list[dict]:
+        """Of the events that reached the companion."""
+        return [line["record"] for line in self.operations("PostEventInternal")]
+
+
+class SessionTestCase(unittest.TestCase):
+    maxDiff = None
+
+    def play(self, *steps: dict, companion: Optional[dict] = None, settings: Optional[str] = None,
+             factory: Optional[str] = None, **conditions) -> Outcome:
+        """Plays the steps. The files are given as what stands in them; the rest as for Conditions."""
+        return self.play_text("".join(json.dumps(step) + "\n" for step in steps), companion, settings, factory,
+                              **conditions)
+
+    def play_text(self, session: str, companion: Optional[dict] = None, settings: Optional[str] = None,
+                  factory: Optional[str] = None, **conditions) -> Outcome:
+        (BUILD / "play").mkdir(exist_ok=True)
+        with tempfile.TemporaryDirectory(dir=BUILD / "play") as name:
+            folder = Path(name)
+
+            def file(file_name: str, content: Optional[str]) -> Optional[Path]:
+                if content is None:
+                    return None
+                (folder / file_name).write_text(content, encoding="utf-8", newline="\n")
+                return folder / file_name
+
+            its_conditions = session_player.Conditions(
+                companion=file("companion.json", json.dumps(companion) if companion else None),
+                settings=file("settings.xml", settings), factory=file("factory.xml", factory), **conditions)
+            out = folder / "out"
+            with open(folder / "errors", "w+b") as errors:
+                status = session_player.play(file("session.jsonl", session), out, its_conditions, BUILD,
+                                             timeout=100, errors=errors)
+                errors.seek(0)
+                return Outcome(status, errors.read().decode("utf-8", "replace"), out)
+
+
+def call(name: str, **arguments) -> dict:
+    return {"call": name, **arguments}
