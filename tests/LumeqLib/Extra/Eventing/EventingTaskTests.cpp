@@ -3,7 +3,7 @@
 #include "LumeqLib/Extra/Eventing/EventContext.h"
 #include "LumeqLib/Extra/Eventing/TaskDetails.h"
 #include "tests/LumeqLib/Extra/Eventing/EventingSupport.h"
-#include "tests/LumeqLib/Extra/Eventing/SmallStack.h"
+#include "tests/support/SmallStack.h"
 
 #include <regex>
 #include <type_traits>
