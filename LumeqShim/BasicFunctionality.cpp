@@ -1,7 +1,80 @@
 #include "LumeqShim/BasicFunctionality.h"
 
+#include "Common/HostFile.h"
+#include "Common/Logger.h"
+#include "Common/Text.h"
+#include "LumeqLib/Extra/Collection/MachineIdentifier.h"
+#include "LumeqLib/Extra/Collection/SystemInformation.h"
+#include "LumeqShim/BasicConfiguration.h"
+#include "LumeqShim/BasicMessage.h"
+#include "LumeqShim/BasicOptIn.h"
+#include "LumeqShim/PostMessage.h"
+
+#include <utility>
+
 namespace Zuvan::LumeqShim {
 
-void BasicStart(const std::wstring& /*appName*/) {}
+namespace {
+
+using Lumeq::Common::SeverityLevel;
+
+constexpr wchar_t QueueName[] = L"sys_info_base";
+
+// Both are touched only under the API lock, and a shutdown resets neither.
+constinit bool BasicMessageSent = false; // In this process, to the end.
+std::wstring BasicAppName;               // Of the last basic start, for whoever looks into the process.
+
+template <class... Arguments>
+void LogDebug(const wchar_t* format, Arguments... arguments) {
+    Lumeq::Common::LogMessage(SeverityLevel::DEBUG, L"LumeqShim\\BasicFunctionality", __LINE__, nullptr,
+                              format, arguments...);
+}
+
+std::wstring AppId(const std::wstring& appName) {
+    return appName + L"/" + Lumeq::Common::GetHostFileVersion();
+}
+
+void SendMessageAsConfigured(MessageDictionary message, const std::wstring& userAgent,
+                             std::wstring& deployedId) {
+    BasicConfiguration configuration;
+    if (!GetConfigFileData(configuration))
+        return;
+    if (deployedId.empty())
+        deployedId = configuration.appDeployedId;
+    message[L"app_deployed_id"] = deployedId;
+    message[L"app_deployed_uuid"] = configuration.appDeployedUuid;
+    message[L"app_session_uuid"] = configuration.sessionUuid;
+    std::wstring text = SerializeFlatJson(std::move(message));
+    PostMessageAndForget(configuration.serverUrl, userAgent, configuration.projectId, QueueName, text,
+                         Lumeq::Common::Rot13Wide(configuration.authToken));
+}
+
+} // namespace
+
+void BasicStart(const std::wstring& appName) {
+    BasicAppName = appName;
+    const bool userHasOptedIn = BasicGetUserOptIn(UserOptInKey);
+    if (!userHasOptedIn || BasicMessageSent)
+        return;
+    std::wstring deployedId;
+    BasicImplementation(appName, deployedId);
+    BasicMessageSent = true;
+}
+
+void BasicImplementation(const std::wstring& appName, std::wstring& deployedId) {
+    const Lumeq::Common::ScopedDurationLog duration(L"BasicImplementation(\"%s\", \"%s\")", appName.c_str(),
+                                                    deployedId.c_str());
+    LogDebug(L"Executing Basic Functionality %s", appName.c_str());
+    LogDebug(L"------------------------------");
+
+    const std::wstring userAgent = AppId(appName);
+    MessageDictionary message = Lumeq::Extra::Collection::GetSysInfoBase();
+    message[L"app_id"] = AppId(appName);
+    message[L"sys_uuid"] = Lumeq::Extra::Collection::GetMachineUuid();
+    SendMessageAsConfigured(std::move(message), userAgent, deployedId);
+
+    LogDebug(L"Executing Basic Functionality");
+    LogDebug(L"------------------------------");
+}
 
 } // namespace Zuvan::LumeqShim

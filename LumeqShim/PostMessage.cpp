@@ -1,0 +1,117 @@
+#include "LumeqShim/PostMessage.h"
+
+#include "Common/Logger.h"
+#include "Common/SystemHandles.h"
+#include "LumeqShim/HttpsPost.h"
+#include "LumeqShim/QueueRequest.h"
+
+#include <windows.h>
+
+#include <memory>
+#include <utility>
+
+namespace Zuvan::LumeqShim {
+
+namespace {
+
+using Lumeq::Common::LogMessage;
+using Lumeq::Common::SeverityLevel;
+using Lumeq::Common::UniqueKernelObject;
+using Lumeq::Common::UniqueModule;
+
+constexpr wchar_t SourceFile[] = L"LumeqShim\\PostMessage";
+constexpr DWORD WaitMilliseconds = 3000;
+
+template <class... Arguments>
+void Log(SeverityLevel level, const wchar_t* format, Arguments... arguments) {
+    LogMessage(level, SourceFile, __LINE__, nullptr, format, arguments...);
+}
+
+void Scrub(std::wstring& message) {
+    for (std::size_t i = 0; i < message.size(); ++i) {
+        if (IsPrintable(message[i]))
+            continue;
+        Log(SeverityLevel::ERROR, L"Message has illegal character at %d with value %d, see=%s",
+            static_cast<int>(i), static_cast<int>(message[i]), message.c_str());
+        message[i] = L' ';
+    }
+}
+
+PostThreadArgs MakeRequest(const std::wstring& host, const std::wstring& userAgent,
+                           const std::wstring& projectId, const std::wstring& queueName,
+                           const std::wstring& message, const std::wstring& token) {
+    const std::string encodedMessage = EncodeMessage(message);
+    Log(SeverityLevel::DEBUG, L"Encoded Message=%S", encodedMessage.c_str());
+    std::string body = RequestBody(encodedMessage);
+    std::wstring headers = RequestHeaders(token, userAgent, body.size());
+    return {host, RequestPath(projectId, queueName), std::move(headers), std::move(body)};
+}
+
+struct WorkerStart {
+    PostThreadArgs request;
+    UniqueModule module; ///< A reference to this very code.
+};
+
+void PostAndLog(const PostThreadArgs& request) {
+    std::string answer = "Worker thread failed!";
+    Post(request.host, request.path, request.headers, request.body.c_str(), answer);
+    Log(SeverityLevel::DATA, L"<- %S", answer.c_str());
+}
+
+DWORD WINAPI RunWorker(void* argument) {
+    HMODULE module = nullptr;
+    {
+        const std::unique_ptr<WorkerStart> start(static_cast<WorkerStart*>(argument));
+        module = start->module.Release();
+        try {
+            PostAndLog(start->request);
+        } catch (...) {
+            // A thread has nobody above it.
+        }
+    }
+    // The host may have let the library go meanwhile: then there is no code left here to return into.
+    FreeLibraryAndExitThread(module, 0);
+}
+
+UniqueModule ThisModule() {
+    HMODULE module = nullptr;
+    GetModuleHandleExW(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS, reinterpret_cast<LPCWSTR>(&RunWorker),
+                       &module);
+    return UniqueModule(module);
+}
+
+/// None if no thread could be had.
+UniqueKernelObject StartWorker(PostThreadArgs request) {
+    auto start = std::make_unique<WorkerStart>(WorkerStart{std::move(request), ThisModule()});
+    UniqueKernelObject thread(CreateThread(nullptr, 0, &RunWorker, start.get(), 0, nullptr));
+    if (thread)
+        static_cast<void>(start.release()); // The thread's own from here on.
+    return thread;
+}
+
+void WaitForWorker(UniqueKernelObject thread) {
+    DWORD exitCode = WAIT_TIMEOUT;
+    const bool ended = WaitForSingleObject(thread.Get(), WaitMilliseconds) != WAIT_TIMEOUT &&
+                       GetExitCodeThread(thread.Get(), &exitCode) && exitCode == 0;
+    // The thread is forgotten rather than cancelled, and the handle of a thread that goes on stays open.
+    if (!ended)
+        static_cast<void>(thread.Release());
+}
+
+} // namespace
+
+void PostMessageAndForget(const std::wstring& serverUrl, const std::wstring& userAgent,
+                          const std::wstring& projectId, const std::wstring& queueName, std::wstring& message,
+                          const std::wstring& token) {
+    const std::wstring host = HostFromUrl(serverUrl);
+    Log(SeverityLevel::DEBUG, L"PostMessageAndForget(%s, %s, %s, %s, %s)", host.c_str(), userAgent.c_str(),
+        projectId.c_str(), queueName.c_str(), token.c_str());
+    Scrub(message);
+    Log(SeverityLevel::TRACE, L"Message=%s", message.c_str());
+    PostThreadArgs request = MakeRequest(host, userAgent, projectId, queueName, message, token);
+    Log(SeverityLevel::DEBUG, L"PostMessageAndForget about to post");
+    Log(SeverityLevel::DATA, L"->%s %s", request.path.c_str(), message.c_str());
+    WaitForWorker(StartWorker(std::move(request)));
+}
+
+} // namespace Zuvan::LumeqShim

@@ -1,0 +1,241 @@
+#include "LumeqShim/BasicConfiguration.h"
+
+#include "Common/Logger.h"
+#include "Common/Pattern.h"
+#include "support/DebuggerStandIn.h"
+#include "support/ImportedFunction.h"
+#include "support/IsolatedMachine.h"
+#include "support/LogLines.h"
+
+#include <windows.h>
+
+#include <gmock/gmock.h>
+#include <objbase.h>
+
+namespace Zuvan::LumeqShim {
+
+namespace {
+
+using Lumeq::Testing::LogMessages;
+using testing::AllOf;
+using testing::Contains;
+using testing::ElementsAre;
+using testing::EndsWith;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::Not;
+using testing::StartsWith;
+
+constexpr char LogAll[] = "<Log>on</Log><LogLevel>debug</LogLevel>";
+
+bool IsUuid(const std::wstring& text) {
+    return Lumeq::Common::Pattern(L"[0-9a-f]{8}(-[0-9a-f]{4}){3}-[0-9a-f]{12}").Matches(text);
+}
+
+/// While it lives, others may only read the file.
+class UnwritableFile {
+public:
+    explicit UnwritableFile(const std::filesystem::path& path)
+        : _file(
+              CreateFileW(path.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0, nullptr)) {}
+
+private:
+    Lumeq::Common::UniqueKernelObject _file;
+};
+
+class GetConfigFileDataTest : public testing::Test {
+protected:
+    void Factory(const std::string& settings) { _machine.WriteFactorySettings(LogAll + settings); }
+    void LocalUuid(const std::string& uuid) {
+        Lumeq::Testing::WriteFile(_machine.LocalSettingsFile(),
+                                  "<LumeqConfig version=\"4.0\"><AppDeployedUuid>" + uuid +
+                                      "</AppDeployedUuid></LumeqConfig>");
+    }
+    std::vector<std::string> Warnings() const { return LogMessages(_machine.LogFile(), "WARNING"); }
+    std::vector<std::string> Progress() const { return LogMessages(_machine.LogFile(), "DEBUG"); }
+    std::string LocalFile() const { return Lumeq::Testing::ReadFile(_machine.LocalSettingsFile()); }
+
+    /// For tests without a factory file that could say so.
+    void LogEverything() {
+        LogMessage(Lumeq::Common::SeverityLevel::DEBUG, L"", 0, nullptr, L"first");
+        Lumeq::Common::EnableLogging(true);
+        Lumeq::Common::SetVerbosity(Lumeq::Common::SeverityLevel::DEBUG);
+    }
+
+    Lumeq::Testing::IsolatedMachine _machine;
+    BasicConfiguration _read;
+};
+
+} // namespace
+
+TEST_F(GetConfigFileDataTest, ReadsEveryValue) {
+    Factory("<ProjectId>P1</ProjectId><LUMServerUri>https://queue.example</LUMServerUri>"
+            "<AppDeployedId>deployed</AppDeployedId><AuthenticationToken>gbx</AuthenticationToken>");
+    LocalUuid("11111111-2222-3333-4444-555555555555");
+    EXPECT_TRUE(GetConfigFileData(_read));
+    EXPECT_EQ(_read.projectId, L"P1");
+    EXPECT_EQ(_read.serverUrl, L"https://queue.example");
+    EXPECT_EQ(_read.appDeployedId, L"deployed");
+    EXPECT_EQ(_read.appDeployedUuid, L"11111111-2222-3333-4444-555555555555");
+    EXPECT_EQ(_read.authToken, L"gbx") << "in rotated form";
+    EXPECT_TRUE(IsUuid(_read.sessionUuid));
+
+    EXPECT_THAT(Warnings(), IsEmpty());
+    const std::vector<std::string> progress = Progress();
+    EXPECT_THAT(progress, Contains("GetConfigFileData()"));
+    EXPECT_THAT(progress, Contains("GetConfigFileData CoInitialize returns 0x00000000"));
+    EXPECT_THAT(progress, Contains("GetConfigFileData: appDeployedId=deployed, "
+                                   "appDeployedUuid=11111111-2222-3333-4444-555555555555, "
+                                   "serverUrl=https://queue.example, projectId=P1, authToken=gbx"));
+    EXPECT_THAT(progress,
+                Contains(AllOf(StartsWith("Uninit t="), EndsWith("f=Zuvan::LumeqShim::GetConfigFileData"))));
+    EXPECT_EQ(progress.back(), "GetConfigFileData returns true:");
+}
+
+TEST_F(GetConfigFileDataTest, ValuesAreNotTrimmed) {
+    Factory("<ProjectId xml:space=\"preserve\"> P 1 </ProjectId>");
+    EXPECT_TRUE(GetConfigFileData(_read));
+    EXPECT_EQ(_read.projectId, L" P 1 ");
+}
+
+TEST_F(GetConfigFileDataTest, MissingKeysButTheProjectAreEmpty) {
+    _read = {L"1", L"2", L"3", L"4", L"5", L"6"};
+    Factory("<ProjectId>P1</ProjectId>");
+    EXPECT_TRUE(GetConfigFileData(_read));
+    EXPECT_EQ(_read.serverUrl, L"");
+    EXPECT_EQ(_read.appDeployedId, L"");
+    EXPECT_EQ(_read.authToken, L"");
+}
+
+TEST_F(GetConfigFileDataTest, MissingProjectIsWarnedOfAndMakesNoInstallationUuid) {
+    Factory("<LUMServerUri>https://queue.example</LUMServerUri>");
+    EXPECT_FALSE(GetConfigFileData(_read));
+    EXPECT_THAT(Warnings(), ElementsAre("Project ID is empty. Ensure *LumeqConfig.xml is in path!"));
+    EXPECT_FALSE(std::filesystem::exists(_machine.LocalSettingsFile()));
+    EXPECT_EQ(Progress().back(), "GetConfigFileData returns false:");
+}
+
+TEST_F(GetConfigFileDataTest, ProjectOfThreeBlanksCountsAsEmpty) {
+    Factory("<ProjectId xml:space=\"preserve\">   </ProjectId>");
+    EXPECT_FALSE(GetConfigFileData(_read));
+    EXPECT_THAT(Warnings(), ElementsAre("Project ID is empty. Ensure *LumeqConfig.xml is in path!"));
+}
+
+TEST_F(GetConfigFileDataTest, FirstRunMakesTheInstallationUuidAndTheNextReadsItBack) {
+    Factory("<ProjectId>P1</ProjectId>");
+    ASSERT_TRUE(GetConfigFileData(_read));
+    EXPECT_TRUE(IsUuid(_read.appDeployedUuid));
+    const std::string uuid(_read.appDeployedUuid.begin(), _read.appDeployedUuid.end());
+    EXPECT_THAT(Progress(), Contains("Genereated KeyAppDeployedUuid " + uuid));
+    EXPECT_THAT(LocalFile(), HasSubstr("<AppDeployedUuid>" + uuid + "</AppDeployedUuid>"));
+
+    BasicConfiguration again;
+    ASSERT_TRUE(GetConfigFileData(again));
+    EXPECT_EQ(again.appDeployedUuid, _read.appDeployedUuid);
+    EXPECT_EQ(again.sessionUuid, _read.sessionUuid) << "one for the process";
+    EXPECT_NE(again.sessionUuid, again.appDeployedUuid);
+}
+
+TEST_F(GetConfigFileDataTest, DeletingTheLocalKeyMakesANewInstallationUuid) {
+    Factory("<ProjectId>P1</ProjectId>");
+    ASSERT_TRUE(GetConfigFileData(_read));
+    const std::wstring first = _read.appDeployedUuid;
+    LocalUuid("");
+    ASSERT_TRUE(GetConfigFileData(_read));
+    EXPECT_TRUE(IsUuid(_read.appDeployedUuid));
+    EXPECT_NE(_read.appDeployedUuid, first);
+}
+
+TEST_F(GetConfigFileDataTest, FactoryKeysInTheLocalFileAreNotSeen) {
+    Factory("");
+    Lumeq::Testing::WriteFile(_machine.LocalSettingsFile(),
+                              "<LumeqConfig version=\"4.0\"><ProjectId>P1</ProjectId></LumeqConfig>");
+    EXPECT_FALSE(GetConfigFileData(_read));
+}
+
+TEST_F(GetConfigFileDataTest, FilesAreReadAfreshEachTime) {
+    Factory("<ProjectId>P1</ProjectId>");
+    ASSERT_TRUE(GetConfigFileData(_read));
+    Factory("<ProjectId>P2</ProjectId>");
+    ASSERT_TRUE(GetConfigFileData(_read));
+    EXPECT_EQ(_read.projectId, L"P2");
+}
+
+TEST_F(GetConfigFileDataTest, DebuggerSeesAMissingKeyAsOftenAsItIsRead) {
+    Factory("<ProjectId>P1</ProjectId>");
+    const Lumeq::Testing::DebuggerStandIn debugger;
+    ASSERT_TRUE(GetConfigFileData(_read));
+    const std::string missing = "TRACE: Unable to get value of factory setting 'AppDeployedId'\n";
+    EXPECT_THAT(debugger.Texts(), Contains(missing).Times(2));
+}
+
+TEST_F(GetConfigFileDataTest, FailedComInitializationIsWarnedOfAndNotBalanced) {
+    Factory("<ProjectId>P1</ProjectId>");
+    LogEverything();
+    // Two references to the multithreaded apartment: the repair gives one back, and the thread stays in it.
+    CoInitializeEx(nullptr, COINIT_MULTITHREADED);
+    CoInitializeEx(nullptr, COINIT_MULTITHREADED);
+    EXPECT_FALSE(GetConfigFileData(_read));
+    EXPECT_THAT(Warnings(), ElementsAre(StartsWith("Unbalanced COM initialization t="),
+                                        "ComInitialize failed 0x80010106"));
+    EXPECT_THAT(Progress(), Contains("GetConfigFileData CoInitialize returns 0x80010106"));
+    EXPECT_THAT(Progress(), Not(Contains(EndsWith("Uninit t="))));
+    EXPECT_EQ(Progress().back(), "GetConfigFileData returns false:");
+    EXPECT_EQ(CoInitializeEx(nullptr, COINIT_MULTITHREADED), S_FALSE) << "left the apartment";
+}
+
+TEST_F(GetConfigFileDataTest, MissingFactoryFileIsAStandardException) {
+    LogEverything();
+    EXPECT_FALSE(GetConfigFileData(_read));
+    EXPECT_THAT(Warnings(), ElementsAre("GetConfigFileData exception with No factory settings file found"));
+    EXPECT_EQ(Progress().back(), "GetConfigFileData returns false:");
+}
+
+TEST_F(GetConfigFileDataTest, DamagedFactoryFileIsAStandardException) {
+    Lumeq::Testing::WriteFile(_machine.FactorySettingsFile(), "<LumeqConfig version=\"4.0\">");
+    LogEverything();
+    EXPECT_FALSE(GetConfigFileData(_read));
+    EXPECT_THAT(Warnings(),
+                ElementsAre("GetConfigFileData exception with Error parsing factory settings file"));
+}
+
+TEST_F(GetConfigFileDataTest, LocalFileThatCannotBeWrittenIsAComError) {
+    Factory("<ProjectId>P1</ProjectId>");
+    LocalUuid("");
+    {
+        const UnwritableFile file(_machine.LocalSettingsFile());
+        EXPECT_FALSE(GetConfigFileData(_read));
+    }
+    EXPECT_THAT(Warnings(),
+                ElementsAre("GetConfigFileData failed with _com_error exception 0x80070020, Sharing "
+                            "violation."));
+    EXPECT_EQ(Progress().back(), "GetConfigFileData returns false:");
+    EXPECT_THAT(LocalFile(), HasSubstr("<AppDeployedUuid></AppDeployedUuid>")) << "nothing is lost";
+}
+
+TEST_F(GetConfigFileDataTest, FailureWhileReadingKeepsTheInstanceForTheNextReading) {
+    Factory("<ProjectId>P1</ProjectId>");
+    LocalUuid("");
+    {
+        const UnwritableFile file(_machine.LocalSettingsFile());
+        ASSERT_FALSE(GetConfigFileData(_read));
+    }
+    Factory("<ProjectId>P2</ProjectId>");
+    ASSERT_TRUE(GetConfigFileData(_read));
+    EXPECT_EQ(_read.projectId, L"P1") << "still the instance of the failed reading";
+    ASSERT_TRUE(GetConfigFileData(_read));
+    EXPECT_EQ(_read.projectId, L"P2");
+}
+
+TEST_F(GetConfigFileDataTest, AnythingElseIsAnUnknownException) {
+    Factory("<ProjectId>P1</ProjectId>");
+    LogEverything();
+    const Lumeq::Testing::ImportedFunction<decltype(CoCreateInstance)> throwing(
+        "ole32.dll", "CoCreateInstance",
+        [](REFCLSID, IUnknown*, DWORD, REFIID, void**) -> HRESULT { throw 42; });
+    EXPECT_FALSE(GetConfigFileData(_read));
+    EXPECT_THAT(Warnings(), ElementsAre("GetConfigFileData failed with unknown exception"));
+    EXPECT_EQ(Progress().back(), "GetConfigFileData returns false:");
+}
+
+} // namespace Zuvan::LumeqShim

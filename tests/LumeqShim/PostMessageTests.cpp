@@ -1,0 +1,272 @@
+#include "LumeqShim/PostMessage.h"
+
+#include "support/ImportedFunction.h"
+#include "support/IsolatedMachine.h"
+#include "support/LogLines.h"
+
+#include <windows.h>
+
+#include <gmock/gmock.h>
+#include <stdexcept>
+#include <urlmon.h>
+#include <wininet.h>
+
+namespace Zuvan::LumeqShim {
+
+namespace {
+
+using Lumeq::Testing::ImportedFunction;
+using Lumeq::Testing::LoggedLine;
+using Lumeq::Testing::LogLines;
+using Lumeq::Testing::RealFunction;
+using testing::ElementsAre;
+using testing::Field;
+using testing::IsEmpty;
+using testing::MatchesRegex;
+
+/// Nobody listens here.
+constexpr wchar_t Refusing[] = L"https://127.0.0.99";
+
+class PostMessageTest : public testing::Test {
+protected:
+    PostMessageTest() { _machine.WriteFactorySettings(); }
+
+    /// What the call logs, without what the log itself has to say at its first line.
+    std::vector<LoggedLine> Post(const std::wstring& serverUrl = Refusing) {
+        PostMessageAndForget(serverUrl, L"my scan/1.2.3.4", L"P 1", L"sys_info_base", _message, L"tok");
+        std::vector<LoggedLine> lines = LogLines(_machine.LogFile());
+        const auto first = std::find_if(lines.begin(), lines.end(), [](const LoggedLine& line) {
+            return line.message.starts_with("PostMessageAndForget(");
+        });
+        lines.erase(lines.begin(), first);
+        return lines;
+    }
+
+    static auto Line(const char* severity, const char* message) { return LoggedLine{severity, "", message}; }
+    /// The client may show the end of the headers even where there are none.
+    static auto NoHeaders() {
+        return testing::AnyOf(Line("DEBUG", "Headers="), Line("DEBUG", "Headers=\\r\\n"));
+    }
+    static auto Duration() { return Field(&LoggedLine::message, MatchesRegex("Post took \\d+ ms")); }
+
+    Lumeq::Testing::IsolatedMachine _machine;
+    std::wstring _message = L"{\"a\":\"b\"}";
+};
+
+constexpr char Called[] = "PostMessageAndForget(127.0.0.99, my scan/1.2.3.4, P 1, sys_info_base, tok)";
+constexpr char CalledWithoutHost[] = "PostMessageAndForget(, my scan/1.2.3.4, P 1, sys_info_base, tok)";
+constexpr char Message[] = "Message={\"a\":\"b\"}";
+constexpr char Encoded[] = "Encoded Message==?media_type:application/json.b64?=eyJhIjoiYiJ9";
+constexpr char About[] = "PostMessageAndForget about to post";
+constexpr char Sending[] = "->/projects/P%201/queues/sys_info_base/messages {\"a\":\"b\"}";
+constexpr char HttpPost[] = " ->HTTP POST: /projects/P%201/queues/sys_info_base/messages "
+                            "Content-Type: application/json  Accept: application/json  "
+                            "Authorization: Bearer tok  User-Agent:my scan/1.2.3.4  Content-Length:73  ";
+
+struct CreatedThread {
+    static inline HANDLE handle = nullptr;
+    static inline DWORD id = 0;
+
+    static HANDLE WINAPI Create(SECURITY_ATTRIBUTES* security, SIZE_T stackSize, LPTHREAD_START_ROUTINE start,
+                                void* argument, DWORD flags, DWORD* noId) {
+        static const auto create = RealFunction<decltype(CreateThread)>("kernel32.dll", "CreateThread");
+        EXPECT_EQ(security, nullptr);
+        EXPECT_EQ(stackSize, 0u);
+        EXPECT_EQ(flags, 0u);
+        EXPECT_EQ(noId, nullptr);
+        handle = create(security, stackSize, start, argument, flags, &id);
+        return handle;
+    }
+    static bool IsOpen() { return GetThreadId(handle) == id; }
+};
+
+} // namespace
+
+TEST_F(PostMessageTest, RefusedConnectionIsLoggedAndTheAnswerIsEmpty) {
+    EXPECT_THAT(Post(),
+                ElementsAre(Line("DEBUG", Called), Line("TRACE", Message), Line("DEBUG", Encoded),
+                            Line("DEBUG", About), Line("DATA", Sending), Line("DATA", HttpPost),
+                            Line("WARNING", "HttpSendRequest failed 0x00002efd"),
+                            Line("WARNING", "HTTP FAILURE 0x00002efd"), Line("DATA", " <-HTTP RESULT= (0)"),
+                            NoHeaders(), Duration(), Line("DATA", "<- ")));
+}
+
+TEST_F(PostMessageTest, UrlWithASlashAtItsEndFailsAtTheConnection) {
+    EXPECT_THAT(Post(L"https://127.0.0.99/"),
+                ElementsAre(Line("DEBUG", CalledWithoutHost), Line("TRACE", Message), Line("DEBUG", Encoded),
+                            Line("DEBUG", About), Line("DATA", Sending),
+                            Line("WARNING", "InternetConnectW failed 0x00000000"), Duration(),
+                            Line("DATA", "<- Worker thread failed!")));
+}
+
+TEST_F(PostMessageTest, FailedSessionIsLogged) {
+    const ImportedFunction<HINTERNET WINAPI(LPCSTR, DWORD, LPCSTR, LPCSTR, DWORD)> failing(
+        "wininet.dll", "InternetOpenA", [](LPCSTR, DWORD, LPCSTR, LPCSTR, DWORD) -> HINTERNET {
+            SetLastError(ERROR_NOT_ENOUGH_MEMORY);
+            return nullptr;
+        });
+    EXPECT_THAT(Post(), ElementsAre(Line("DEBUG", Called), Line("TRACE", Message), Line("DEBUG", Encoded),
+                                    Line("DEBUG", About), Line("DATA", Sending),
+                                    Line("WARNING", "InternetOpenA failed 0x00000000"), Duration(),
+                                    Line("DATA", "<- Worker thread failed!")));
+}
+
+TEST_F(PostMessageTest, FailedRequestIsLogged) {
+    const ImportedFunction<HINTERNET WINAPI(HINTERNET, LPCWSTR, LPCWSTR, LPCWSTR, LPCWSTR, LPCWSTR*, DWORD,
+                                            DWORD_PTR)>
+        failing("wininet.dll", "HttpOpenRequestW",
+                [](HINTERNET, LPCWSTR, LPCWSTR, LPCWSTR, LPCWSTR, LPCWSTR*, DWORD, DWORD_PTR) -> HINTERNET {
+                    SetLastError(ERROR_NOT_ENOUGH_MEMORY);
+                    return nullptr;
+                });
+    EXPECT_THAT(Post(), ElementsAre(Line("DEBUG", Called), Line("TRACE", Message), Line("DEBUG", Encoded),
+                                    Line("DEBUG", About), Line("DATA", Sending),
+                                    Line("WARNING", "HttpOpenRequest failed 0x00000000"), Duration(),
+                                    Line("DATA", "<- Worker thread failed!")));
+}
+
+TEST_F(PostMessageTest, AnythingThrownOnTheWayIsSwallowed) {
+    const ImportedFunction<BOOL WINAPI(HINTERNET, LPCWSTR, DWORD, LPVOID, DWORD)> throwing(
+        "wininet.dll", "HttpSendRequestW",
+        [](HINTERNET, LPCWSTR, DWORD, LPVOID, DWORD) -> BOOL { throw std::runtime_error("out of order"); });
+    const ImportedFunction<decltype(CreateThread)> watched("kernel32.dll", "CreateThread",
+                                                           &CreatedThread::Create);
+    EXPECT_THAT(Post(), ElementsAre(Line("DEBUG", Called), Line("TRACE", Message), Line("DEBUG", Encoded),
+                                    Line("DEBUG", About), Line("DATA", Sending), Line("DATA", HttpPost),
+                                    Duration(), Line("DATA", "<- Worker thread failed!")));
+    EXPECT_FALSE(CreatedThread::IsOpen()) << "the worker ended with 0";
+}
+
+TEST_F(PostMessageTest, WithoutAThreadThereIsNoLineAndNoMessage) {
+    const ImportedFunction<decltype(CreateThread)> failing(
+        "kernel32.dll", "CreateThread",
+        [](SECURITY_ATTRIBUTES*, SIZE_T, LPTHREAD_START_ROUTINE, void*, DWORD, DWORD*) -> HANDLE {
+            SetLastError(ERROR_NOT_ENOUGH_MEMORY);
+            return nullptr;
+        });
+    EXPECT_THAT(Post(), ElementsAre(Line("DEBUG", Called), Line("TRACE", Message), Line("DEBUG", Encoded),
+                                    Line("DEBUG", About), Line("DATA", Sending)));
+}
+
+TEST_F(PostMessageTest, EveryBadCharacterHasItsLineAndIsBlanked) {
+    _message = L"a\nb\u20ac";
+    const std::vector<LoggedLine> lines = Post();
+    EXPECT_EQ(lines[1],
+              Line("ERROR", "Message has illegal character at 1 with value 10, see=a\\nb\xE2\x82\xAC"));
+    EXPECT_EQ(lines[2],
+              Line("ERROR", "Message has illegal character at 3 with value 8364, see=a b\xE2\x82\xAC"));
+    EXPECT_EQ(lines[3], Line("TRACE", "Message=a b "));
+    EXPECT_EQ(lines[4], Line("DEBUG", "Encoded Message==?media_type:application/json.b64?=YSBiIA=="));
+    EXPECT_EQ(_message, L"a b ") << "the caller's text stays scrubbed";
+}
+
+TEST_F(PostMessageTest, PrintableMessageIsLeftAlone) {
+    _message = L" !\"#$%&'()*+,-./09:;<=>?@AZ[\\]^_`az{|}~";
+    const std::wstring before = _message;
+    Post();
+    EXPECT_EQ(_message, before);
+    EXPECT_THAT(LogLines(_machine.LogFile(), "ERROR"), IsEmpty());
+}
+
+TEST_F(PostMessageTest, EmptyMessageIsSent) {
+    _message.clear();
+    const std::vector<LoggedLine> lines = Post();
+    EXPECT_EQ(lines[1], Line("TRACE", "Message="));
+    EXPECT_EQ(lines[2], Line("DEBUG", "Encoded Message==?media_type:application/json.b64?="));
+}
+
+TEST_F(PostMessageTest, ClientIsOpenedUnderTheSystemsOwnAgent) {
+    static std::string agent;
+    static DWORD accessType = 99;
+    const ImportedFunction<HINTERNET WINAPI(LPCSTR, DWORD, LPCSTR, LPCSTR, DWORD)> watched(
+        "wininet.dll", "InternetOpenA",
+        [](LPCSTR theAgent, DWORD theAccessType, LPCSTR proxy, LPCSTR bypass, DWORD flags) -> HINTERNET {
+            agent = theAgent;
+            accessType = theAccessType;
+            EXPECT_EQ(proxy, nullptr);
+            EXPECT_EQ(bypass, nullptr);
+            EXPECT_EQ(flags, 0u);
+            return nullptr;
+        });
+    Post();
+    char expected[4096] = {};
+    DWORD size = sizeof expected;
+    ASSERT_EQ(ObtainUserAgentString(0, expected, &size), S_OK);
+    EXPECT_EQ(agent, expected);
+    EXPECT_EQ(accessType, 0u);
+}
+
+TEST_F(PostMessageTest, RequestIsAPostOfVersion11WithItsFlags) {
+    static std::wstring asked;
+    static DWORD askedFlags = 0;
+    const ImportedFunction<HINTERNET WINAPI(HINTERNET, LPCWSTR, LPCWSTR, LPCWSTR, LPCWSTR, LPCWSTR*, DWORD,
+                                            DWORD_PTR)>
+        watched("wininet.dll", "HttpOpenRequestW",
+                [](HINTERNET, LPCWSTR verb, LPCWSTR path, LPCWSTR version, LPCWSTR referrer,
+                   LPCWSTR* accepted, DWORD flags, DWORD_PTR) -> HINTERNET {
+                    asked = std::wstring(verb) + L" " + path + L" " + version;
+                    askedFlags = flags;
+                    EXPECT_EQ(referrer, nullptr);
+                    EXPECT_EQ(accepted, nullptr);
+                    return nullptr;
+                });
+    Post();
+    EXPECT_EQ(asked, L"POST /projects/P%201/queues/sys_info_base/messages HTTP/1.1");
+    EXPECT_EQ(askedFlags, 0x8484F700u);
+}
+
+TEST_F(PostMessageTest, ConnectionGoesToPort443) {
+    static std::wstring asked;
+    const ImportedFunction<HINTERNET WINAPI(HINTERNET, LPCWSTR, INTERNET_PORT, LPCWSTR, LPCWSTR, DWORD, DWORD,
+                                            DWORD_PTR)>
+        watched("wininet.dll", "InternetConnectW",
+                [](HINTERNET, LPCWSTR server, INTERNET_PORT port, LPCWSTR user, LPCWSTR password,
+                   DWORD service, DWORD flags, DWORD_PTR context) -> HINTERNET {
+                    asked = std::wstring(server) + L" " + std::to_wstring(port) + L" " +
+                            std::to_wstring(service) + L" " + std::to_wstring(flags + context);
+                    EXPECT_EQ(user, nullptr);
+                    EXPECT_EQ(password, nullptr);
+                    return nullptr;
+                });
+    Post(L"http://queue.example:8443");
+    EXPECT_EQ(asked, L"queue.example:8443 443 3 0");
+}
+
+TEST_F(PostMessageTest, HandleOfAWorkerThatEndedIsClosed) {
+    const ImportedFunction<decltype(CreateThread)> watched("kernel32.dll", "CreateThread",
+                                                           &CreatedThread::Create);
+    Post();
+    EXPECT_FALSE(CreatedThread::IsOpen());
+}
+
+TEST_F(PostMessageTest, HandleStaysOpenUnlessTheExitCodeIsZero) {
+    const ImportedFunction<decltype(CreateThread)> watched("kernel32.dll", "CreateThread",
+                                                           &CreatedThread::Create);
+    const ImportedFunction<decltype(GetExitCodeThread)> other("kernel32.dll", "GetExitCodeThread",
+                                                              [](HANDLE, DWORD* exitCode) -> BOOL {
+                                                                  *exitCode = 7;
+                                                                  return TRUE;
+                                                              });
+    Post();
+    EXPECT_TRUE(CreatedThread::IsOpen());
+}
+
+TEST_F(PostMessageTest, WaitIsThreeSecondsAndTheHandleStaysOpen) {
+    static DWORD asked = 0;
+    const ImportedFunction<decltype(CreateThread)> watched("kernel32.dll", "CreateThread",
+                                                           &CreatedThread::Create);
+    const ImportedFunction<decltype(WaitForSingleObject)> timedOut(
+        "kernel32.dll", "WaitForSingleObject", [](HANDLE object, DWORD milliseconds) -> DWORD {
+            if (object != CreatedThread::handle)
+                return WaitForSingleObjectEx(object, milliseconds, FALSE);
+            asked = milliseconds;
+            return WAIT_TIMEOUT;
+        });
+    Post();
+    EXPECT_EQ(asked, 3000u);
+    EXPECT_TRUE(CreatedThread::IsOpen());
+    EXPECT_EQ(WaitForSingleObjectEx(CreatedThread::handle, 10000, FALSE), WAIT_OBJECT_0)
+        << "the worker goes on to its end";
+}
+
+} // namespace Zuvan::LumeqShim

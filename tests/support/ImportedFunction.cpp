@@ -1,0 +1,55 @@
+#include "support/ImportedFunction.h"
+
+#include <windows.h>
+
+#include <cstdint>
+#include <cstring>
+#include <stdexcept>
+#include <string>
+
+namespace Zuvan::Lumeq::Testing {
+
+namespace {
+
+template <class Value>
+Value* At(std::uintptr_t offset) {
+    return reinterpret_cast<Value*>(reinterpret_cast<std::uintptr_t>(GetModuleHandleW(nullptr)) + offset);
+}
+
+const IMAGE_IMPORT_DESCRIPTOR* ImportedLibrary(const char* library) {
+    const auto* header = At<IMAGE_NT_HEADERS>(static_cast<std::uintptr_t>(At<IMAGE_DOS_HEADER>(0)->e_lfanew));
+    const auto& directory = header->OptionalHeader.DataDirectory[IMAGE_DIRECTORY_ENTRY_IMPORT];
+    for (const auto* import = At<IMAGE_IMPORT_DESCRIPTOR>(directory.VirtualAddress); import->Name != 0;
+         ++import)
+        if (_stricmp(At<char>(import->Name), library) == 0)
+            return import;
+    throw std::runtime_error(std::string("not imported: ") + library);
+}
+
+} // namespace
+
+void** ImportSlot(const char* library, const char* function) {
+    const IMAGE_IMPORT_DESCRIPTOR* import = ImportedLibrary(library);
+    const auto* names = At<IMAGE_THUNK_DATA>(import->OriginalFirstThunk);
+    auto* addresses = At<IMAGE_THUNK_DATA>(import->FirstThunk);
+    for (; names->u1.AddressOfData != 0; ++names, ++addresses)
+        if (!IMAGE_SNAP_BY_ORDINAL(names->u1.Ordinal) &&
+            std::strcmp(At<IMAGE_IMPORT_BY_NAME>(names->u1.AddressOfData)->Name, function) == 0)
+            return reinterpret_cast<void**>(&addresses->u1.Function);
+    throw std::runtime_error(std::string("not imported: ") + library + " " + function);
+}
+
+void* ExportedFunction(const char* library, const char* function) {
+    return reinterpret_cast<void*>(GetProcAddress(GetModuleHandleA(library), function));
+}
+
+void* ExchangeImport(void** slot, void* function) {
+    DWORD protection = 0;
+    VirtualProtect(slot, sizeof *slot, PAGE_READWRITE, &protection);
+    void* const previous = *slot;
+    *slot = function;
+    VirtualProtect(slot, sizeof *slot, protection, &protection);
+    return previous;
+}
+
+} // namespace Zuvan::Lumeq::Testing
