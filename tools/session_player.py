@@ -31,6 +31,8 @@ class Conditions:
     """The factory settings file, in the place of one that only sets the log."""
     companion: Optional[Path] = None
     """The stand-in's script."""
+    without_companion: bool = False
+    """The managed runtime is there and the companion library is not."""
     disabled: Optional[int] = None
     """The registry value TrackingDisabled; None: there is none."""
 
@@ -50,7 +52,7 @@ class Machine:
         self.host_folder.mkdir()
         for file in ("lumeq-host.exe", "Lumeq.dll"):
             shutil.copy(build / file, self.host_folder)
-        if conditions.road == "managed":
+        if conditions.road == "managed" and not conditions.without_companion:
             shutil.copy(build / "companion" / "LumeqShim.Managed.dll", self.host_folder)
         if conditions.companion:
             shutil.copy(conditions.companion, self.host_folder / "LumeqCompanion.json")

@@ -6,7 +6,7 @@ import subprocess
 import unittest
 from pathlib import Path
 
-from support import BUILD, ROOT
+from support import BUILD, OBJDUMP, ROOT
 
 INSTALLED = [
     "bin/Lumeq.dll",
@@ -54,7 +54,7 @@ class Package(unittest.TestCase):
         self.assertEqual(INSTALLED, files)
 
     def test_installed_library_is_stripped(self):
-        symbols = run(os.environ["LUMEQ_OBJDUMP"], "-t", PACKAGE / "bin" / "Lumeq.dll")
+        symbols = run(OBJDUMP, "-t", PACKAGE / "bin" / "Lumeq.dll")
         self.assertIn("no symbols", symbols.stdout)
 
     def test_consumer_builds_and_runs(self):

@@ -3,6 +3,7 @@
 import json
 import os
 import re
+import subprocess
 import sys
 import tempfile
 import unittest
@@ -13,6 +14,8 @@ ROOT = Path(__file__).resolve().parent.parent.parent
 BUILD = Path(os.environ.get("LUMEQ_BUILD_DIR", ROOT / "build" / "mingw"))
 sys.path.insert(0, str(ROOT / "tools"))
 import session_player  # noqa: E402
+
+OBJDUMP = os.environ.get("LUMEQ_OBJDUMP", "x86_64-w64-mingw32-objdump")
 
 API = "Zuvan::Lumeq::API::"
 
@@ -31,8 +34,9 @@ LINE = re.compile(r"\d{4}-\d\d-\d\dT\d\d:\d\d:\d\d\.\d{3}Z (?P<severity>\w+) *0x
 
 
 def parse_log(text: str) -> list[LogLine]:
+    """Numbers of source lines become "line"; they mean nothing to a reader of the log."""
     lines = []
-    for line in text.splitlines():
+    for line in re.sub(r"LumeqApi\(\d+\)", "LumeqApi(line)", text).splitlines():
         match = LINE.fullmatch(line)
         if not match:
             raise AssertionError(f"no log line: {line!r}")
@@ -40,8 +44,30 @@ def parse_log(text: str) -> list[LogLine]:
     return lines
 
 
-def trace(export: str, message: str) -> LogLine:
+def trace(export: str, message: str = "") -> LogLine:
     return LogLine("TRACE", API + export, message)
+
+
+def error(export: str, detail: str, title: str = "Validation failed") -> LogLine:
+    return LogLine("ERROR", "", f"lumeq-host.exe: {title} in {API}{export}: {detail}. LumeqApi(line)")
+
+
+def record(actor: str, action: str, object_: str, label: str, details: Optional[dict] = None,
+           local: Optional[dict] = None, model: Optional[str] = None) -> dict:
+    """An event's record, every key of it."""
+    return {
+        "schema": "app_eventinfo/2.0.1",
+        "app_event_actor": actor,
+        "app_event_action": action,
+        "app_event_object": object_,
+        "app_event_object_label": label,
+        "app_event_context": {
+            "schema": "app_event_context/1.0.0",
+            "context_global": {"_dev_modelname": model},
+            "context_local": local,
+        },
+        "app_event_details": details,
+    }
 
 
 class Outcome:
@@ -67,6 +93,10 @@ class Outcome:
         return parse_log(self.text("Lumeq.Log.txt"))
 
     @property
+    def error_file(self) -> list[LogLine]:
+        return parse_log(self.text("Lumeq.Error.txt"))
+
+    @property
     def calls(self) -> list[LogLine]:
         """The log without the lines of the log's own start."""
         return [line for line in self.log if not line.message.startswith("Logger: ")]
@@ -78,6 +108,13 @@ class Outcome:
     def records(self) -> list[dict]:
         """Of the events that reached the companion."""
         return [line["record"] for line in self.operations("PostEventInternal")]
+
+
+def exports_of(library: Path) -> list[str]:
+    headers = subprocess.run([OBJDUMP, "-p", library], check=True, stdout=subprocess.PIPE,
+                             text=True).stdout
+    table = headers.split("[Ordinal/Name Pointer] Table")[1].split("\n\n")[0]
+    return re.findall(r"^\s*\[ *\d+\] (?:\+base\[ *\d+\] +[0-9a-f]+ )?(\S+)$", table, re.MULTILINE)
 
 
 class SessionTestCase(unittest.TestCase):
@@ -112,5 +149,5 @@ class SessionTestCase(unittest.TestCase):
                 return Outcome(status, errors.read().decode("utf-8", "replace"), out)
 
 
-def call(name: str, **arguments) -> dict:
-    return {"call": name, **arguments}
+def call(export: str, /, **arguments) -> dict:
+    return {"call": export, **arguments}

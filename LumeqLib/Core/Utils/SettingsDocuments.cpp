@@ -21,6 +21,7 @@ bool Exists(const std::wstring& path) { return PathFileExistsW(path.c_str()) != 
 void ReadLocalFile(IXMLDOMDocument& document, const std::wstring& path) {
     if (!LoadWholeFile(document, path))
         throw FileFormatException(path, L"Error parsing local settings file");
+    DropForeignEncoding(document);
     const XmlElementPointer root = RootElement(document);
     if (TagName(*root.Get()) == OlderRootName)
         ReplaceRoot(*root.Get(), *CreateXmlElement(document, RootName).Get());

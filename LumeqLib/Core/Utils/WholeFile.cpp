@@ -108,6 +108,12 @@ DWORD CreationError(const std::wstring& path) {
     return Open(path, GENERIC_WRITE, 0, CREATE_ALWAYS, file);
 }
 
+/// Not every implementation tells that the disk is full.
+void CheckReadable(const std::wstring& path) {
+    if (!LoadXml(*CreateXmlDocument().Get(), path))
+        ThrowIfFailed(E_FAIL);
+}
+
 DWORD Replace(const std::wstring& path, const std::wstring& neighbour) {
     if (const DWORD error = WritingError(path); error != ERROR_SUCCESS)
         return error;
@@ -153,6 +159,7 @@ void SaveWholeFile(IXMLDOMDocument& document, const std::wstring& path) {
     }
     ThrowIfFailed(HRESULT_FROM_WIN32(error));
     SaveXml(document, neighbour);
+    CheckReadable(neighbour);
     CopyAccessRights(path, neighbour);
     ThrowIfFailed(HRESULT_FROM_WIN32(RetryWhileInUse([&] { return Replace(path, neighbour); })));
 }

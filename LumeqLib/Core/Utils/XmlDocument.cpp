@@ -1,6 +1,7 @@
 #include "LumeqLib/Core/Utils/XmlDocument.h"
 
 #include "Common/Exceptions.h"
+#include "Common/Text.h"
 
 namespace Zuvan::Lumeq::Core::Utils {
 
@@ -31,6 +32,17 @@ bool HasDocumentType(IXMLDOMDocument& document) {
     return type != nullptr;
 }
 
+std::wstring NodeName(IXMLDOMNode& node) {
+    _bstr_t name;
+    ThrowIfFailed(node.get_nodeName(name.GetAddress()));
+    return FromBstr(name);
+}
+
+bool NamesForeignEncoding(const std::wstring& declaration) {
+    const std::wstring text = Common::ToLower(declaration);
+    return text.find(L"encoding") != std::wstring::npos && text.find(L"utf-8") == std::wstring::npos;
+}
+
 bool HasChildren(IXMLDOMNode& node) {
     VARIANT_BOOL has = VARIANT_FALSE;
     ThrowIfFailed(node.hasChildNodes(&has));
@@ -53,11 +65,9 @@ void CopyAttributes(IXMLDOMElement& from, IXMLDOMElement& to) {
     for (long i = 0; i < count; ++i) {
         XmlNodePointer attribute;
         ThrowIfFailed(attributes->get_item(i, &attribute));
-        _bstr_t name;
-        ThrowIfFailed(attribute->get_nodeName(name.GetAddress()));
         _variant_t value;
         ThrowIfFailed(attribute->get_nodeValue(&value));
-        ThrowIfFailed(to.setAttribute(name, value));
+        ThrowIfFailed(to.setAttribute(ToBstr(NodeName(*attribute.Get())), value));
     }
 }
 
@@ -85,6 +95,13 @@ bool LoadXml(IXMLDOMDocument& document, const std::wstring& path) {
     VARIANT_BOOL loaded = VARIANT_FALSE;
     ThrowIfFailed(document.load(_variant_t(path.c_str()), &loaded));
     return loaded != VARIANT_FALSE && !HasDocumentType(document);
+}
+
+void DropForeignEncoding(IXMLDOMDocument& document) {
+    XmlNodePointer first;
+    ThrowIfFailed(document.get_firstChild(&first));
+    if (first && NodeName(*first.Get()) == L"xml" && NamesForeignEncoding(NodeText(*first.Get())))
+        RemoveChild(document, *first.Get());
 }
 
 void SaveXml(IXMLDOMDocument& document, const std::wstring& path) {

@@ -24,6 +24,10 @@ XmlDocumentPointer CreateXmlDocument();
 /// none, and what one can declare takes unbounded time or reads other files.
 bool LoadXml(IXMLDOMDocument& document, const std::wstring& path);
 
+/// Removes an XML declaration that names another encoding than UTF-8, in which case the document is saved in
+/// UTF-8: some implementations would save it in UTF-8 all the same, under the other name.
+void DropForeignEncoding(IXMLDOMDocument& document);
+
 /// Writes straight to the file.
 void SaveXml(IXMLDOMDocument& document, const std::wstring& path);
 

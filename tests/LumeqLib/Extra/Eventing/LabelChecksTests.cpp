@@ -42,6 +42,8 @@ TEST(WhiteSpaceCheck, NeedsEveryCharacter) {
     EXPECT_FALSE(IsWhiteSpace(L"  0"));
 }
 
+TEST(WhiteSpaceCheck, KnowsTheSpacesBeyondAscii) { EXPECT_TRUE(IsWhiteSpace(L"\u00a0\u2003\u3000")); }
+
 TEST(UrlCheck, TakesThreeSchemesAndAnythingBehind) {
     ExpectAccepted(IsValidUrl, {L"http://a", L"https://example.test/a/b#c", L"file:///C:/a b.txt",
                                 L"https://user@host:8080/;:,&=", L"http:// "});
@@ -105,6 +107,11 @@ TEST(HyperlinkLabelCheck, RefusesWhatIsNoHyperlink) {
                                           L"/S#url_a\n",
                                           L"/S.x#url_a",
                                           L"/mainxflow.flow.flow/S#url_a"});
+}
+
+TEST(HyperlinkLabelCheck, LettersBeyondAsciiPassOnlyInsideAName) {
+    ExpectAccepted(IsValidHyperlinkLabel, {L"/Scr\u00e9en#url_x", L"/S#url_pr\u00fcfen"});
+    ExpectRefused(IsValidHyperlinkLabel, {L"/\u00e9cran#url_x", L"/Caf\u00e9#url_x", L"/S-m\u00e9d#url_x"});
 }
 
 TEST(ReportMonikerCheck, TakesOneOrTwoWordsBehindReport) {

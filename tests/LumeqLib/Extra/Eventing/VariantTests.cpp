@@ -250,6 +250,11 @@ TEST(Variant, MoveAssignmentOfItselfDoesNothing) {
     Variant& itself = variant;
     variant = std::move(itself);
     EXPECT_EQ(Show(variant), L"\"kept\"");
+
+    VariantWithUndefinedType undefined(5);
+    Variant& undefinedItself = undefined.variant;
+    undefined.variant = std::move(undefinedItself);
+    EXPECT_TRUE(undefined.IsUntouched(5));
 }
 
 TEST(Variant, MoveConstructionTakesTheValueAndLeavesNull) {

@@ -1,0 +1,288 @@
+#include "LumeqLib/Core/Utils/Settings.h"
+
+#include "Common/Exceptions.h"
+#include "support/DebuggerStandIn.h"
+#include "support/IsolatedMachine.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <objbase.h>
+#include <psapi.h>
+
+namespace Zuvan::Lumeq::Core::Utils {
+
+using Testing::DebuggerStandIn;
+using Testing::IsolatedMachine;
+using Testing::ReadFile;
+using Testing::WriteFile;
+
+namespace {
+
+constexpr HRESULT NotInitialized = static_cast<HRESULT>(0x800401F0);
+
+HRESULT ApartmentOfThread() {
+    APTTYPE type{};
+    APTTYPEQUALIFIER qualifier{};
+    return CoGetApartmentType(&type, &qualifier);
+}
+
+class SettingsTest : public testing::Test {
+protected:
+    SettingsTest() { _machine.WriteFactorySettings("<Log>off</Log><Empty/><ProjectId>p 1</ProjectId>"); }
+    ~SettingsTest() override { DropSharedInstance(); }
+
+    void WriteLocal(const std::string& settings) {
+        WriteFile(_machine.LocalSettingsFile(),
+                  "<LumeqConfig version=\"4.0\">" + settings + "</LumeqConfig>");
+    }
+    std::string LocalFile() const {
+        std::string text = ReadFile(_machine.LocalSettingsFile());
+        std::erase_if(text, [](char c) { return c == '\r' || c == '\n'; });
+        return text;
+    }
+    bool HasLocalFile() const { return std::filesystem::exists(_machine.LocalSettingsFile()); }
+
+    IsolatedMachine _machine;
+};
+
+constexpr int WarmUpUses = 300;
+
+/// LUMEQ_TEST_USES sets another number: 10,000 take half a minute.
+int NumberOfUses() {
+    const char* number = std::getenv("LUMEQ_TEST_USES");
+    return number ? std::atoi(number) : 2'000;
+}
+
+std::wstring FailureOfGetInstance() {
+    try {
+        Settings::GetInstance();
+    } catch (const Common::VestoException& failure) {
+        return failure.FullMessage();
+    }
+    return L"no failure";
+}
+
+} // namespace
+
+TEST_F(SettingsTest, FactorySettingIsTheTextOfItsElement) {
+    EXPECT_EQ(Settings::GetInstance()->GetFactorySetting(L"ProjectId", L"default"), L"p 1");
+}
+
+TEST_F(SettingsTest, MissingKeyGivesTheDefault) {
+    const auto settings = Settings::GetInstance();
+    EXPECT_EQ(settings->GetFactorySetting(L"None", L"default"), L"default");
+    EXPECT_EQ(settings->GetLocalSetting(L"None", L"default"), L"default");
+    DropSharedInstance();
+}
+
+TEST_F(SettingsTest, EmptyElementGivesNoDefault) {
+    WriteLocal("<Empty></Empty>");
+    const auto settings = Settings::GetInstance();
+    EXPECT_EQ(settings->GetFactorySetting(L"Empty", L"default"), L"");
+    EXPECT_EQ(settings->GetLocalSetting(L"Empty", L"default"), L"");
+    DropSharedInstance();
+}
+
+TEST_F(SettingsTest, KeyOfTheOtherFileIsNotSeen) {
+    WriteLocal("<UserOptIn>True</UserOptIn>");
+    const auto settings = Settings::GetInstance();
+    EXPECT_EQ(settings->GetLocalSetting(L"ProjectId", L"default"), L"default");
+    EXPECT_EQ(settings->GetFactorySetting(L"UserOptIn", L"default"), L"default");
+    DropSharedInstance();
+}
+
+TEST_F(SettingsTest, MissingKeysAreToldToTheDebugger) {
+    const auto settings = Settings::GetInstance();
+    const DebuggerStandIn debugger;
+    settings->GetFactorySetting(L"F", L"");
+    settings->GetLocalSetting(L"L", L"");
+    settings->RemoveLocalSetting(L"R");
+    EXPECT_EQ(debugger.Output(), "TRACE: Unable to get value of factory setting 'F'\n"
+                                 "TRACE: Unable to get value of local setting 'L'\n"
+                                 "TRACE: Unable to get value of local setting 'R'\n");
+    EXPECT_EQ(debugger.Breaks(), 0);
+    DropSharedInstance();
+}
+
+TEST_F(SettingsTest, NoLocalFileIsMadeBeforeASave) {
+    const auto settings = Settings::GetInstance();
+    EXPECT_EQ(settings->GetLocalSetting(L"UserOptIn", L"default"), L"default");
+    settings->SetLocalSetting(L"UserOptIn", L"True");
+    EXPECT_FALSE(HasLocalFile());
+    EXPECT_TRUE(settings->SaveLocalSettings());
+    EXPECT_EQ(LocalFile(), "<LumeqConfig version=\"4.0\"><UserOptIn>True</UserOptIn></LumeqConfig>");
+    DropSharedInstance();
+}
+
+TEST_F(SettingsTest, NewValueIsDirtyUntilSaved) {
+    WriteLocal("<A>1</A>");
+    const auto settings = Settings::GetInstance();
+    EXPECT_FALSE(settings->IsLocalDirty());
+    settings->SetLocalSetting(L"A", L"2");
+    EXPECT_TRUE(settings->IsLocalDirty());
+    settings->SaveLocalSettings();
+    EXPECT_FALSE(settings->IsLocalDirty());
+    settings->SetLocalSetting(L"B", L"");
+    EXPECT_TRUE(settings->IsLocalDirty());
+    DropSharedInstance();
+}
+
+TEST_F(SettingsTest, PresentValueLeavesDirtyAsItWas) {
+    WriteLocal("<A>1</A><B>1</B>");
+    const auto settings = Settings::GetInstance();
+    settings->SetLocalSetting(L"A", L"1");
+    EXPECT_FALSE(settings->IsLocalDirty());
+    settings->SetLocalSetting(L"B", L"2");
+    settings->SetLocalSetting(L"A", L"1");
+    EXPECT_TRUE(settings->IsLocalDirty());
+    DropSharedInstance();
+}
+
+TEST_F(SettingsTest, RemovalIsNotDirty) {
+    WriteLocal("<A>1</A>");
+    const auto settings = Settings::GetInstance();
+    EXPECT_TRUE(settings->RemoveLocalSetting(L"A"));
+    EXPECT_FALSE(settings->IsLocalDirty());
+    EXPECT_FALSE(settings->RemoveLocalSetting(L"A"));
+    EXPECT_EQ(LocalFile(), "<LumeqConfig version=\"4.0\"><A>1</A></LumeqConfig>");
+    settings->SaveLocalSettings();
+    EXPECT_EQ(LocalFile(), "<LumeqConfig version=\"4.0\"/>");
+    DropSharedInstance();
+}
+
+TEST_F(SettingsTest, ValuesAreWrittenAsText) {
+    const auto settings = Settings::GetInstance();
+    settings->SetLocalSetting(L"A", L"<b> & \"caf\u00e9\" \u6f22");
+    settings->SaveLocalSettings();
+    DropSharedInstance();
+    EXPECT_EQ(LocalFile(), "<LumeqConfig version=\"4.0\"><A>&lt;b&gt; &amp; \"caf\xC3\xA9\" "
+                           "\xE6\xBC\xA2</A></LumeqConfig>");
+}
+
+TEST_F(SettingsTest, OlderRootIsRenamedByTheNextSave) {
+    WriteFile(_machine.LocalSettingsFile(), "<LUMConfig version=\"4.0\" x=\"y\"><A>1</A></LUMConfig>");
+    const auto settings = Settings::GetInstance();
+    EXPECT_EQ(settings->GetLocalSetting(L"A", L""), L"1");
+    EXPECT_FALSE(settings->IsLocalDirty());
+    EXPECT_EQ(LocalFile(), "<LUMConfig version=\"4.0\" x=\"y\"><A>1</A></LUMConfig>");
+    settings->SaveLocalSettings();
+    EXPECT_EQ(LocalFile(), "<LumeqConfig version=\"4.0\" x=\"y\"><A>1</A></LumeqConfig>");
+    DropSharedInstance();
+}
+
+TEST_F(SettingsTest, InstanceIsSharedUntilItIsDropped) {
+    const auto first = Settings::GetInstance();
+    EXPECT_EQ(Settings::GetInstance(), first);
+    EXPECT_EQ(first.use_count(), 2);
+    DropSharedInstance();
+    EXPECT_EQ(first.use_count(), 1);
+    WriteLocal("<A>1</A>");
+    EXPECT_EQ(first->GetLocalSetting(L"A", L""), L"");
+    EXPECT_EQ(Settings::GetInstance()->GetLocalSetting(L"A", L""), L"1");
+    DropSharedInstance();
+}
+
+TEST_F(SettingsTest, DropOfTheLastReferenceDoesNotLockItselfOut) {
+    Settings::GetInstance();
+    DropSharedInstance();
+    DropSharedInstance();
+    EXPECT_TRUE(SettingsLock().try_lock());
+    SettingsLock().unlock();
+}
+
+TEST_F(SettingsTest, ComIsInitialisedForTheLifeOfTheInstance) {
+    ASSERT_EQ(ApartmentOfThread(), NotInitialized);
+    {
+        const auto settings = Settings::GetInstance();
+        DropSharedInstance();
+        EXPECT_EQ(ApartmentOfThread(), S_OK);
+    }
+    EXPECT_EQ(ApartmentOfThread(), NotInitialized);
+}
+
+TEST_F(SettingsTest, ThreadThatCannotInitialiseComHasNoSettings) {
+    CoInitializeEx(nullptr, COINIT_MULTITHREADED);
+    // One level is undone and the other one stays.
+    CoInitializeEx(nullptr, COINIT_MULTITHREADED);
+    EXPECT_EQ(FailureOfGetInstance(), L"Failed to CoInitialize\nHRESULT: 0x80010106");
+    CoUninitialize();
+    EXPECT_EQ(ApartmentOfThread(), NotInitialized);
+}
+
+TEST_F(SettingsTest, MissingFactoryFileMakesTheLocalOneUnreachable) {
+    WriteLocal("<A>1</A>");
+    std::filesystem::remove(IsolatedMachine::FactorySettingsFile());
+    EXPECT_EQ(FailureOfGetInstance(), L"No factory settings file found\nPath: \"" +
+                                          (_machine.HostFolder() / "LumeqConfig.xml").wstring() + L"\"");
+    EXPECT_EQ(ApartmentOfThread(), NotInitialized);
+    EXPECT_EQ(LocalFile(), "<LumeqConfig version=\"4.0\"><A>1</A></LumeqConfig>");
+}
+
+TEST_F(SettingsTest, DamagedLocalFileIsAFailureAndStays) {
+    WriteFile(_machine.LocalSettingsFile(), "<LumeqConfig><A>1");
+    EXPECT_EQ(FailureOfGetInstance(), L"Error parsing local settings file\nPath: \"" +
+                                          _machine.LocalSettingsFile().wstring() + L"\"");
+    EXPECT_EQ(ApartmentOfThread(), NotInitialized);
+    EXPECT_EQ(LocalFile(), "<LumeqConfig><A>1");
+}
+
+TEST_F(SettingsTest, FailedCreationIsToldToTheDebugger) {
+    WriteFile(_machine.LocalSettingsFile(), "<LumeqConfig");
+    const DebuggerStandIn debugger;
+    EXPECT_NE(FailureOfGetInstance(), L"no failure");
+    EXPECT_EQ(debugger.Output(),
+              "TRACE: FactorySettingsPath is '" + IsolatedMachine::FactorySettingsFile().string() +
+                  "'\nTRACE: LocalSettingsPath is '" + _machine.LocalSettingsFile().string() +
+                  "'\nERROR: Fail creating Settings class: Error parsing local settings file\n");
+    EXPECT_EQ(debugger.Breaks(), 1);
+}
+
+TEST_F(SettingsTest, FailedSaveStaysDirtyAndKeepsTheFile) {
+    WriteLocal("<A>1</A>");
+    const auto settings = Settings::GetInstance();
+    settings->SetLocalSetting(L"A", L"2");
+    SetFileAttributesW(_machine.LocalSettingsFile().c_str(), FILE_ATTRIBUTE_READONLY);
+    try {
+        settings->SaveLocalSettings();
+        FAIL();
+    } catch (const _com_error& failure) {
+        EXPECT_EQ(failure.Error(), E_ACCESSDENIED);
+    }
+    SetFileAttributesW(_machine.LocalSettingsFile().c_str(), FILE_ATTRIBUTE_NORMAL);
+    EXPECT_TRUE(settings->IsLocalDirty());
+    EXPECT_EQ(LocalFile(), "<LumeqConfig version=\"4.0\"><A>1</A></LumeqConfig>");
+    DropSharedInstance();
+}
+
+TEST_F(SettingsTest, ManyUsesLeaveNothingBehind) {
+    WriteLocal("<A>1</A>");
+    const auto use = [] {
+        const auto settings = Settings::GetInstance();
+        EXPECT_EQ(settings->GetLocalSetting(L"A", L""), L"1");
+        settings->SetLocalSetting(L"A", L"1");
+        DropSharedInstance();
+    };
+    // A handle gets the lowest free number: one that was leaked in each use would push it up.
+    const auto nextHandle = [] {
+        const Common::UniqueKernelObject event(CreateEventW(nullptr, TRUE, FALSE, nullptr));
+        return reinterpret_cast<std::uintptr_t>(event.Get());
+    };
+    const auto memory = [] {
+        PROCESS_MEMORY_COUNTERS counters{};
+        GetProcessMemoryInfo(GetCurrentProcess(), &counters, sizeof counters);
+        return static_cast<std::int64_t>(counters.WorkingSetSize);
+    };
+    const int uses = NumberOfUses();
+    for (int i = 0; i < WarmUpUses; ++i)
+        use();
+    const std::uintptr_t handleBefore = nextHandle();
+    const std::int64_t memoryBefore = memory();
+    for (int i = 0; i < uses; ++i)
+        use();
+    EXPECT_EQ(nextHandle(), handleBefore);
+    EXPECT_LT((memory() - memoryBefore) / uses, 100) << "bytes for each use";
+    EXPECT_EQ(ApartmentOfThread(), NotInitialized);
+}
+
+} // namespace Zuvan::Lumeq::Core::Utils
