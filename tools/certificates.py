@@ -50,15 +50,22 @@ class Validity(NamedTuple):
     end: datetime
 
 
-def make_server_certificate(folder: Path, kind: str, addresses: list[str]) -> ServerCertificate:
-    """One of KINDS, for these IP addresses. The authority that the folder holds is used again."""
+def make_server_certificate(folder: Path, kind: str, address: str) -> ServerCertificate:
+    """One of KINDS, for this IP address. What the folder holds is used again."""
     authority = _authority(folder / "untrusted" if kind == "untrusted-root" else folder)
-    name = f"DNS:{WRONG_NAME}" if kind == "wrong-name" else ",".join(f"IP:{address}" for address in addresses)
-    _issue(authority, kind, addresses[0], f"{SERVER_EXTENSIONS}subjectAltName = {name}\n",
-           _validity(ended=kind == "expired"), "issuer")
-    chain = authority / f"{kind}.chain.pem"
-    chain.write_text("".join((authority / f"{stem}.pem").read_text() for stem in (kind, "issuer")))
-    return ServerCertificate(chain, authority / f"{kind}.key")
+    stem = f"{kind}-{address}"
+    made = ServerCertificate(authority / f"{stem}.chain.pem", authority / f"{stem}.key")
+    if not made.chain.exists():
+        name = f"DNS:{WRONG_NAME}" if kind == "wrong-name" else f"IP:{address}"
+        _issue(authority, stem, address, f"{SERVER_EXTENSIONS}subjectAltName = {name}\n",
+               _validity(ended=kind == "expired"), "issuer")
+        made.chain.write_text("".join((authority / f"{part}.pem").read_text() for part in (stem, "issuer")))
+    return made
+
+
+def make_root(folder: Path) -> Path:
+    """The file with the certificate that is to be trusted."""
+    return _authority(folder) / "root.der"
 
 
 def _authority(folder: Path) -> Path:

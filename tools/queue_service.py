@@ -50,13 +50,11 @@ class QueueService:
                  behaviour: Optional[Behaviour] = None, tell: Callable[[Message], None] = lambda message: None):
         self.seen = Seen()
         self.behaviour = behaviour or Behaviour()
-        self.root = folder / "root.der"
         self._tell = tell
         self._changed = threading.Condition()
         self._ending = threading.Event()
         self._open: set[socket.socket] = set()
-        # The authority of the folder is made even where another one signs, so that there is a root to trust.
-        certificates.make_server_certificate(folder, "valid", [address])
+        self.root = certificates.make_root(folder)
         self._context = _server_context(folder, self.behaviour.certificate, address)
         self._listener = socket.create_server((address, port))
         self.port = self._listener.getsockname()[1]
@@ -136,7 +134,7 @@ class QueueService:
 
 
 def _server_context(folder: Path, kind: str, address: str) -> ssl.SSLContext:
-    made = certificates.make_server_certificate(folder, kind, [address])
+    made = certificates.make_server_certificate(folder, kind, address)
     context = ssl.SSLContext(ssl.PROTOCOL_TLS_SERVER)
     context.load_cert_chain(made.chain, made.key)
     return context
