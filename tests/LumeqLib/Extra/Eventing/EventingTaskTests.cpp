@@ -2,8 +2,8 @@
 
 #include "LumeqLib/Extra/Eventing/EventContext.h"
 #include "LumeqLib/Extra/Eventing/TaskDetails.h"
+#include "support/SmallStack.h"
 #include "tests/LumeqLib/Extra/Eventing/EventingSupport.h"
-#include "tests/LumeqLib/Extra/Eventing/SmallStack.h"
 
 #include <regex>
 #include <type_traits>

@@ -1,6 +1,6 @@
 #include "LumeqLib/Extra/Eventing/LabelChecks.h"
 
-#include "tests/LumeqLib/Extra/Eventing/SmallStack.h"
+#include "support/SmallStack.h"
 
 #include <gtest/gtest.h>
 #include <stdexcept>

@@ -1,7 +1,7 @@
 #include "LumeqLib/Extra/Eventing/TaskDetails.h"
 
+#include "support/SmallStack.h"
 #include "tests/LumeqLib/Extra/Eventing/EventingSupport.h"
-#include "tests/LumeqLib/Extra/Eventing/SmallStack.h"
 
 #include <climits>
 
