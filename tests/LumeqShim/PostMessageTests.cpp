@@ -6,9 +6,11 @@
 
 #include <windows.h>
 
+#include <cstring>
 #include <gmock/gmock.h>
 #include <stdexcept>
 #include <urlmon.h>
+#include <vector>
 #include <wininet.h>
 
 namespace Zuvan::LumeqShim {
@@ -230,6 +232,20 @@ TEST_F(PostMessageTest, ConnectionGoesToPort443) {
                 });
     Post(L"http://queue.example:8443");
     EXPECT_EQ(asked, L"queue.example:8443 443 3 0");
+}
+
+TEST_F(PostMessageTest, AnswerIsReadOnceAndUpToItsFirstZero) {
+    static std::vector<DWORD> asked;
+    const ImportedFunction<BOOL WINAPI(HINTERNET, LPVOID, DWORD, LPDWORD)> answering(
+        "wininet.dll", "InternetReadFile", [](HINTERNET, LPVOID buffer, DWORD size, LPDWORD count) -> BOOL {
+            asked.push_back(size);
+            std::memcpy(buffer, "gr\xC3\xBC\xC3\x9F\0rest", 11);
+            *count = 11;
+            return TRUE;
+        });
+    EXPECT_EQ(Post().back(), Line("DATA", "<- gr\xC3\x83\xC2\xBC\xC3\x83\xC2\x9F"))
+        << "byte by byte, as the C locale widens it";
+    EXPECT_THAT(asked, ElementsAre(4095u));
 }
 
 TEST_F(PostMessageTest, HandleOfAWorkerThatEndedIsClosed) {

@@ -1,0 +1,92 @@
+"""What the tests of the basic road have in common: one machine that trusts a queue service of the test's own."""
+
+import contextlib
+import json
+import shutil
+import socket
+import tempfile
+import unittest
+from pathlib import Path
+from typing import Optional
+
+from support import BUILD, Outcome, SessionTestCase, call, session_player
+
+import basic_road
+import certificates
+from queue_service import Behaviour, QueueService
+
+PROJECT = "0123456789ABCDEF01234567"
+START = call("StartupEx", appName="Scan Studio", whyType=4, howType=7, trackSystemInfo=True,
+             trackPrintQueueInfo=False)
+
+
+def can_listen(address: str) -> bool:
+    with contextlib.suppress(PermissionError), socket.create_server((address, 443)):
+        return True
+    return False
+
+
+class BasicRoadTestCase(SessionTestCase):
+    """Each file of tests has an address of its own, so that files may run side by side."""
+
+    ADDRESS = ""
+
+    @classmethod
+    def setUpClass(cls):
+        if not can_listen(cls.ADDRESS):
+            raise unittest.SkipTest("no privilege to listen on port 443, where the library goes")
+        (BUILD / "play").mkdir(exist_ok=True)
+        cls.folder = Path(cls.enterClassContext(tempfile.TemporaryDirectory(dir=BUILD / "play")))
+        cls.machine = cls.enterClassContext(session_player.machine(BUILD))
+        cls.machine.set_up(session_player.Conditions(road="basic"), BUILD)
+        basic_road.trust(cls.machine, certificates.make_root(cls.folder), BUILD)
+
+    def setUp(self):
+        shutil.rmtree(self.machine.program_data, ignore_errors=True)
+
+    def serve(self, misbehaviour: str = "none", certificate: str = "valid", redirect_to: str = "",
+              address: Optional[str] = None) -> QueueService:
+        """For a with statement."""
+        return QueueService(self.folder, address or self.ADDRESS,
+                            behaviour=Behaviour(misbehaviour, certificate, redirect_to))
+
+    def run_host(self, *steps: dict, opted_in: Optional[bool] = True, road: str = "basic",
+                 companion: Optional[dict] = None, timeout: float = 100, **settings: Optional[str]) -> Outcome:
+        """Plays the steps. `opted_in` is in the local settings file to start from; None leaves that as it is. The
+        settings are put into the usual factory settings file or taken out with None."""
+        deployment = {"Log": "on", "LogLevel": "debug", "ProjectId": PROJECT,
+                      "LUMServerUri": f"https://{self.ADDRESS}", "AppDeployedId": "deployed-7",
+                      "AuthenticationToken": "gbxra9"} | settings
+        present = {key: value for key, value in deployment.items() if value is not None}
+        host_folder = self.machine.host_folder
+        (host_folder / "LumeqConfig.xml").write_text(basic_road.settings_text(**present), encoding="utf-8")
+        if opted_in is not None:
+            self.local_settings_file.parent.mkdir(parents=True, exist_ok=True)
+            self.local_settings_file.write_text(basic_road.settings_text(UserOptIn=str(opted_in)))
+        self._place_companion(road, companion)
+        if logs := self.machine.log_folder():
+            shutil.rmtree(logs)
+        return self._play(steps, road, timeout)
+
+    @property
+    def local_settings_file(self) -> Path:
+        return self.machine.program_data / "LUMEQ" / session_player.SETTINGS_FILE
+
+    def _place_companion(self, road: str, script: Optional[dict]) -> None:
+        library = self.machine.host_folder / "LumeqShim.Managed.dll"
+        library.unlink(missing_ok=True)
+        if road == "managed":
+            shutil.copy(BUILD / "companion" / library.name, library)
+            (library.parent / "LumeqCompanion.json").write_text(json.dumps(script))
+
+    def _play(self, steps: tuple, road: str, timeout: float) -> Outcome:
+        with tempfile.TemporaryDirectory(dir=BUILD / "play") as name:
+            out = Path(name)
+            session = out / "session.jsonl"
+            session.write_text("".join(json.dumps(step) + "\n" for step in steps))
+            with open(out / "errors", "w+b") as errors:
+                status = self.machine.run_host(session, session_player.Conditions(road=road), out / "host.jsonl",
+                                               timeout, errors)
+                errors.seek(0)
+                self.machine.collect(out)
+                return Outcome(status, errors.read().decode("utf-8", "replace"), out)

@@ -1,0 +1,77 @@
+"""Posting to a queue service that fails or misbehaves: the exact lines."""
+
+import unittest
+
+from basic_road_support import START
+from posting_support import NO_RESPONSE, SENT, PostingTestCase, answer, failed_send, line, posting, response
+
+import queue_service
+
+
+class FailingService(PostingTestCase):
+    ADDRESS = "127.0.0.31"
+
+    def test_refused_connection(self):
+        self.check_lines(self.post(), *failed_send("0x00002efd"), *NO_RESPONSE, *answer(""))
+
+    def test_unknown_server(self):
+        self.check_lines(self.post(LUMServerUri="https://queue.invalid"), *failed_send("0x00002ee7"), *NO_RESPONSE,
+                         *answer(""), host="queue.invalid")
+
+    def test_url_with_a_slash_at_its_end_and_none_fail_at_the_connection(self):
+        for url in (f"https://{self.ADDRESS}/", None):
+            with self.subTest(url):
+                outcome = self.post(LUMServerUri=url)
+                self.assertEqual([*self.before_sending(outcome, ""),
+                                  line("WARNING", "InternetConnectW failed 0x00000000"),
+                                  *answer("Worker thread failed!")], posting(outcome))
+
+    def test_untrusted_root_is_refused(self):
+        with self.serve(certificate="untrusted-root") as service:
+            outcome = self.post()
+        self.check_lines(outcome, *failed_send("0x00002f19"), *NO_RESPONSE, *answer(""))
+        self.assertEqual([], service.seen.messages)
+
+    def test_expired_certificate_and_wrong_name_are_accepted(self):
+        for certificate in ("expired", "wrong-name"):
+            with self.subTest(certificate), self.serve(certificate=certificate) as service:
+                outcome = self.post()
+                self.assertEqual([[]], [message.wrong for message in service.seen.messages])
+                self.check_lines(outcome, SENT, *response(200, "OK", 47),
+                                 *answer('{"ids": ["1"], "msg": "Messages put on queue."}'))
+
+    def test_error_status_is_logged_as_data_and_not_retried(self):
+        for status, text in ((401, "Unauthorized"), (500, "Internal Server Error")):
+            with self.subTest(status), self.serve(f"status-{status}") as service:
+                outcome = self.post(START)
+                self.check_lines(outcome, SENT, *response(status, text, len(text) + 11),
+                                 *answer(f'{{"msg": "{text}"}}'))
+                self.assertEqual([], [line for line in outcome.log if line.severity in ("WARNING", "ERROR")])
+                self.assertEqual(1, len(service.seen.messages))
+
+    def test_connection_that_is_reset(self):
+        with self.serve("reset") as service:
+            outcome = self.post()
+        self.check_lines(outcome, *failed_send("0x00002f7d"), *NO_RESPONSE, *answer(""))
+        self.assertEqual([], service.seen.messages)
+
+    def test_redirect_is_followed_without_a_word(self):
+        other = "127.0.0.32"
+        with self.serve(address=other) as target, self.serve("redirect", redirect_to=f"https://{other}/there") as first:
+            outcome = self.post()
+        self.assertEqual([[]], [message.wrong for message in first.seen.messages])
+        self.assertEqual([b"GET /there HTTP/1.1"],
+                         [message.raw.split(b"\r\n")[0] for message in target.seen.messages])
+        self.assertEqual(SENT, posting(outcome)[6])
+
+    def test_answer_beyond_4095_bytes_is_left_unread(self):
+        with self.serve("long-answer"):
+            outcome = self.post()
+        # The log cuts its lines at nearly the same length.
+        logged = ("<- " + queue_service.LONG_ANSWER)[:4084] + "<TRUNCATED>"
+        self.check_lines(outcome, SENT, *response(200, "OK", 8192), line("DEBUG", "Post took # ms"),
+                         line("DATA", logged))
+
+
+if __name__ == "__main__":
+    unittest.main()

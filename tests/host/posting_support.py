@@ -1,0 +1,80 @@
+"""What the tests of posting have in common: the lines that it logs."""
+
+import base64
+import re
+
+from basic_road_support import PROJECT, START, BasicRoadTestCase
+from support import LogLine, Outcome
+
+PATH = f"/projects/{PROJECT}/queues/sys_info_base/messages"
+TIME = re.compile(r"T(\d\d):(\d\d):(\d\d\.\d{3})Z ")
+
+
+def line(severity: str, message: str) -> LogLine:
+    return LogLine(severity, "", message)
+
+
+def failed_send(code: str) -> list[LogLine]:
+    return [line("WARNING", f"HttpSendRequest failed {code}"), line("WARNING", f"HTTP FAILURE {code}")]
+
+
+SENT = line("DEBUG", "HttpSendRequest sent")
+NO_RESPONSE = [line("DATA", " <-HTTP RESULT= (0)"), line("DEBUG", "Headers=\\r\\n")]
+"""Wine's client shows the end of the headers even where there are none."""
+
+
+def response(status: int, text: str, length: int, more: str = "") -> list[LogLine]:
+    return [line("DATA", f" <-HTTP RESULT={text} ({status})"),
+            line("DEBUG", f"Headers=HTTP/1.1 {status} {text}\\r\\nContent-Type: application/json\\r\\n{more}"
+                          f"Content-Length: {length}\\r\\nConnection: close\\r\\n\\r\\n")]
+
+
+def answer(text: str) -> list[LogLine]:
+    return [line("DEBUG", "Post took # ms"), line("DATA", f"<- {text}")]
+
+
+def posting(outcome: Outcome) -> list[LogLine]:
+    """The lines from the post's start on, without how long things took and without those of its caller."""
+    lines = [line._replace(message=re.sub(r" took \d+ ms$", " took # ms", line.message)) for line in outcome.log]
+    first = next(at for at, line in enumerate(lines) if line.message.startswith("PostMessageAndForget("))
+    end = next(at for at, line in enumerate(lines[first:], first) if line.message == "Executing Basic Functionality")
+    later = [line for line in lines[end + 1:]
+             if line.message.startswith(("Post took", "<- ", "HttpSend", " <-HTTP", "Headers=", "HTTP "))]
+    return lines[first:end] + later
+
+
+def held(outcome: Outcome) -> float:
+    """For how many seconds the caller waited for the worker."""
+    def seconds(message: str) -> float:
+        text = next(line for line in outcome.text("Lumeq.Log.txt").splitlines() if line.endswith(message))
+        hours, minutes, rest = TIME.search(text).groups()
+        return (int(hours) * 60 + int(minutes)) * 60 + float(rest)
+
+    return (seconds(" | Executing Basic Functionality") - seconds(" | PostMessageAndForget about to post")) % 86400
+
+
+class PostingTestCase(BasicRoadTestCase):
+    def post(self, *steps: dict, **settings) -> Outcome:
+        outcome = self.run_host(START, *steps, **settings)
+        self.assertEqual(0, outcome.status)
+        return outcome
+
+    def before_sending(self, outcome: Outcome, host: str) -> list[LogLine]:
+        message = next(line.message for line in outcome.log if line.message.startswith("Message="))[8:]
+        encoded = "=?media_type:application/json.b64?=" + base64.b64encode(message.encode()).decode()
+        return [line("DEBUG", f"PostMessageAndForget({host}, Scan Studio/0.0.0.0, {PROJECT}, sys_info_base, token9)"),
+                line("TRACE", f"Message={message}"),
+                line("DEBUG", f"Encoded Message={encoded}"),
+                line("DEBUG", "PostMessageAndForget about to post"),
+                line("DATA", f"->{PATH} {message}")]
+
+    def sending(self, outcome: Outcome, host: str) -> list[LogLine]:
+        before = self.before_sending(outcome, host)
+        length = len('{"messages":[{"body":""}]}') + len(before[2].message.removeprefix("Encoded Message="))
+        return [*before, line("DATA", f" ->HTTP POST: {PATH} Content-Type: application/json  "
+                                      "Accept: application/json  Authorization: Bearer token9  "
+                                      f"User-Agent:Scan Studio/0.0.0.0  Content-Length:{length}  ")]
+
+    def check_lines(self, outcome: Outcome, *expected: LogLine, host: str = ""):
+        host = host or self.ADDRESS
+        self.assertEqual([*self.sending(outcome, host), *expected], posting(outcome))

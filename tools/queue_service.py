@@ -1,0 +1,190 @@
+"""A stand-in of the queue service: HTTPS on this machine, strict, and able to misbehave."""
+
+import json
+import socket
+import ssl
+import struct
+import threading
+import time
+from dataclasses import dataclass, field
+from pathlib import Path
+from typing import Callable, Optional
+
+import certificates
+import queue_message
+from queue_message import Message
+
+MISBEHAVIOURS = ("none", "status-401", "status-500", "redirect", "never-answer", "no-handshake", "reset",
+                 "slow-headers", "long-answer")
+STATUS_TEXTS = {200: "OK", 302: "Found", 400: "Bad Request", 401: "Unauthorized", 500: "Internal Server Error"}
+LONG_ANSWER = "0123456789abcdef" * 512
+HEADER_SECONDS = 6.0
+"""How long slow headers take: twice the time that a caller is held."""
+
+
+@dataclass
+class Behaviour:
+    misbehaviour: str = "none"
+    """One of MISBEHAVIOURS."""
+    certificate: str = "valid"
+    """One of certificates.KINDS."""
+    redirect_to: str = ""
+    """The target of "redirect"."""
+
+
+@dataclass
+class Seen:
+    """What the service saw, in order."""
+
+    connections: list[str] = field(default_factory=list)
+    """Where they came from; also those that came to nothing."""
+    failures: list[str] = field(default_factory=list)
+    """Connections that ended before there was a whole request."""
+    messages: list[Message] = field(default_factory=list)
+
+
+class QueueService:
+    """Serves from entry to exit of a with statement. Its folder keeps the authority for root.der."""
+
+    def __init__(self, folder: Path, address: str = "127.0.0.1", port: int = 443,
+                 behaviour: Optional[Behaviour] = None, tell: Callable[[Message], None] = lambda message: None):
+        self.seen = Seen()
+        self.behaviour = behaviour or Behaviour()
+        self._tell = tell
+        self._changed = threading.Condition()
+        self._ending = threading.Event()
+        self._open: set[socket.socket] = set()
+        self.root = certificates.make_root(folder)
+        self._context = _server_context(folder, self.behaviour.certificate, address)
+        self._listener = socket.create_server((address, port))
+        self.port = self._listener.getsockname()[1]
+
+    def __enter__(self) -> "QueueService":
+        threading.Thread(target=self._accept, daemon=True).start()
+        return self
+
+    def __exit__(self, *_) -> None:
+        self._ending.set()
+        self._listener.shutdown(socket.SHUT_RDWR)
+        self._listener.close()
+        for connection in list(self._open):
+            _abort(connection)
+
+    def wait_for(self, condition: Callable[[Seen], bool], seconds: float = 20) -> bool:
+        """Whether what was seen fulfils the condition in time."""
+        with self._changed:
+            return self._changed.wait_for(lambda: condition(self.seen), seconds)
+
+    def _note(self, kind: list, what) -> None:
+        with self._changed:
+            kind.append(what)
+            self._changed.notify_all()
+
+    def _accept(self) -> None:
+        while not self._ending.is_set():
+            try:
+                connection, peer = self._listener.accept()
+            except OSError:
+                return
+            self._note(self.seen.connections, peer[0])
+            threading.Thread(target=self._serve, args=(connection,), daemon=True).start()
+
+    def _serve(self, connection: socket.socket) -> None:
+        self._open.add(connection)
+        try:
+            self._converse(connection)
+        except (OSError, EOFError) as error:
+            self._note(self.seen.failures, str(error))
+        finally:
+            self._open.discard(connection)
+            connection.close()
+
+    def _converse(self, connection: socket.socket) -> None:
+        if self.behaviour.misbehaviour == "reset":
+            _abort(connection)
+            return
+        if self.behaviour.misbehaviour == "no-handshake":
+            self._ending.wait()
+            return
+        with self._context.wrap_socket(connection, server_side=True) as channel:
+            self._open.add(channel)
+            try:
+                message = queue_message.read_message(_receive(channel))
+                self._note(self.seen.messages, message)
+                self._tell(message)
+                self._answer(channel, message)
+            finally:
+                self._open.discard(channel)
+
+    def _answer(self, channel: ssl.SSLSocket, message: Message) -> None:
+        misbehaviour = self.behaviour.misbehaviour
+        if misbehaviour == "never-answer":
+            self._ending.wait()
+        elif misbehaviour == "redirect":
+            channel.sendall(_response(302, "", f"Location: {self.behaviour.redirect_to}\r\n"))
+        elif misbehaviour == "long-answer":
+            channel.sendall(_response(200, LONG_ANSWER))
+        elif misbehaviour == "slow-headers":
+            _send_slowly(channel, _usual_response(message), self._ending)
+        elif misbehaviour.startswith("status-"):
+            status = int(misbehaviour.removeprefix("status-"))
+            channel.sendall(_response(status, json.dumps({"msg": STATUS_TEXTS[status]})))
+        else:
+            channel.sendall(_usual_response(message))
+
+
+def _server_context(folder: Path, kind: str, address: str) -> ssl.SSLContext:
+    made = certificates.make_server_certificate(folder, kind, address)
+    context = ssl.SSLContext(ssl.PROTOCOL_TLS_SERVER)
+    context.load_cert_chain(made.chain, made.key)
+    return context
+
+
+def _receive(channel: ssl.SSLSocket) -> bytes:
+    """One request. Raises EOFError if it is cut short."""
+    raw = b""
+    while b"\r\n\r\n" not in raw:
+        raw += _some_bytes(channel, raw)
+    head_length = raw.index(b"\r\n\r\n") + 4
+    whole = head_length + (queue_message.content_length(raw[:head_length]) or 0)
+    while len(raw) < whole:
+        raw += _some_bytes(channel, raw)
+    return raw
+
+
+def _some_bytes(channel: ssl.SSLSocket, so_far: bytes) -> bytes:
+    received = channel.recv(65536)
+    if not received:
+        raise EOFError(f"the client left after {len(so_far)} bytes")
+    return received
+
+
+def _usual_response(message: Message) -> bytes:
+    if message.wrong:
+        return _response(400, json.dumps({"wrong": message.wrong}))
+    return _response(200, json.dumps({"ids": ["1"], "msg": "Messages put on queue."}))
+
+
+def _response(status: int, body: str, headers: str = "") -> bytes:
+    return (f"HTTP/1.1 {status} {STATUS_TEXTS[status]}\r\nContent-Type: application/json\r\n{headers}"
+            f"Content-Length: {len(body)}\r\nConnection: close\r\n\r\n{body}").encode()
+
+
+def _send_slowly(channel: ssl.SSLSocket, response: bytes, ending: threading.Event) -> None:
+    head, _, body = response.partition(b"\r\n\r\n")
+    started = time.monotonic()
+    for at, byte in enumerate(head):
+        channel.sendall(bytes([byte]))
+        if ending.wait(max(0.0, started + HEADER_SECONDS * (at + 1) / len(head) - time.monotonic())):
+            return
+    channel.sendall(b"\r\n\r\n" + body)
+
+
+def _abort(connection: socket.socket) -> None:
+    """Ends the connection with a reset."""
+    try:
+        connection.setsockopt(socket.SOL_SOCKET, socket.SO_LINGER, struct.pack("ii", 1, 0))
+        connection.shutdown(socket.SHUT_RDWR)
+    except OSError:
+        pass
+    connection.close()
