@@ -46,16 +46,19 @@ struct Operation {
     std::function<bool()> call;
 };
 
+// Made once: the calls themselves need no memory.
+const std::wstring Key = UserOptInKey;
+
 /// The four that use COM; BasicSetUserOptIn gives false.
 std::vector<Operation> Operations() {
-    return {{"BasicGetUserOptIn", [] { return BasicGetUserOptIn(UserOptInKey); }},
+    return {{"BasicGetUserOptIn", [] { return BasicGetUserOptIn(Key); }},
             {"BasicSetUserOptIn",
              [] {
-                 BasicSetUserOptIn(true, UserOptInKey);
+                 BasicSetUserOptIn(true, Key);
                  return false;
              }},
-            {"BasicDidUserOpted", [] { return BasicDidUserOpted(UserOptInKey); }},
-            {"BasicClearOptIn", [] { return BasicClearOptIn(UserOptInKey); }}};
+            {"BasicDidUserOpted", [] { return BasicDidUserOpted(Key); }},
+            {"BasicClearOptIn", [] { return BasicClearOptIn(Key); }}};
 }
 
 class BasicOptIn : public testing::Test {
