@@ -20,5 +20,5 @@ function(lumeq_python_test label file)
   add_test(NAME ${_test} COMMAND ${Python3_EXECUTABLE} -B ${CMAKE_CURRENT_SOURCE_DIR}/${file} -v)
   set(_environment LUMEQ_BUILD_DIR=${PROJECT_BINARY_DIR} LUMEQ_TOOLCHAIN_FILE=${CMAKE_TOOLCHAIN_FILE}
                    LUMEQ_CXX=${LUMEQ_CXX} LUMEQ_OBJDUMP=${CMAKE_OBJDUMP})
-  set_tests_properties(${_test} PROPERTIES LABELS ${label} TIMEOUT 300 ENVIRONMENT "${_environment}")
+  set_tests_properties(${_test} PROPERTIES LABELS ${label} TIMEOUT 900 ENVIRONMENT "${_environment}")
 endfunction()

@@ -48,6 +48,12 @@ class Machine:
     def log_folder(self) -> Optional[Path]:
         return next(self.prefix.glob("drive_c/users/*/**/Temp/Zuvan/LUMEQ"), None)
 
+    def clear(self) -> None:
+        """Takes away what an earlier session found and left, but for the registry."""
+        for folder in (self.host_folder, self.program_data, self.log_folder()):
+            if folder and folder.exists():
+                shutil.rmtree(folder)
+
     def set_up(self, conditions: Conditions, build: Path) -> None:
         self.host_folder.mkdir()
         for file in ("lumeq-host.exe", "Lumeq.dll"):
@@ -130,16 +136,18 @@ def machine(build: Path) -> Iterator[Machine]:
         shutil.rmtree(folder)
 
 
-def play(session: Path, out: Path, conditions: Conditions = Conditions(), build: Path = DEFAULT_BUILD,
-         timeout: float = 600, errors: Optional[BinaryIO] = None) -> int:
-    """Leaves in `out` what came to be; gives the host's exit code, or 124 after `timeout` seconds.
-
-    The host's standard error goes to `errors`, or to this process's own.
-    """
+def play_on(its_machine: Machine, session: Path, out: Path, conditions: Conditions, build: Path, timeout: float,
+            errors: Optional[BinaryIO] = None) -> int:
+    """As play, on a machine that is fresh or cleared."""
     out.mkdir(parents=True, exist_ok=True)
-    with machine(build) as its_machine:
-        its_machine.set_up(conditions, build)
-        status = its_machine.run_host(session, conditions, out / "host.jsonl", timeout, errors)
-        stop_wine(its_machine.prefix)
-        its_machine.collect(out)
+    its_machine.set_up(conditions, build)
+    status = its_machine.run_host(session, conditions, out / "host.jsonl", timeout, errors)
+    its_machine.collect(out)
     return status
+
+
+def play(session: Path, out: Path, conditions: Conditions = Conditions(), build: Path = DEFAULT_BUILD,
+         timeout: float = 600) -> int:
+    """Leaves in `out` what came to be; gives the host's exit code, or 124 after `timeout` seconds."""
+    with machine(build) as its_machine:
+        return play_on(its_machine, session, out, conditions, build, timeout)

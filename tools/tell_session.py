@@ -25,7 +25,7 @@ def read(path: Path) -> str:
 
 
 def json_lines(path: Path) -> list[dict]:
-    return [json.loads(line) for line in read(path).splitlines() if line.strip()]
+    return [json.loads(line) for line in read(path).split("\n") if line.strip()]
 
 
 def as_text(value) -> str:
@@ -56,7 +56,7 @@ def tell_records(operations: list[dict]) -> None:
         name = operation.pop("operation")
         print(f"{INDENT}{name}" + (f" {as_text(operation)}" if operation and "record" not in operation else ""))
         if "record" in operation:
-            for line in json.dumps(operation, indent=2, ensure_ascii=False).splitlines():
+            for line in json.dumps(operation, indent=2, ensure_ascii=False).split("\n"):
                 print(f"{INDENT}{INDENT}{line}")
 
 

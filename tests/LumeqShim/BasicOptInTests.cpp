@@ -5,6 +5,7 @@
 #include "LumeqLib/Core/Utils/SettingsPaths.h"
 #include "support/ChildProcess.h"
 #include "support/DebuggerStandIn.h"
+#include "support/FailingAllocation.h"
 #include "support/IsolatedMachine.h"
 #include "support/LogLines.h"
 
@@ -19,6 +20,7 @@ namespace Zuvan::LumeqShim {
 using Lumeq::Testing::ChildProcess;
 using Lumeq::Testing::DebuggerStandIn;
 using Lumeq::Testing::ExecutablePath;
+using Lumeq::Testing::FailingAllocation;
 using Lumeq::Testing::IsolatedMachine;
 using Lumeq::Testing::LoggedLine;
 using Lumeq::Testing::ReadFile;
@@ -417,6 +419,25 @@ TEST_F(BasicOptIn, SingleThreadedThreadKeepsItsApartment) {
     }
     CoUninitialize();
     EXPECT_EQ(ApartmentOfThread(), NotInitialized);
+}
+
+TEST_F(BasicOptInFailure, MemoryThatRunsOutAnywhereLetsNothingOut) {
+    for (const Operation& operation : Operations()) {
+        WriteLocal("<AppDeployedUuid>kept</AppDeployedUuid><UserOptIn>True</UserOptIn>");
+        bool happened = true;
+        for (int nth = 1; happened; ++nth) {
+            {
+                const FailingAllocation failing(nth);
+                operation.call();
+                happened = failing.Happened();
+            }
+            Lumeq::Core::Utils::DropSharedInstance();
+            ASSERT_EQ(ApartmentOfThread(), NotInitialized) << operation.name << ' ' << nth;
+            ASSERT_TRUE(LocalFile().find("<AppDeployedUuid>kept</AppDeployedUuid>") != std::string::npos)
+                << operation.name << ' ' << nth;
+            ASSERT_EQ(FilesBesideTheLocalOne(), 0);
+        }
+    }
 }
 
 TEST_F(BasicOptIn, SubfolderTakesEffectAtOnce) {

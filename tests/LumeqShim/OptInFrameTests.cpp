@@ -1,15 +1,19 @@
 #include "LumeqShim/OptInFrame.h"
 
+#include "LumeqShim/BasicOptIn.h"
+#include "support/FailingAllocation.h"
 #include "support/IsolatedMachine.h"
 #include "support/LogLines.h"
 
 #include <gtest/gtest.h>
 
 #include <comdef.h>
+#include <optional>
 #include <stdexcept>
 
 namespace Zuvan::LumeqShim {
 
+using Lumeq::Testing::FailingAllocation;
 using Lumeq::Testing::IsolatedMachine;
 
 namespace {
@@ -32,6 +36,14 @@ protected:
 using Texts = std::vector<std::string>;
 
 struct NotAnException {};
+
+constexpr HRESULT NotInitialized = static_cast<HRESULT>(0x800401F0);
+
+HRESULT ApartmentOfThread() {
+    APTTYPE type{};
+    APTTYPEQUALIFIER qualifier{};
+    return CoGetApartmentType(&type, &qualifier);
+}
 
 } // namespace
 
@@ -77,9 +89,23 @@ TEST_F(OptInFrame, SubfolderHasTheSameThreeLines) {
 TEST_F(OptInFrame, ComIsReleasedAfterAFailure) {
     RunOptIn(
         Clear, []() -> bool { throw 7; }, L"key");
-    APTTYPE type{};
-    APTTYPEQUALIFIER qualifier{};
-    EXPECT_EQ(CoGetApartmentType(&type, &qualifier), static_cast<HRESULT>(0x800401F0));
+    EXPECT_EQ(ApartmentOfThread(), NotInitialized);
+}
+
+TEST_F(OptInFrame, ReportThatCannotBeMadeLetsNothingOut) {
+    std::optional<FailingAllocation> failing;
+    const bool result = RunOptIn(
+        Clear,
+        [&failing]() -> bool {
+            failing.emplace(1);
+            throw 7;
+        },
+        L"key");
+    EXPECT_TRUE(failing->Happened());
+    failing.reset();
+    EXPECT_FALSE(result);
+    EXPECT_TRUE(Warnings().empty());
+    EXPECT_EQ(ApartmentOfThread(), NotInitialized);
 }
 
 } // namespace Zuvan::LumeqShim

@@ -3,7 +3,7 @@
 import json
 import unittest
 
-from support import BUILD, SessionTestCase, call, record, session_player
+from support import BUILD, HOST_SECONDS, SessionTestCase, call, record, session_player
 
 SCREEN = call("ScreenDisplayed", screenName="Home")
 GOOD = json.dumps(SCREEN) + "\n"
@@ -23,7 +23,7 @@ class BadLines(unittest.TestCase):
         folder = self.machine.prefix
         (folder / "bad.jsonl").write_text(session, encoding="utf-8")
         with open(folder / "errors", "wb") as errors:
-            status = self.machine.run_host(folder / "bad.jsonl", self.conditions, folder / "output", 60, errors)
+            status = self.machine.run_host(folder / "bad.jsonl", self.conditions, folder / "output", HOST_SECONDS, errors)
         return status, (folder / "errors").read_text().strip(), (folder / "output").read_text().splitlines()
 
     def assert_bad(self, line: str, problem: str):

@@ -1,5 +1,6 @@
 """What the tests of this folder have in common: they play sessions against the built DLL and read what came."""
 
+import contextlib
 import json
 import os
 import re
@@ -19,6 +20,9 @@ OBJDUMP = os.environ.get("LUMEQ_OBJDUMP", "x86_64-w64-mingw32-objdump")
 
 API = "Zuvan::Lumeq::API::"
 
+# No session here takes more than some seconds; a loaded machine may make them long.
+HOST_SECONDS = 200
+
 
 class LogLine(NamedTuple):
     """A line of the log without its time and thread."""
@@ -33,10 +37,15 @@ LINE = re.compile(r"\d{4}-\d\d-\d\dT\d\d:\d\d:\d\d\.\d{3}Z (?P<severity>\w+) *0x
                   r"(?:<(?P<function>[^>]*)> )?(?P<message>.*)")
 
 
+def lines_of(text: str) -> list[str]:
+    """Only a line feed ends a line here, and none of the other characters that end one for Python."""
+    return text.replace("\r\n", "\n").removesuffix("\n").split("\n") if text else []
+
+
 def parse_log(text: str) -> list[LogLine]:
     """Numbers of source lines become "line"; they mean nothing to a reader of the log."""
     lines = []
-    for line in re.sub(r"LumeqApi\(\d+\)", "LumeqApi(line)", text).splitlines():
+    for line in lines_of(re.sub(r"LumeqApi\(\d+\)", "LumeqApi(line)", text)):
         match = LINE.fullmatch(line)
         if not match:
             raise AssertionError(f"no log line: {line!r}")
@@ -86,7 +95,7 @@ class Outcome:
         return self.files.get(name, b"").decode("utf-8")
 
     def _json_lines(self, name: str) -> list[dict]:
-        return [json.loads(line) for line in self.text(name).splitlines()]
+        return [json.loads(line) for line in lines_of(self.text(name))]
 
     @property
     def log(self) -> list[LogLine]:
@@ -118,18 +127,22 @@ def exports_of(library: Path) -> list[str]:
 
 
 class SessionTestCase(unittest.TestCase):
+    """Its sessions share a machine, cleared in between; one with a registry value of its own has its own."""
+
     maxDiff = None
 
-    def play(self, *steps: dict, companion: Optional[dict] = None, settings: Optional[str] = None,
-             factory: Optional[str] = None, **conditions) -> Outcome:
-        """Plays the steps. The files are given as what stands in them; the rest as for Conditions."""
-        return self.play_text("".join(json.dumps(step) + "\n" for step in steps), companion, settings, factory,
-                              **conditions)
+    @classmethod
+    def setUpClass(cls):
+        cls.machine = cls.enterClassContext(session_player.machine(BUILD))
+
+    def play(self, *steps: dict, **circumstances) -> Outcome:
+        """Plays the steps. Circumstances as for play_text."""
+        return self.play_text("".join(json.dumps(step) + "\n" for step in steps), **circumstances)
 
     def play_text(self, session: str, companion: Optional[dict] = None, settings: Optional[str] = None,
                   factory: Optional[str] = None, **conditions) -> Outcome:
-        (BUILD / "play").mkdir(exist_ok=True)
-        with tempfile.TemporaryDirectory(dir=BUILD / "play") as name:
+        """The files are given as what stands in them; the rest as for Conditions."""
+        with tempfile.TemporaryDirectory(dir=self.machine.prefix) as name:
             folder = Path(name)
 
             def file(file_name: str, content: Optional[str]) -> Optional[Path]:
@@ -142,9 +155,14 @@ class SessionTestCase(unittest.TestCase):
                 companion=file("companion.json", json.dumps(companion) if companion else None),
                 settings=file("settings.xml", settings), factory=file("factory.xml", factory), **conditions)
             out = folder / "out"
-            with open(folder / "errors", "w+b") as errors:
-                status = session_player.play(file("session.jsonl", session), out, its_conditions, BUILD,
-                                             timeout=100, errors=errors)
+            with contextlib.ExitStack() as stack:
+                errors = stack.enter_context(open(folder / "errors", "w+b"))
+                its_machine = self.machine
+                if its_conditions.disabled is not None:
+                    its_machine = stack.enter_context(session_player.machine(BUILD))
+                its_machine.clear()
+                status = session_player.play_on(its_machine, file("session.jsonl", session), out, its_conditions,
+                                                BUILD, HOST_SECONDS, errors)
                 errors.seek(0)
                 return Outcome(status, errors.read().decode("utf-8", "replace"), out)
 
