@@ -1,13 +1,13 @@
-# Lumeq.dll: lumeq_core whole, plus the export list and a version resource.
+# Lumeq.dll: the objects of lumeq_core, plus the export list and a version resource.
 configure_file(LumeqApi/Lumeq.rc.in ${PROJECT_BINARY_DIR}/Lumeq.rc @ONLY)
 
-add_library(Lumeq SHARED LumeqApi/Lumeq.def ${PROJECT_BINARY_DIR}/Lumeq.rc)
+add_library(Lumeq SHARED $<TARGET_OBJECTS:lumeq_core> LumeqApi/Lumeq.def ${PROJECT_BINARY_DIR}/Lumeq.rc)
 add_library(Lumeq::Lumeq ALIAS Lumeq)
 set_target_properties(Lumeq PROPERTIES PREFIX "" IMPORT_PREFIX "" LINKER_LANGUAGE CXX)
 target_include_directories(
   Lumeq INTERFACE $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/include> $<BUILD_INTERFACE:${PROJECT_BINARY_DIR}/include>
                   $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>)
-target_link_libraries(Lumeq PRIVATE lumeq_options $<LINK_LIBRARY:WHOLE_ARCHIVE,lumeq_core>)
+target_link_libraries(Lumeq PRIVATE lumeq_options lumeq_system)
 
 if(MSVC)
   target_link_options(Lumeq PRIVATE /DYNAMICBASE /HIGHENTROPYVA /NXCOMPAT /Brepro)

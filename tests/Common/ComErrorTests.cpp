@@ -17,7 +17,7 @@ TEST(ComErrorText, DropsTheLineEndOfTheSystemsMessage) {
 
 TEST(ComErrorText, NumbersDispatchErrors) {
     EXPECT_EQ(ComErrorText(Code(0x80040201), L""), L"IDispatch error #1");
-    EXPECT_EQ(ComErrorText(Code(0x8004FFFF), L""), L"IDispatch error #64991");
+    EXPECT_EQ(ComErrorText(Code(0x8004FFFF), L""), L"IDispatch error #65023");
 }
 
 TEST(ComErrorText, TellsTheCodeOtherwise) {

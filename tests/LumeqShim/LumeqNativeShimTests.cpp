@@ -6,6 +6,7 @@
 #include "support/IsolatedMachine.h"
 #include "support/LogLines.h"
 
+#include <algorithm>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -25,6 +26,8 @@ using testing::IsEmpty;
 
 /// Handed on unread, so any address will do.
 const auto* const SomeEvent = reinterpret_cast<const Lumeq::Extra::Eventing::EventingEvent*>(0x1000);
+
+const std::wstring AppName = L"demo 1";
 
 /// One wrapper of the eleven, called once.
 struct Wrapper {
@@ -99,12 +102,18 @@ protected:
     }
     std::vector<std::string> Warnings() const { return LogMessages(machine.LogFile(), "WARNING"); }
 
+    /// For an opted-in user. Without a project id nothing is sent.
+    bool HasBasicStartRun() const {
+        const std::vector<std::string> lines = LogMessages(machine.LogFile(), "DEBUG");
+        return std::count(lines.begin(), lines.end(), "Executing Basic Functionality demo 1") == 1;
+    }
+
     Lumeq::Testing::IsolatedMachine machine;
 };
 
 using ManagedRoad = DeliveryTest;
 using BasicRoad = DeliveryTest;
-using TrackingGate = DeliveryTest;
+using ShutTrackingGate = DeliveryTest;
 using MissingCompanion = DeliveryTest;
 using FailedAllocation = DeliveryTest;
 
@@ -192,6 +201,30 @@ INSTANTIATE_TEST_SUITE_P(All, RaisingRoute,
                              return std::string(std::get<0>(info.param).name) + "_" +
                                     std::string(kind.begin(), kind.end());
                          });
+
+TEST_F(ManagedRoad, StartupIsLeftToTheCompanion) {
+    TakeManagedRoad();
+    BasicSetUserOptIn(true, UserOptInKey);
+    StartupXX(AppName, {6, 7}, true, false);
+    EXPECT_FALSE(HasBasicStartRun());
+}
+
+TEST_F(ManagedRoad, FailedStartupRunsTheBasicStart) {
+    TakeManagedRoad();
+    BasicSetUserOptIn(true, UserOptInKey);
+    LetCompanionRaise(L"std");
+    StartupXX(AppName, {6, 7}, true, false);
+    ASSERT_FALSE(Warnings().empty());
+    EXPECT_EQ(Warnings().front(), "StartupXX exception with scripted 100%");
+    EXPECT_TRUE(HasBasicStartRun());
+}
+
+TEST_F(BasicRoad, StartupRunsTheBasicStart) {
+    TakeBasicRoad();
+    BasicSetUserOptIn(true, UserOptInKey);
+    StartupXX(AppName, {6, 7}, true, false);
+    EXPECT_TRUE(HasBasicStartRun());
+}
 
 TEST_F(ManagedRoad, CompanionTellsTheOptIn) {
     TakeManagedRoad();
@@ -296,6 +329,17 @@ TEST_F(FailedAllocation, InTheFallbackOfTheOptInIsLoggedAsBasicImplementation) {
     EXPECT_THAT(Warnings(), testing::Contains("BasicImplementation exception with std::bad_alloc"));
 }
 
+TEST_F(FailedAllocation, InTheBasicStartIsLoggedAsBasicImplementation) {
+    TakeBasicRoad();
+    IsRequiredDotNetVersionInstalled();
+    {
+        const FailingAllocation failure(1);
+        StartupXX(AppName, {6, 7}, true, false);
+        EXPECT_TRUE(failure.Happened());
+    }
+    EXPECT_THAT(Warnings(), ElementsAre("BasicImplementation exception with std::bad_alloc"));
+}
+
 TEST_F(FailedAllocation, InTheBasicReadOfTheOptInIsLoggedUnderTheInnerNameAlone) {
     TakeBasicRoad();
     IsRequiredDotNetVersionInstalled();
@@ -374,14 +418,14 @@ TEST_F(BasicRoad, FailedProbeSendsTheFirstCallAloneToTheBasicRoad) {
     EXPECT_THAT(CompanionCalls(), ElementsAre(L"FlushInternal(1)"));
 }
 
-TEST_F(TrackingGate, KeyIsConsumedEvenIfTheGateIsShut) {
+TEST_F(ShutTrackingGate, KeyIsConsumedEvenIfTheGateIsShut) {
     ShutGate();
     std::wstring key = L"OptinBeforePause";
     SetLocalValue(true, key);
     EXPECT_EQ(key, L"");
 }
 
-TEST_F(TrackingGate, OptInIsFalseIfTheGateIsShut) {
+TEST_F(ShutTrackingGate, OptInIsFalseIfTheGateIsShut) {
     TakeManagedRoad();
     ShutGate();
     EXPECT_FALSE(GetUserOptInXX());

@@ -5,7 +5,9 @@
 #include "support/SmallStack.h"
 #include "tests/LumeqLib/Extra/Eventing/EventingSupport.h"
 
+#include <chrono>
 #include <regex>
+#include <thread>
 #include <type_traits>
 #include <vector>
 
@@ -199,7 +201,7 @@ TEST(TaskDuration, IsMinusOneForATaskThatNeverBegan) {
 TEST(TaskDuration, CountsByTheMachinesClock) {
     EventingTask task = SomeTask();
     const std::uint64_t begin = task.Initiated().Timestamp();
-    Sleep(50);
+    std::this_thread::sleep_for(std::chrono::milliseconds(50));
     const CompletionEvent event = task.Completed(L"success", nullptr);
     EXPECT_EQ(DurationOf(event), std::to_wstring(event.Timestamp() - begin));
     EXPECT_GE(event.Timestamp() - begin, 40U);
