@@ -108,13 +108,13 @@ class Strictness(unittest.TestCase):
 
     def test_json(self):
         self.check_text(TEXT[:-1], "no JSON")
+        self.check_text(TEXT.replace('{"schema"', '{"pc_sku":"","schema"'), "a field comes twice")
+        self.check_text(TEXT.replace('":"', '": "'), "without blanks")
+        self.check_text(TEXT.replace('"1920x1080"', "1920"), "without blanks")
 
     def test_json_of_another_kind(self):
         for text in ("[]", '"text"', "7", "null"):
             self.check_text(text, "the JSON is no object")
-        self.check_text(TEXT.replace('{"schema"', '{"pc_sku":"","schema"'), "a field comes twice")
-        self.check_text(TEXT.replace('":"', '": "'), "without blanks")
-        self.check_text(TEXT.replace('"1920x1080"', "1920"), "without blanks")
 
     def test_fields(self):
         self.check_text(TEXT.replace('"pc_sku":"",', ""), "the field pc_sku is missing")
