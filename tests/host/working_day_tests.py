@@ -80,7 +80,7 @@ ERRORS = [
 
 OPT_INS = [False, True, False, True, False]
 HANDLES = ["set", "set", "null", "null", "set", "null", "set", "null", "set", "null", "set", "set", "null", "null"]
-SETTINGS_AFTER = ('<LumeqConfig version="4.0"><AppDeployedUuid>{0F8B2C1E-4D53-4E6A-9B7C-2A1D3E5F7081}</AppDeployedUuid>'
+SETTINGS_AFTER = ('<LumeqConfig version="4.0"><AppDeployedUuid>0f8b2c1e-4d53-4e6a-9b7c-2a1d3e5f7081</AppDeployedUuid>'
                   "<UserOptIn>False</UserOptIn></LumeqConfig>")
 
 
