@@ -16,7 +16,8 @@ public:
     explicit BasicPattern(const Char* pattern, LetterCase letterCase = LetterCase::Matters)
         : _regex(pattern, Options(letterCase)) {}
 
-    /// Whether the pattern covers the whole text. Time is linear in its length, stack use constant.
+    /// Whether the pattern covers the whole text. Time is linear in its length and stack use constant with
+    /// libstdc++; another library may give up on a long text with std::regex_error.
     bool Matches(const std::basic_string<Char>& text) const { return std::regex_match(text, _regex); }
 
 private:

@@ -18,7 +18,7 @@ bool ReadTrackingDisabled() {
         return false;
     std::uint32_t value = 0;
     DWORD size = sizeof value;
-    // Whatever its registry type, four bytes that hold 1 disable tracking.
+    // Whatever its registry type, up to four bytes that hold 1 disable tracking.
     return RegQueryValueExW(key.Get(), L"TrackingDisabled", nullptr, nullptr, reinterpret_cast<BYTE*>(&value),
                             &size) == ERROR_SUCCESS &&
            value == 1;

@@ -17,7 +17,7 @@
 #include "LumeqShim/BasicOptIn.h"
 #include "LumeqShim/LumeqNativeShim.h"
 
-#include <new>
+#include <exception>
 
 namespace Zuvan::Lumeq::API {
 
@@ -453,11 +453,13 @@ void GetBiid(const std::string& deviceUuid, std::wstring& biid) {
 
 std::int32_t GetBiid_Internal(wchar_t* buffer, std::size_t size, const char* deviceUuid) {
     std::wstring biid;
+    std::string text;
     try {
-        GetBiid(deviceUuid, biid);
-    } catch (const std::bad_alloc&) {
-        // No memory for the argument's copy: the same as any other failure, an empty text.
+        text = std::string(deviceUuid);
+    } catch (const std::exception&) {
+        // Without a copy the text is empty, which GetBiid reports.
     }
+    GetBiid(text, biid);
     return CopyToBuffer(buffer, size, biid);
 }
 

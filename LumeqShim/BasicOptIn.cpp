@@ -30,11 +30,6 @@ constexpr OptInOperation LocalSubfolderPath{L"BasicLocalSubfolderPath", L"BasicL
 bool IsTrue(const std::wstring& value) { return Lumeq::Common::ToLower(value) == L"true"; }
 bool IsFalse(const std::wstring& value) { return Lumeq::Common::ToLower(value) == L"false"; }
 
-template <class... Arguments>
-void LogDone(const OptInOperation& operation, const wchar_t* format, Arguments... arguments) {
-    LogOptIn(SeverityLevel::DEBUG, FullFunctionName(operation), format, arguments...);
-}
-
 bool GetUserOptInWork(const std::wstring& key) {
     const std::shared_ptr<Settings> settings = Settings::GetInstance();
     std::wstring value = settings->GetLocalSetting(key, L"");
@@ -43,7 +38,7 @@ bool GetUserOptInWork(const std::wstring& key) {
     DropSharedInstance();
     const bool result = IsTrue(value);
     // The value in the key's place is what this line has always shown.
-    LogDone(GetUserOptIn, L"Basic Get User Opt-In returns %d for key '%s'", result, value.c_str());
+    LogOptIn(SeverityLevel::DEBUG, L"Basic Get User Opt-In returns %d for key '%s'", result, value.c_str());
     return result;
 }
 
@@ -52,7 +47,7 @@ bool SetUserOptInWork(bool value, const std::wstring& key) {
     settings->SetLocalSetting(key, value ? L"True" : L"False");
     settings->SaveLocalSettings();
     DropSharedInstance();
-    LogDone(SetUserOptIn, L"Basic Set User Opt-In");
+    LogOptIn(SeverityLevel::DEBUG, L"Basic Set User Opt-In");
     return true;
 }
 
@@ -61,7 +56,7 @@ bool DidUserOptedWork(const std::wstring& key) {
     const std::wstring value = settings->GetLocalSetting(key, L"");
     DropSharedInstance();
     const bool result = IsTrue(value) || IsFalse(value);
-    LogDone(DidUserOpted, L"Basic Did User Opted returns %d from %s", result, value.c_str());
+    LogOptIn(SeverityLevel::DEBUG, L"Basic Did User Opted returns %d from %s", result, value.c_str());
     return result;
 }
 
@@ -71,7 +66,7 @@ bool ClearOptInWork(const std::wstring& key) {
     if (removed)
         settings->SaveLocalSettings();
     DropSharedInstance();
-    LogDone(ClearOptIn, L"BasicClear Opt In returns %d", removed);
+    LogOptIn(SeverityLevel::DEBUG, L"BasicClear Opt In returns %d", removed);
     return removed;
 }
 

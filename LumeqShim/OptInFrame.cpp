@@ -11,22 +11,16 @@ namespace Zuvan::LumeqShim {
 
 using Lumeq::Common::SeverityLevel;
 
-std::wstring FullFunctionName(const OptInOperation& operation) {
-    return std::wstring(L"Zuvan::LumeqShim::") + operation.name;
-}
-
 void LogCaughtInOptIn(const OptInOperation& operation) {
-    const std::wstring functionName = FullFunctionName(operation);
     try {
         throw;
     } catch (const _com_error& failure) {
-        LogOptIn(SeverityLevel::WARNING, functionName, L"%s failed with _com_error exception 0x%08lx, %s",
-                 operation.name, failure.Error(), Lumeq::Common::ComErrorText(failure.Error()).c_str());
+        LogOptIn(SeverityLevel::WARNING, L"%s failed with _com_error exception 0x%08lx, %s", operation.name,
+                 failure.Error(), Lumeq::Common::ComErrorText(failure.Error()).c_str());
     } catch (const std::exception& failure) {
-        LogOptIn(SeverityLevel::WARNING, functionName, L"%s exception with %S", operation.name,
-                 failure.what());
+        LogOptIn(SeverityLevel::WARNING, L"%s exception with %S", operation.name, failure.what());
     } catch (...) {
-        LogOptIn(SeverityLevel::WARNING, functionName, L"%s failed with unknown exception", operation.name);
+        LogOptIn(SeverityLevel::WARNING, L"%s failed with unknown exception", operation.name);
     }
 }
 

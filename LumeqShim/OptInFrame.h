@@ -15,15 +15,10 @@ struct OptInOperation {
     const wchar_t* comLine;
 };
 
-/// Writes a line under the operation's full function name.
 template <class... Arguments>
-void LogOptIn(Lumeq::Common::SeverityLevel level, const std::wstring& functionName, const wchar_t* format,
-              Arguments... arguments) {
-    Lumeq::Common::LogMessage(level, L"LumeqShim\\BasicOptIn", __LINE__, functionName.c_str(), format,
-                              arguments...);
+void LogOptIn(Lumeq::Common::SeverityLevel level, const wchar_t* format, Arguments... arguments) {
+    Lumeq::Common::LogMessage(level, L"LumeqShim\\BasicOptIn", __LINE__, nullptr, format, arguments...);
 }
-
-std::wstring FullFunctionName(const OptInOperation& operation);
 
 /// For a handler: logs the exception that is being handled.
 void LogCaughtInOptIn(const OptInOperation& operation);
@@ -39,18 +34,24 @@ bool RunGuarded(const OptInOperation& operation, Work work) {
     }
 }
 
-/// Runs the work, which gives the operation's result, and logs how long it took. `labelArguments` are those
-/// of the duration label. Nothing escapes.
+/// Logs how long the work took. Gives false for whatever it throws: not even a report could be made of that.
+template <class Work, class... LabelArguments>
+bool RunTimed(const OptInOperation& operation, Work work, LabelArguments... labelArguments) noexcept {
+    try {
+        const Lumeq::Common::ScopedDurationLog duration(operation.durationLabel, labelArguments...);
+        return work();
+    } catch (...) {
+        return false;
+    }
+}
+
+/// Runs the work, which gives the operation's result. `labelArguments` are those of the duration label.
+/// Nothing escapes.
 template <class Work, class... LabelArguments>
 bool RunOptInWithoutCom(const OptInOperation& operation, Work work,
                         LabelArguments... labelArguments) noexcept {
-    try {
-        const Lumeq::Common::ScopedDurationLog duration(operation.durationLabel, labelArguments...);
-        return RunGuarded(operation, work);
-    } catch (...) {
-        // Not even the report could be made.
-        return false;
-    }
+    return RunTimed(
+        operation, [&] { return RunGuarded(operation, work); }, labelArguments...);
 }
 
 /// The same with COM initialised for the work. The work is not run where that fails.
@@ -58,15 +59,14 @@ template <class Work, class... LabelArguments>
 bool RunOptIn(const OptInOperation& operation, Work work, LabelArguments... labelArguments) noexcept {
     using Lumeq::Common::SeverityLevel;
     const auto workInCom = [&] {
-        const std::wstring functionName = FullFunctionName(operation);
-        const Lumeq::Common::ComScope com(functionName);
-        LogOptIn(SeverityLevel::DEBUG, functionName, operation.comLine, com.Result());
+        const Lumeq::Common::ComScope com(std::wstring(L"Zuvan::LumeqShim::") + operation.name);
+        LogOptIn(SeverityLevel::DEBUG, operation.comLine, com.Result());
         if (com.Result() >= 0)
             return RunGuarded(operation, work);
-        LogOptIn(SeverityLevel::WARNING, functionName, L"ComInitialize failed 0x%08lx", com.Result());
+        LogOptIn(SeverityLevel::WARNING, L"ComInitialize failed 0x%08lx", com.Result());
         return false;
     };
-    return RunOptInWithoutCom(operation, workInCom, labelArguments...);
+    return RunTimed(operation, workInCom, labelArguments...);
 }
 
 } // namespace Zuvan::LumeqShim

@@ -21,6 +21,8 @@ target_compile_definitions(
   lumeq_options INTERFACE UNICODE _UNICODE NOMINMAX NOGDI WIN32_LEAN_AND_MEAN _WIN32_WINNT=0x0601
                           $<$<BOOL:${MSVC}>:_SILENCE_CXX17_CODECVT_HEADER_DEPRECATION_WARNING>)
 if(MSVC)
+  # Exceptions come out of extern "C" functions: the companion's operations, and a failed lock.
+  string(REPLACE "/EHsc" "/EHs" CMAKE_CXX_FLAGS "${CMAKE_CXX_FLAGS}")
   target_compile_options(lumeq_options INTERFACE /W4 /WX /utf-8 /permissive-)
 else()
   target_compile_options(

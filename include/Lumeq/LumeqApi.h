@@ -2,14 +2,17 @@
 //
 // Conventions of all functions below:
 // - Required text is a std::wstring, optional text a NUL-terminated const wchar_t* that may be null. Texts
-// and
-//   dictionaries are copied; nothing is kept of an argument after the call.
-// - Any thread may call. Calls are serialised, so a slow call delays the others. Do not call from DllMain.
-// - Nothing is reported to the host: no function throws and no function but those that say so gives anything
-//   back. A bad argument is written to the log and the call has no further effect. Only the failure of the
-//   operating system's lock leaves a function, as std::system_error.
+//   and dictionaries are copied; nothing is kept of an argument after the call.
+// - Any thread may call. Calls are serialised, so a slow call delays the others. Do not call from DllMain,
+//   nor from inside the companion library.
+// - Nothing is reported to the host: no function throws, and only those that say so give anything back. A
+//   call with a bad argument is logged and dropped. Only the failure of the operating system's lock leaves
+//   a function, as std::system_error.
+// - In a debugger every refused argument and every failure stops the host where it happens.
 // - No order is enforced. A host calls StartupEx once, then events, and ShutdownEx at its end.
-// - Where the machine's registry disables tracking, every function returns at once and does nothing.
+// - Where the user's registry disables tracking, every function returns at once and does nothing, except
+//   that the two _Internal functions give an empty text.
+// - A control character is one below U+0020 or from U+0080 to U+009F.
 // - The host is built with the toolchain that this library was built with; LumeqToolchain.h checks it.
 #pragma once
 
@@ -46,10 +49,7 @@ struct DiscoveredDevice {
 };
 using DiscoveredDeviceList = std::vector<DiscoveredDevice>;
 
-// ---- Vocabulary
-// ---------------------------------------------------------------------------------------------
-//
-// A value outside its enumeration ends the call that it is given to.
+// The vocabulary. An event with a value outside its enumeration is dropped.
 
 /// adType of AdClicked, AdClosed, AdDisplayed.
 enum class AdType : std::int32_t {
@@ -323,11 +323,10 @@ enum class SubsystemType : std::int32_t {
 
 extern "C" {
 
-// ---- Session
-// ------------------------------------------------------------------------------------------------
-
 /// Begins a run. `appName`: not empty, no control characters, no space at either end. Where the
-/// managed runtime is missing, an opted-in user's machine sends its one message now, which can take 3,000 ms.
+/// managed runtime or the companion library is missing or fails, an opted-in user's machine sends the one
+/// message of this process now, which can take 3,000 ms. Ends a pause that an earlier run died in, whatever
+/// the arguments.
 LUMEQ_API void StartupEx(const std::wstring& appName, WhyType whyType, HowType howType, bool trackSystemInfo,
                          bool trackPrintQueueInfo);
 
@@ -364,12 +363,11 @@ LUMEQ_API void TrackSystemInformationEx();
 /// control characters. Must not be null.
 LUMEQ_API void SetGlobalContextEx(const wchar_t* globalContext);
 
-// ---- Screens and controls
-// -----------------------------------------------------------------------------------
-//
-// `flow`, `screenPath` ("a/b"), `mode` and `screenName` say where the user was: letters, digits and, between
-// them, underscores; `controlName` says which control, with inner hyphens too. `localContext` may be null.
-// `globalContext`, the device model, is 1 to 128 characters, or null for that of SetGlobalContextEx.
+// Screens and controls. `flow`, `screenPath` ("a/b"), `screenName` and `mode` say where the user was, in
+// letters, digits and underscores between them; `controlName` says which control, with inner hyphens too.
+// `flow` and `screenPath` may be null or empty, `mode` null only. `localContext` may be null.
+// `globalContext`, the device model, is 1 to 128 characters without control characters, or null for that of
+// SetGlobalContextEx.
 
 LUMEQ_API void ScreenDisplayed(const wchar_t* flow, const wchar_t* screenPath, const std::wstring& screenName,
                                const wchar_t* mode, const StringDictionary* localContext,
@@ -383,7 +381,7 @@ LUMEQ_API void TileClicked(const wchar_t* flow, const wchar_t* screenPath, const
                            const wchar_t* mode, const std::wstring& controlName,
                            const StringDictionary* localContext, const wchar_t* globalContext);
 
-/// Refuses a `mode` with an underscore.
+/// Refuses a `mode` with an underscore, and a part of `screenPath` that ends in one.
 LUMEQ_API void HyperlinkClicked(const wchar_t* flow, const wchar_t* screenPath,
                                 const std::wstring& screenName, const wchar_t* mode,
                                 const std::wstring& controlName, const StringDictionary* localContext,
@@ -415,7 +413,8 @@ LUMEQ_API void AdClosed(AdType adType, const std::wstring& product, const std::w
                         const std::wstring& screenName, const wchar_t* mode, const std::wstring& controlName,
                         const StringDictionary* localContext, const wchar_t* globalContext);
 
-/// `url`: of scheme file, http or https. What follows the first "?" is cut off before the record is built.
+/// `url`: "file", "http" or "https" in lower case, "://", a server, and a path without white space. What
+/// follows the first "?" is cut off before the record is built; the log shows all of it.
 LUMEQ_API void UrlLaunchedEx(const std::wstring& url, const StringDictionary* localContext,
                              const wchar_t* globalContext);
 
@@ -433,12 +432,9 @@ LUMEQ_API void ReportGenerated(const std::wstring& orgName, const std::wstring& 
                                const StringDictionary& details, const StringDictionary* localContext,
                                const wchar_t* globalContext);
 
-// ---- Tasks
-// --------------------------------------------------------------------------------------------------
-//
-// Initiated opens a task and gives its handle, or null on any failure. Completed takes the address of the
-// host's handle variable, which must be valid; when it succeeds it frees the task and sets the variable to
-// null, else handle and task stay as they were and the call may be made again. The two may come from
+// Tasks. Initiated opens a task and gives its handle, or null on any failure. Completed takes the address of
+// the host's handle variable, which must be valid; when it succeeds it frees the task and sets the variable
+// to null, else handle and task stay as they were and the call may be made again. The two may come from
 // different threads. A task that is never completed is never freed. `taskResult`: "success", "unknown",
 // "error", "error_" and digits, or "error_" and a name of at least two letters or digits that begins with a
 // letter. `pages`: zero or more.
@@ -477,30 +473,26 @@ LUMEQ_API void DeviceConfigCompleted(TaskHandle* taskHandle, const std::wstring&
 
 LUMEQ_API TaskHandle SoftwareInstallInitiated(const StringDictionary* localContext,
                                               const wchar_t* globalContext);
-/// `name`: what Windows allows in a file name; `version`: three or four numbers with dots between them.
+/// `name`: not empty, without control characters and "*/:<>?\|, U+007F neither; `version`: three or four
+/// numbers with dots between them.
 LUMEQ_API void SoftwareInstallCompleted(TaskHandle* taskHandle, const std::wstring& taskResult,
                                         InstallType installerType, const std::wstring& name,
                                         const std::wstring& version);
 
-// ---- Devices
-// ------------------------------------------------------------------------------------------------
-
 /// Reports each printer by itself. One without information or with a malformed `dev_biid` is skipped; one
-/// that lacks `dev_biid` ends the call.
+/// that lacks `dev_biid` ends the call, with those before it sent.
 LUMEQ_API void TrackDiscoveredPrintersEx(const DiscoveredDeviceList& discoveredDeviceList);
 
-/// Turns a device's UUID, byte for byte, into its identifier of 64 lower-case hexadecimal digits. `biid` is
-/// left as it was on any failure, an empty `deviceUuid` included.
+/// Turns a device's UUID, as it is spelled and up to its first zero byte, into its identifier of 64
+/// lower-case hexadecimal digits. `biid` is left as it was on any failure, an empty `deviceUuid` included.
 LUMEQ_API void GetBiid(const std::string& deviceUuid, std::wstring& biid);
 
 /// GetBiid into a buffer of `size` characters; gives wcscpy_s's result, 0 on success. A failure of GetBiid
 /// gives an empty text and 0. `deviceUuid` must not be null.
 LUMEQ_API std::int32_t GetBiid_Internal(wchar_t* buffer, std::size_t size, const char* deviceUuid);
 
-// ---- Text forms
-// ---------------------------------------------------------------------------------------------
-
-/// The text of a ConnectionMethodType. `textValue` is left as it was where tracking is disabled.
+/// The text of a ConnectionMethodType; a value outside it has one too. `textValue` is left as it was where
+/// tracking is disabled.
 LUMEQ_API void ToString(ConnectionMethodType enumValue, std::wstring& textValue);
 
 /// ToString into a buffer of `size` characters; gives wcscpy_s's result, 0 on success.

@@ -46,16 +46,19 @@ struct Operation {
     std::function<bool()> call;
 };
 
+// Made once: the calls themselves need no memory.
+const std::wstring Key = UserOptInKey;
+
 /// The four that use COM; BasicSetUserOptIn gives false.
 std::vector<Operation> Operations() {
-    return {{"BasicGetUserOptIn", [] { return BasicGetUserOptIn(UserOptInKey); }},
+    return {{"BasicGetUserOptIn", [] { return BasicGetUserOptIn(Key); }},
             {"BasicSetUserOptIn",
              [] {
-                 BasicSetUserOptIn(true, UserOptInKey);
+                 BasicSetUserOptIn(true, Key);
                  return false;
              }},
-            {"BasicDidUserOpted", [] { return BasicDidUserOpted(UserOptInKey); }},
-            {"BasicClearOptIn", [] { return BasicClearOptIn(UserOptInKey); }}};
+            {"BasicDidUserOpted", [] { return BasicDidUserOpted(Key); }},
+            {"BasicClearOptIn", [] { return BasicClearOptIn(Key); }}};
 }
 
 class BasicOptIn : public testing::Test {
@@ -88,11 +91,14 @@ protected:
     void ClearLog() const { std::filesystem::remove(_machine.LogFile()); }
     std::vector<LoggedLine> Lines() const { return Lumeq::Testing::LogLines(_machine.LogFile()); }
     Texts Warnings() const { return Lumeq::Testing::LogMessages(_machine.LogFile(), "WARNING"); }
+    static bool IsOwn(const std::string& message) {
+        return message.find(", f=") == std::string::npos && message.find(" took ") == std::string::npos;
+    }
     /// What the operation itself logged, without COM's balance and durations.
     Texts OwnLines() const {
         Texts messages;
         for (const LoggedLine& line : Lines())
-            if (!line.function.empty())
+            if (IsOwn(line.message))
                 messages.push_back(line.message);
         return messages;
     }
@@ -338,16 +344,12 @@ TEST_F(BasicOptIn, ClearLogsWhatItGives) {
                          std::string("BasicClear Opt In returns ") + result}));
 }
 
-TEST_F(BasicOptIn, OwnLinesAreAtDebugUnderTheFullName) {
+TEST_F(BasicOptIn, LinesOfSuccessAreAtDebug) {
     for (const Operation& operation : Operations()) {
         ClearLog();
         operation.call();
-        for (const LoggedLine& line : Lines()) {
-            EXPECT_EQ(line.severity, "DEBUG");
-            if (!line.function.empty()) {
-                EXPECT_EQ(line.function, "Zuvan::LumeqShim::" + operation.name);
-            }
-        }
+        for (const LoggedLine& line : Lines())
+            EXPECT_EQ(line.severity, "DEBUG") << line;
     }
 }
 

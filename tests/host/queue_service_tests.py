@@ -3,15 +3,17 @@
 import base64
 import contextlib
 import json
+import re
 import socket
 import ssl
+import subprocess
 import tempfile
 import time
 import unittest
 from pathlib import Path
 from typing import Iterator
 
-from support import BUILD
+from support import BUILD, ROOT
 
 import queue_message
 import queue_service
@@ -110,6 +112,10 @@ class Strictness(unittest.TestCase):
         self.check_text(TEXT.replace('":"', '": "'), "without blanks")
         self.check_text(TEXT.replace('"1920x1080"', "1920"), "without blanks")
 
+    def test_json_of_another_kind(self):
+        for text in ("[]", '"text"', "7", "null"):
+            self.check_text(text, "the JSON is no object")
+
     def test_fields(self):
         self.check_text(TEXT.replace('"pc_sku":"",', ""), "the field pc_sku is missing")
         self.check_text(TEXT.replace('{"schema"', '{"more":"","schema"'), "the field more is not known")
@@ -122,38 +128,40 @@ class Strictness(unittest.TestCase):
         self.check_text(TEXT.replace("scan/1.2.3.4", "scan/1.2.3.5"), "app_id is not the User-Agent")
 
 
-class Service(unittest.TestCase):
+class ServiceTestCase(unittest.TestCase):
     @classmethod
     def setUpClass(cls):
         (BUILD / "play").mkdir(parents=True, exist_ok=True)
         cls.folder = Path(cls.enterClassContext(tempfile.TemporaryDirectory(dir=BUILD / "play")))
 
-    def serve(self, misbehaviour: str = "none", certificate: str = "valid", redirect_to: str = "") -> QueueService:
-        return QueueService(self.folder, ADDRESS, 0, Behaviour(misbehaviour, certificate, redirect_to))
-
     @contextlib.contextmanager
-    def connect(self, service: QueueService) -> Iterator[ssl.SSLSocket]:
+    def connect(self, port: int) -> Iterator[ssl.SSLSocket]:
         context = ssl.create_default_context(cafile=self.folder / "root.pem")
-        with socket.create_connection((ADDRESS, service.port), timeout=20) as plain, \
+        with socket.create_connection((ADDRESS, port), timeout=20) as plain, \
                 context.wrap_socket(plain, server_hostname=ADDRESS) as channel:
             yield channel
 
-    def exchange(self, service: QueueService, raw: str = GOOD) -> str:
-        with self.connect(service) as channel:
+    def exchange(self, port: int, raw: str = GOOD) -> str:
+        with self.connect(port) as channel:
             channel.sendall(raw.encode("latin-1"))
             return b"".join(iter(lambda: channel.recv(65536), b"")).decode()
+
+
+class Service(ServiceTestCase):
+    def serve(self, misbehaviour: str = "none", certificate: str = "valid", redirect_to: str = "") -> QueueService:
+        return QueueService(self.folder, ADDRESS, 0, Behaviour(misbehaviour, certificate, redirect_to))
 
     def test_takes_a_good_message_on_any_port(self):
         told = []
         with QueueService(self.folder, ADDRESS, 0, tell=told.append) as service:
-            self.assertTrue(self.exchange(service).startswith("HTTP/1.1 200 OK\r\n"))
+            self.assertTrue(self.exchange(service.port).startswith("HTTP/1.1 200 OK\r\n"))
         self.assertEqual([GOOD.encode()], [message.raw for message in told])
         self.assertEqual(told, service.seen.messages)
         self.assertEqual([ADDRESS], service.seen.connections)
 
     def test_answers_what_is_wrong(self):
         with self.serve() as service:
-            answer = self.exchange(service, GOOD.replace("/queues/", "/queue/"))
+            answer = self.exchange(service.port, GOOD.replace("/queues/", "/queue/"))
         self.assertTrue(answer.startswith("HTTP/1.1 400 Bad Request\r\n"))
         self.assertEqual({"wrong": ["the request line is 'POST /projects/P%20%e9/queue/sys_info_base/messages "
                                     "HTTP/1.1'"]}, json.loads(answer.partition("\r\n\r\n")[2]))
@@ -161,16 +169,16 @@ class Service(unittest.TestCase):
     def test_answers_an_error_status(self):
         for status in (401, 500):
             with self.subTest(status), self.serve(f"status-{status}") as service:
-                self.assertTrue(self.exchange(service).startswith(f"HTTP/1.1 {status} "))
+                self.assertTrue(self.exchange(service.port).startswith(f"HTTP/1.1 {status} "))
 
     def test_redirects(self):
         with self.serve("redirect", redirect_to="https://127.0.0.2/there") as service:
-            answer = self.exchange(service)
+            answer = self.exchange(service.port)
         self.assertTrue(answer.startswith("HTTP/1.1 302 Found\r\n"))
         self.assertIn("\r\nLocation: https://127.0.0.2/there\r\n", answer)
 
     def test_never_answers(self):
-        with self.serve("never-answer") as service, self.connect(service) as channel:
+        with self.serve("never-answer") as service, self.connect(service.port) as channel:
             channel.sendall(GOOD.encode())
             self.assertTrue(service.wait_for(lambda seen: seen.messages))
             channel.settimeout(1)
@@ -184,20 +192,20 @@ class Service(unittest.TestCase):
 
     def test_accepts_and_resets(self):
         with self.serve("reset") as service:
-            with self.assertRaises(OSError), self.connect(service):
+            with self.assertRaises(OSError), self.connect(service.port):
                 pass
             self.assertEqual(1, len(service.seen.connections))
 
     def test_sends_its_headers_slowly(self):
         with self.serve("slow-headers") as service:
             started = time.monotonic()
-            answer = self.exchange(service)
+            answer = self.exchange(service.port)
         self.assertTrue(answer.startswith("HTTP/1.1 200 OK\r\n"))
         self.assertGreaterEqual(time.monotonic() - started, queue_service.HEADER_SECONDS)
 
     def test_sends_more_than_a_client_reads(self):
         with self.serve("long-answer") as service:
-            body = self.exchange(service).partition("\r\n\r\n")[2]
+            body = self.exchange(service.port).partition("\r\n\r\n")[2]
         self.assertGreater(len(body), 4095)
 
     def test_certificates(self):
@@ -206,15 +214,45 @@ class Service(unittest.TestCase):
                                ("untrusted-root", "self-signed certificate in certificate chain|unable to get")):
             with self.subTest(kind), self.serve(certificate=kind) as service:
                 with self.assertRaisesRegex(ssl.SSLCertVerificationError, expected):
-                    self.exchange(service)
+                    self.exchange(service.port)
 
     def test_request_that_is_cut_short_is_no_message(self):
         with self.serve() as service:
-            with self.connect(service) as channel:
+            with self.connect(service.port) as channel:
                 channel.sendall(GOOD[:-1].encode())
             self.assertTrue(service.wait_for(lambda seen: seen.failures))
             self.assertEqual([f"the client left after {len(GOOD) - 1} bytes"], service.seen.failures)
             self.assertEqual([], service.seen.messages)
+
+
+class CommandLine(ServiceTestCase):
+    def test_prints_each_message_readably_and_captures_it(self):
+        capture = self.folder / "capture"
+        with subprocess.Popen([ROOT / "tools" / "queue-service", "--port", "0", "--folder", self.folder, "--capture",
+                               capture], stdout=subprocess.PIPE, text=True) as service:
+            started = service.stdout.readline()
+            port = int(re.fullmatch(rf"Listening on {ADDRESS}:(\d+); root certificate: (.*)\n", started)[1])
+            self.exchange(port)
+            self.exchange(port, GOOD.replace("Bearer tok", "Basic tok"))
+            service.terminate()
+            output = service.stdout.read()
+        self.assertEqual(0, service.returncode)
+        first, second = output.split("\nA message to the queue ")[1:]
+        lines = first.splitlines()
+        self.assertEqual("sys_info_base of the project P%20%e9", lines[0])
+        self.assertEqual("    token                tok", lines[2])
+        self.assertIn("    pc_modelname         Model \"7\"", lines)
+        self.assertNotIn("WRONG", first)
+        self.assertIn("    WRONG: the header Authorization is 'Basic tok'\n", second)
+        self.assertEqual((GOOD + GOOD.replace("Bearer tok", "Basic tok")).encode(), capture.read_bytes())
+
+    def test_port_in_use_is_told(self):
+        with socket.create_server((ADDRESS, 0)) as other:
+            port = other.getsockname()[1]
+            done = subprocess.run([ROOT / "tools" / "queue-service", "--port", str(port), "--folder", self.folder],
+                                  stdout=subprocess.PIPE, stderr=subprocess.PIPE, text=True, timeout=60)
+        self.assertEqual(1, done.returncode)
+        self.assertTrue(done.stderr.startswith(f"queue-service: cannot listen on {ADDRESS}:{port}: "), done.stderr)
 
 
 if __name__ == "__main__":

@@ -226,11 +226,13 @@ inline constexpr const Enumeration* RecordTable<SourceItemPrintSize> = &Tables::
 template <>
 inline constexpr const Enumeration* RecordTable<SubsystemType> = &Tables::PrintSubsystemType;
 
-/// The text of a record value. Never fails: a number outside the table gives the undefined-value text.
+/// The text of a record value of an enumeration that has them. Never fails: a number outside the table gives
+/// the undefined-value text.
 std::wstring RecordText(const Enumeration& enumeration, std::int32_t recordValue);
 
 template <class Record>
 std::wstring RecordText(Record value) {
+    static_assert(RecordTable<Record> != nullptr);
     return RecordText(*RecordTable<Record>, static_cast<std::int32_t>(value));
 }
 
