@@ -17,6 +17,7 @@ LOG_LEVELS = ("off", "error", "warning", "trace", "debug")
 
 LOG_FILES = ("Lumeq.Log.txt", "Lumeq.Data.txt", "Lumeq.Error.txt")
 SETTINGS_FILE = "LumeqLocalSettings.xml"
+RESULTS = ("host.jsonl", "companion.jsonl", *LOG_FILES, SETTINGS_FILE)
 
 
 @dataclass
@@ -140,6 +141,9 @@ def play_on(its_machine: Machine, session: Path, out: Path, conditions: Conditio
             errors: Optional[BinaryIO] = None) -> int:
     """As play, on a machine that is fresh or cleared."""
     out.mkdir(parents=True, exist_ok=True)
+    for name in RESULTS:
+        # What an earlier session left is none of this one's.
+        (out / name).unlink(missing_ok=True)
     its_machine.set_up(conditions, build)
     status = its_machine.run_host(session, conditions, out / "host.jsonl", timeout, errors)
     its_machine.collect(out)

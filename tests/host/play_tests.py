@@ -91,6 +91,11 @@ class Play(unittest.TestCase):
         self.play(SCREEN + OPT_IN, "--disabled")
         self.assertEqual({"host.jsonl"}, self.left())
 
+    def test_takes_away_what_an_earlier_session_left(self):
+        self.play(SCREEN + OPT_IN + REFUSED)
+        self.play(SCREEN, "--log", "off", "--road", "basic")
+        self.assertEqual({"host.jsonl"}, self.left())
+
     def test_missing_file_is_named(self):
         played = self.play(SCREEN, "--settings", self.folder / "nowhere.xml")
         self.assertEqual(2, played.returncode)
