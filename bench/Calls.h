@@ -1,0 +1,29 @@
+// The calls that are measured, each with the arguments that a host usually gives.
+#pragma once
+
+#include "bench/Measure.h"
+#include "samples/host/Library.h"
+
+#include <vector>
+
+namespace LumeqBench {
+
+struct Call {
+    const char* name;
+    Action action;
+};
+
+/// Calls that the library accepts.
+std::vector<Call> AcceptedEvents(const SampleHost::Library& library);
+
+/// The same with one argument wrong.
+std::vector<Call> RefusedEvents(const SampleHost::Library& library);
+
+/// Start, tasks, devices, opt-in; to be measured in this order, since the later ones change the settings that
+/// the first one reads. An action throws std::runtime_error if a task did not begin or end.
+std::vector<Call> OtherCalls(const SampleHost::Library& library);
+
+/// The start of an application, for a process of its own.
+Action Start(const SampleHost::Library& library);
+
+} // namespace LumeqBench

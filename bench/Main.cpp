@@ -1,0 +1,72 @@
+// lumeq-bench WHAT: measures Lumeq.dll, loaded from beside the executable as any host may, and prints one
+// line for each measurement. The road, the log level and the registry's switch hold for the life of a
+// process, so `run` of this folder starts this program once for each combination.
+#include "bench/Calls.h"
+#include "bench/Measure.h"
+#include "bench/PatternCosts.h"
+
+#include <cstdio>
+#include <exception>
+#include <functional>
+#include <map>
+#include <string>
+
+namespace LumeqBench {
+
+namespace {
+
+using SampleHost::Library;
+using CallList = std::vector<Call> (*)(const Library&);
+
+void MeasureCalls(CallList calls) {
+    Library library;
+    library.Load();
+    for (const Call& call : calls(library))
+        Report(call.name, "call", MicrosecondsPerCall(call.action));
+}
+
+void MeasureStart() {
+    Library library;
+    library.Load();
+    Report("StartupEx", "first", MicrosecondsOnce(Start(library)));
+}
+
+void MeasureLoading() {
+    Library library;
+    const auto load = [&] { library.Load(); };
+    const auto unload = [&] { library.Unload(); };
+    Report("load", "first", MicrosecondsOnce(load));
+    Report("unload", "first", MicrosecondsOnce(unload));
+    const Turns turns = MicrosecondsPerTurn(load, unload);
+    Report("load", "again", turns.first);
+    Report("unload", "again", turns.second);
+}
+
+const std::map<std::string, std::function<void()>> Measurements = {
+    {"accepted", [] { MeasureCalls(AcceptedEvents); }},
+    {"refused", [] { MeasureCalls(RefusedEvents); }},
+    {"others", [] { MeasureCalls(OtherCalls); }},
+    {"start", MeasureStart},
+    {"loading", MeasureLoading},
+    {"patterns", MeasurePatterns},
+};
+
+int Run(const std::string& what) {
+    const auto found = Measurements.find(what);
+    if (found == Measurements.end()) {
+        std::fputs("usage: lumeq-bench accepted | refused | others | start | loading | patterns\n", stderr);
+        return 2;
+    }
+    try {
+        found->second();
+        return 0;
+    } catch (const std::exception& problem) {
+        std::fprintf(stderr, "lumeq-bench: %s\n", problem.what());
+        return 1;
+    }
+}
+
+} // namespace
+} // namespace LumeqBench
+
+int main(int count, char** arguments) { return LumeqBench::Run(count == 2 ? arguments[1] : ""); }
