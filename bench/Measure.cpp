@@ -10,8 +10,11 @@ namespace LumeqBench {
 
 namespace {
 
-constexpr double BatchMicroseconds = 10'000;
-constexpr int Batches = 11;
+// Short enough to fall between two switches to another process more often than not.
+constexpr double BatchMicroseconds = 1'000;
+constexpr std::size_t FewestBatches = 5;
+constexpr std::size_t MostBatches = 101;
+constexpr double EnoughMicroseconds = 500'000;
 
 double Ticks() {
     LARGE_INTEGER ticks;
@@ -51,9 +54,12 @@ double Median(std::vector<double> values) {
 double MicrosecondsPerCall(const Action& action) {
     const int calls = CallsPerBatch(action);
     std::vector<double> batches;
-    for (int batch = 0; batch < Batches; ++batch)
-        batches.push_back(MicrosecondsOfBatch(action, calls) / calls);
-    return Median(batches);
+    double total = 0;
+    while (batches.size() < FewestBatches || (batches.size() < MostBatches && total < EnoughMicroseconds)) {
+        batches.push_back(MicrosecondsOfBatch(action, calls));
+        total += batches.back();
+    }
+    return Median(batches) / calls;
 }
 
 double MicrosecondsOnce(const Action& action) {

@@ -14,6 +14,12 @@
 using namespace Zuvan;
 using LumeqBench::MicrosecondsOnce;
 
+namespace {
+
+const std::wstring AppId = L"Scan Station/1.0.0.0";
+
+}
+
 int main() {
     bool goesOn = false;
     double settings = MicrosecondsOnce([&] {
@@ -29,11 +35,14 @@ int main() {
     settings += MicrosecondsOnce([&] { goesOn = goesOn && LumeqShim::GetConfigFileData(configuration); });
     if (!goesOn)
         return 1;
+    message[L"app_id"] = AppId;
+    message[L"app_deployed_id"] = configuration.appDeployedId;
+    message[L"app_deployed_uuid"] = configuration.appDeployedUuid;
+    message[L"app_session_uuid"] = configuration.sessionUuid;
     const double post = MicrosecondsOnce([&] {
         std::wstring text = LumeqShim::SerializeFlatJson(std::move(message));
-        LumeqShim::PostMessageAndForget(configuration.serverUrl, L"Scan Station/1.0.0.0",
-                                        configuration.projectId, L"sys_info_base", text,
-                                        configuration.authToken);
+        LumeqShim::PostMessageAndForget(configuration.serverUrl, AppId, configuration.projectId,
+                                        L"sys_info_base", text, configuration.authToken);
     });
     LumeqBench::Report("StartupEx", "settings", settings);
     LumeqBench::Report("StartupEx", "system information", systemInformation);
