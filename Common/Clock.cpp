@@ -1,13 +1,23 @@
 #include "Common/Clock.h"
 
+#include <windows.h>
+
 #include <boost/date_time/posix_time/posix_time.hpp>
 
 namespace Zuvan::Lumeq::Common {
 
 std::int64_t UtcMilliseconds() {
+    FILETIME now;
+    GetSystemTimeAsFileTime(&now);
+    return UtcMillisecondsOf(std::uint64_t{now.dwHighDateTime} << 32 | now.dwLowDateTime);
+}
+
+std::int64_t UtcMillisecondsOf(std::uint64_t fileTime) {
     using namespace boost::posix_time;
     static const ptime epoch = time_from_string("1970-01-01 00:00:00.000");
-    return (microsec_clock::universal_time() - epoch).total_milliseconds();
+    // Not Boost's own clock, which counts the seconds in 32 bits with this toolchain.
+    const FILETIME time{static_cast<DWORD>(fileTime), static_cast<DWORD>(fileTime >> 32)};
+    return (from_ftime<ptime>(time) - epoch).total_milliseconds();
 }
 
 } // namespace Zuvan::Lumeq::Common

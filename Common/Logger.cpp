@@ -8,6 +8,8 @@
 
 #include <windows.h>
 
+#include <algorithm>
+#include <array>
 #include <atomic>
 #include <cstdio>
 #include <filesystem>
@@ -33,18 +35,25 @@ struct LogPaths {
     std::wstring log;
 };
 
-// Set once and then only read. Two threads may find them at the same time: the first to store them wins.
+// Set once and then only read. Two threads may find them at the same time; they find the same.
 std::atomic<std::shared_ptr<const LogPaths>> logPaths;
 constinit std::atomic<bool> logFilesReady{false};
 constinit std::atomic<bool> loggingEnabled{false};
 constinit std::atomic<SeverityLevel> verbosity{SeverityLevel::ERROR};
 constexpr bool ConsoleEcho = false;
-constinit std::atomic<DWORD> firstUseDeferredBy{0};
+// Numbers of threads, 0 for a free place.
+constinit std::array<std::atomic<DWORD>, 8> firstUseDeferredBy{};
 
 std::wstring JoinPath(const wchar_t* folder, const wchar_t* name) {
     wchar_t path[MAX_PATH + 1] = {};
     PathCombineW(path, folder, name);
     return path;
+}
+
+bool IsFirstUseDeferred() noexcept {
+    const DWORD thread = GetCurrentThreadId();
+    return std::any_of(firstUseDeferredBy.begin(), firstUseDeferredBy.end(),
+                       [thread](const std::atomic<DWORD>& place) { return place == thread; });
 }
 
 /// False if there is no folder to log in.
@@ -113,9 +122,13 @@ void WriteToFiles(const LogPaths& paths, SeverityLevel level, const std::string&
 void WriteSerialized(const LogPaths& paths, SeverityLevel level, const std::string& line,
                      const std::wstring& message) {
     UniqueKernelObject mutex(CreateMutexW(nullptr, FALSE, MutexName));
-    if (WaitForSingleObject(mutex.Get(), MutexWaitMilliseconds) != WAIT_OBJECT_0) {
+    const DWORD waited = WaitForSingleObject(mutex.Get(), MutexWaitMilliseconds);
+    if (waited != WAIT_OBJECT_0) {
         OutputDebugStringW(L"ERROR: Logger mutex timed out!\n");
         BreakIfDebugged();
+        // Its owner died and the system has made this thread the next: the others must not wait for it.
+        if (waited == WAIT_ABANDONED)
+            ReleaseMutex(mutex.Get());
         // Left open: whoever holds the mutex, or died with it, keeps its object alive for the next to find.
         static_cast<void>(mutex.Release());
         return;
@@ -148,7 +161,7 @@ void LogMessage(SeverityLevel level, const wchar_t* /*sourceFile*/, int /*source
     va_start(arguments, format);
     try {
         const std::wstring message = MessageText(format, arguments);
-        if (!logFilesReady && firstUseDeferredBy != GetCurrentThreadId())
+        if (!logFilesReady && !IsFirstUseDeferred())
             RunFirstUse();
         WriteLogLine(level, functionName ? functionName : L"", message);
     } catch (const std::exception& failure) {
@@ -170,8 +183,20 @@ void WriteLogLine(SeverityLevel level, const std::wstring& functionName, const s
         WriteSerialized(*paths, level, line, message);
 }
 
-FirstUseDeferral::FirstUseDeferral() noexcept { firstUseDeferredBy = GetCurrentThreadId(); }
-FirstUseDeferral::~FirstUseDeferral() { firstUseDeferredBy = 0; }
+FirstUseDeferral::FirstUseDeferral() noexcept {
+    for (std::atomic<DWORD>& place : firstUseDeferredBy) {
+        DWORD nobody = 0;
+        if (place.compare_exchange_strong(nobody, GetCurrentThreadId())) {
+            _place = &place;
+            return;
+        }
+    }
+}
+
+FirstUseDeferral::~FirstUseDeferral() {
+    if (_place)
+        *_place = 0;
+}
 
 void EnableLogging(bool enabled) noexcept { loggingEnabled = enabled; }
 bool LoggingEnabled() noexcept { return loggingEnabled; }

@@ -8,6 +8,7 @@
 #include "Common/Format.h"
 #include "Common/LogLine.h"
 
+#include <atomic>
 #include <cstdint>
 #include <string>
 
@@ -31,14 +32,18 @@ bool LoggingEnabled() noexcept;
 void SetVerbosity(SeverityLevel level) noexcept;
 SeverityLevel Verbosity() noexcept;
 
-/// For the settings: while it lives, a line of this thread that would be the first to read the policy is lost
-/// instead, since the policy is read under the settings lock. One at a time, under that lock.
+/// While it lives, a line of this thread that would be the first to read the policy is lost instead: the
+/// policy is read under the settings lock and from the shared settings. For whoever holds that lock, and for
+/// threads that hold no API lock. At most eight at a time count.
 class FirstUseDeferral {
 public:
     FirstUseDeferral() noexcept;
     ~FirstUseDeferral();
     FirstUseDeferral(const FirstUseDeferral&) = delete;
     FirstUseDeferral& operator=(const FirstUseDeferral&) = delete;
+
+private:
+    std::atomic<unsigned long>* _place = nullptr;
 };
 
 /// Writes "<label> took <n> ms" at DEBUG when it goes out of scope. The label is the format text up to its

@@ -13,8 +13,8 @@ std::wstring Base64Encode(std::span<const std::uint8_t> bytes);
 /// Base64 of the UTF-8 form. Throws std::range_error for an unpaired surrogate.
 std::wstring Base64EncodeUtf8(const std::wstring& text);
 
-/// Rotates the ASCII letters by 13 places, so that applying it twice gives the text back. Throws
-/// std::range_error for an unpaired surrogate.
+/// Rotates the letters by 13 places, so that applying it twice gives the text back. What a letter is, the
+/// runtime's isalpha says of each UTF-8 byte. Throws std::range_error for an unpaired surrogate.
 std::wstring Rot13Wide(std::wstring text);
 
 /// True for an empty text and for one of white space only, by the classic locale.

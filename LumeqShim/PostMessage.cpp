@@ -63,6 +63,8 @@ DWORD WINAPI RunWorker(void* argument) {
     {
         const std::unique_ptr<WorkerStart> start(static_cast<WorkerStart*>(argument));
         module = start->module.Release();
+        // Reading the log's policy is for threads under the API lock.
+        const Lumeq::Common::FirstUseDeferral deferral;
         try {
             PostAndLog(start->request);
         } catch (...) {

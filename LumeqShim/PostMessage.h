@@ -18,7 +18,7 @@ struct PostThreadArgs {
 /// character of the message that cannot be printed becomes a blank, and stays one in the caller's string. The
 /// token goes out as it is. Throws std::bad_alloc.
 ///
-/// The API lock is held by the caller; the thread takes no lock of the library's.
+/// The API lock is held by the caller; the thread takes no lock but the log's.
 void PostMessageAndForget(const std::wstring& serverUrl, const std::wstring& userAgent,
                           const std::wstring& projectId, const std::wstring& queueName, std::wstring& message,
                           const std::wstring& token);

@@ -67,7 +67,9 @@ class QueueService:
         self._ending.set()
         self._listener.shutdown(socket.SHUT_RDWR)
         self._listener.close()
-        for connection in list(self._open):
+        with self._changed:
+            still_open = list(self._open)
+        for connection in still_open:
             _abort(connection)
 
     def wait_for(self, condition: Callable[[Seen], bool], seconds: float = 20) -> bool:
@@ -90,14 +92,19 @@ class QueueService:
             threading.Thread(target=self._serve, args=(connection,), daemon=True).start()
 
     def _serve(self, connection: socket.socket) -> None:
-        self._open.add(connection)
+        self._hold(connection)
         try:
             self._converse(connection)
         except (OSError, EOFError) as error:
             self._note(self.seen.failures, str(error))
         finally:
-            self._open.discard(connection)
+            with self._changed:
+                self._open.discard(connection)
             connection.close()
+
+    def _hold(self, connection: socket.socket) -> None:
+        with self._changed:
+            self._open.add(connection)
 
     def _converse(self, connection: socket.socket) -> None:
         if self.behaviour.misbehaviour == "reset":
@@ -107,14 +114,15 @@ class QueueService:
             self._ending.wait()
             return
         with self._context.wrap_socket(connection, server_side=True) as channel:
-            self._open.add(channel)
+            self._hold(channel)
             try:
                 message = queue_message.read_message(_receive(channel))
                 self._note(self.seen.messages, message)
                 self._tell(message)
                 self._answer(channel, message)
             finally:
-                self._open.discard(channel)
+                with self._changed:
+                    self._open.discard(channel)
 
     def _answer(self, channel: ssl.SSLSocket, message: Message) -> None:
         misbehaviour = self.behaviour.misbehaviour

@@ -74,6 +74,7 @@ TEST(Exceptions, CopiesKeepTheirText) {
 TEST(Exceptions, MessageThatIsNoTextCannotBeCarried) {
     try {
         throw VestoException(L"\xD800");
+        FAIL() << "carried";
     } catch (const std::range_error& failure) {
         EXPECT_STREQ(failure.what(), "bad conversion");
     }

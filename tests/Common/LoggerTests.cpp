@@ -188,6 +188,15 @@ TEST_F(LoggerTest, AbandonedMutexLosesTheLine) {
     EXPECT_THAT(LogLines(machine.LogFile()), ElementsAre(LoggedLine{"DEBUG", "", "written"}));
 }
 
+TEST_F(LoggerTest, AbandonedMutexDoesNotStallTheOthers) {
+    StartLogging("debug");
+    const UniqueKernelObject mutex(CreateMutexW(nullptr, FALSE, L"Global\\LumeqLoggingMutex"));
+    std::thread([&mutex] { WaitForSingleObject(mutex.Get(), INFINITE); }).join();
+    Log(SeverityLevel::DEBUG, L"lost");
+    std::thread([] { Log(SeverityLevel::DEBUG, L"written"); }).join();
+    EXPECT_THAT(LogLines(machine.LogFile()), ElementsAre(LoggedLine{"DEBUG", "", "written"}));
+}
+
 TEST_F(LoggerTest, FileThatCannotBeOpenedLosesItsLineAlone) {
     StartLogging("debug");
     std::filesystem::create_directories(ErrorFile());
@@ -228,6 +237,7 @@ TEST_F(LoggerTest, DeferredFirstUseLosesTheLineAndLeavesItToTheNext) {
     machine.WriteFactorySettings();
     {
         const FirstUseDeferral deferral;
+        const FirstUseDeferral another;
         Log(SeverityLevel::ERROR, L"lost");
     }
     Log(SeverityLevel::ERROR, L"written");

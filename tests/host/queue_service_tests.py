@@ -112,6 +112,10 @@ class Strictness(unittest.TestCase):
         self.check_text(TEXT.replace('":"', '": "'), "without blanks")
         self.check_text(TEXT.replace('"1920x1080"', "1920"), "without blanks")
 
+    def test_json_of_another_kind(self):
+        for text in ("[]", '"text"', "7", "null"):
+            self.check_text(text, "the JSON is no object")
+
     def test_fields(self):
         self.check_text(TEXT.replace('"pc_sku":"",', ""), "the field pc_sku is missing")
         self.check_text(TEXT.replace('{"schema"', '{"more":"","schema"'), "the field more is not known")

@@ -139,6 +139,13 @@ class SessionTestCase(unittest.TestCase):
         """Plays the steps. Circumstances as for play_text."""
         return self.play_text("".join(json.dumps(step) + "\n" for step in steps), **circumstances)
 
+    def play_to_end(self, *steps: dict, **circumstances) -> Outcome:
+        """As play; a host that crashed or stopped at a line fails the test."""
+        outcome = self.play(*steps, **circumstances)
+        # Wine's helpers write to the same standard error, so that it is no sign of the host's health.
+        self.assertEqual(0, outcome.status, outcome.errors)
+        return outcome
+
     def play_text(self, session: str, companion: Optional[dict] = None, settings: Optional[str] = None,
                   factory: Optional[str] = None, **conditions) -> Outcome:
         """The files are given as what stands in them; the rest as for Conditions."""

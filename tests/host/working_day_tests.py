@@ -1,16 +1,12 @@
 """The second sample session: a whole day of a host, compared with what it must leave on both roads."""
 
-import re
 import unittest
 
 from support import ROOT, SessionTestCase, error, record
+from task_support import GUID, MILLISECONDS, without_chance
 
 SAMPLES = ROOT / "samples" / "sessions"
 MODEL = "Model 8100"
-
-# What stands for the values that no two runs share.
-GUID = "(guid)"
-MILLISECONDS = "(ms)"
 
 
 def task(action: str, name: str, details=None, **local) -> dict:
@@ -84,25 +80,8 @@ ERRORS = [
 
 OPT_INS = [False, True, False, True, False]
 HANDLES = ["set", "set", "null", "null", "set", "null", "set", "null", "set", "null", "set", "set", "null", "null"]
-SETTINGS_AFTER = ('<LumeqConfig version="4.0"><AppDeployedUuid>{0F8B2C1E-4D53-4E6A-9B7C-2A1D3E5F7081}</AppDeployedUuid>'
+SETTINGS_AFTER = ('<LumeqConfig version="4.0"><AppDeployedUuid>0f8b2c1e-4d53-4e6a-9b7c-2a1d3e5f7081</AppDeployedUuid>'
                   "<UserOptIn>False</UserOptIn></LumeqConfig>")
-
-
-def without_chance(operation: dict) -> dict:
-    """With what no two runs share replaced, after a look at its form."""
-    operation = dict(operation)
-    if "record" not in operation:
-        return operation
-    assert 1_500_000_000_000 < operation.pop("timestamp") < 2_147_483_647_000
-    local = operation["record"]["app_event_context"]["context_local"]
-    if local and "_app_event_task_guid" in local:
-        assert re.fullmatch(r"[0-9a-f]{8}(-[0-9a-f]{4}){3}-[0-9a-f]{12}", local["_app_event_task_guid"])
-        local["_app_event_task_guid"] = GUID
-    details = operation["record"]["app_event_details"]
-    if details and "task_duration" in details:
-        assert re.fullmatch(r"\d+", details["task_duration"])
-        details["task_duration"] = MILLISECONDS
-    return operation
 
 
 class WorkingDay(SessionTestCase):
