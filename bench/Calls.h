@@ -19,9 +19,12 @@ std::vector<Call> AcceptedEvents(const SampleHost::Library& library);
 /// The same with one argument wrong.
 std::vector<Call> RefusedEvents(const SampleHost::Library& library);
 
-/// Start, tasks, devices, opt-in; to be measured in this order, since the later ones change the settings that
-/// the first one reads. An action throws std::runtime_error if a task did not begin or end.
-std::vector<Call> OtherCalls(const SampleHost::Library& library);
+/// Tasks and devices, and the start of an application whose user has not opted in. An action throws
+/// std::runtime_error if a task did not begin or end.
+std::vector<Call> TaskCalls(const SampleHost::Library& library);
+
+/// These change the settings: to be measured in this order, in a process without TaskCalls.
+std::vector<Call> OptInCalls(const SampleHost::Library& library);
 
 /// The start of an application, for a process of its own.
 Action Start(const SampleHost::Library& library);

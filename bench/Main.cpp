@@ -18,11 +18,27 @@ namespace {
 using SampleHost::Library;
 using CallList = std::vector<Call> (*)(const Library&);
 
+void MeasureTogether(const std::vector<Call>& calls) {
+    std::vector<Action> actions;
+    for (const Call& call : calls)
+        actions.push_back(call.action);
+    const std::vector<double> microseconds = MicrosecondsPerCall(actions);
+    for (std::size_t i = 0; i < calls.size(); ++i)
+        Report(calls[i].name, "call", microseconds[i]);
+}
+
 void MeasureCalls(CallList calls) {
     Library library;
     library.Load();
-    for (const Call& call : calls(library))
-        Report(call.name, "call", MicrosecondsPerCall(call.action));
+    MeasureTogether(calls(library));
+}
+
+/// Each with a batch to itself: what one does to the settings changes the price of the others.
+void MeasureOptIn() {
+    Library library;
+    library.Load();
+    for (const Call& call : OptInCalls(library))
+        MeasureTogether({call});
 }
 
 void MeasureStart() {
@@ -37,15 +53,16 @@ void MeasureLoading() {
     const auto unload = [&] { library.Unload(); };
     Report("load", "first", MicrosecondsOnce(load));
     unload();
-    const Turns turns = MicrosecondsPerTurn(load, unload);
-    Report("load", "again", turns.first);
-    Report("unload", "again", turns.second);
+    const std::vector<double> turns = MicrosecondsInTurn({load, unload});
+    Report("load", "again", turns[0]);
+    Report("unload", "again", turns[1]);
 }
 
 const std::map<std::string, std::function<void()>> Measurements = {
     {"accepted", [] { MeasureCalls(AcceptedEvents); }},
     {"refused", [] { MeasureCalls(RefusedEvents); }},
-    {"others", [] { MeasureCalls(OtherCalls); }},
+    {"tasks", [] { MeasureCalls(TaskCalls); }},
+    {"opt-in", MeasureOptIn},
     {"start", MeasureStart},
     {"loading", MeasureLoading},
     {"patterns", MeasurePatterns},
@@ -54,7 +71,8 @@ const std::map<std::string, std::function<void()>> Measurements = {
 int Run(const std::string& what) {
     const auto found = Measurements.find(what);
     if (found == Measurements.end()) {
-        std::fputs("usage: lumeq-bench accepted | refused | others | start | loading | patterns\n", stderr);
+        std::fputs("usage: lumeq-bench accepted | refused | tasks | opt-in | start | loading | patterns\n",
+                   stderr);
         return 2;
     }
     try {

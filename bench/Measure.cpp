@@ -12,9 +12,9 @@ namespace {
 
 // Short enough to fall between two switches to another process more often than not.
 constexpr double BatchMicroseconds = 1'000;
-constexpr std::size_t FewestBatches = 5;
-constexpr std::size_t MostBatches = 101;
-constexpr double EnoughMicroseconds = 500'000;
+constexpr int FewestRounds = 7;
+constexpr int MostRounds = 151;
+constexpr double EnoughMicroseconds = 3'000'000;
 
 double Ticks() {
     LARGE_INTEGER ticks;
@@ -35,11 +35,17 @@ double MicrosecondsOfBatch(const Action& action, int calls) {
     });
 }
 
-/// Finding out is the warming up.
+/// Finding out is the warming up. One long batch is not believed: something else may have come between.
 int CallsPerBatch(const Action& action) {
     int calls = 1;
-    while (MicrosecondsOfBatch(action, calls) < BatchMicroseconds)
-        calls *= 2;
+    for (int longBatches = 0; longBatches < 3;) {
+        if (MicrosecondsOfBatch(action, calls) >= BatchMicroseconds) {
+            ++longBatches;
+        } else {
+            calls *= 2;
+            longBatches = 0;
+        }
+    }
     return calls;
 }
 
@@ -49,17 +55,28 @@ double Median(std::vector<double> values) {
     return *middle;
 }
 
+std::vector<double> Medians(const std::vector<std::vector<double>>& samples) {
+    std::vector<double> medians;
+    for (const std::vector<double>& ofOne : samples)
+        medians.push_back(Median(ofOne));
+    return medians;
+}
+
 } // namespace
 
-double MicrosecondsPerCall(const Action& action) {
-    const int calls = CallsPerBatch(action);
-    std::vector<double> batches;
+std::vector<double> MicrosecondsPerCall(const std::vector<Action>& actions) {
+    std::vector<int> calls;
+    for (const Action& action : actions)
+        calls.push_back(CallsPerBatch(action));
+    std::vector<std::vector<double>> batches(actions.size());
     double total = 0;
-    while (batches.size() < FewestBatches || (batches.size() < MostBatches && total < EnoughMicroseconds)) {
-        batches.push_back(MicrosecondsOfBatch(action, calls));
-        total += batches.back();
-    }
-    return Median(batches) / calls;
+    for (int round = 0; round < FewestRounds || (round < MostRounds && total < EnoughMicroseconds); ++round)
+        for (std::size_t i = 0; i < actions.size(); ++i) {
+            const double batch = MicrosecondsOfBatch(actions[i], calls[i]);
+            batches[i].push_back(batch / calls[i]);
+            total += batch;
+        }
+    return Medians(batches);
 }
 
 double MicrosecondsOnce(const Action& action) {
@@ -68,15 +85,13 @@ double MicrosecondsOnce(const Action& action) {
     return (Ticks() - start) / TicksPerMicrosecond();
 }
 
-Turns MicrosecondsPerTurn(const Action& first, const Action& second) {
-    constexpr int TurnsInAll = 101;
-    std::vector<double> firsts;
-    std::vector<double> seconds;
-    for (int turn = 0; turn < TurnsInAll; ++turn) {
-        firsts.push_back(MicrosecondsOnce(first));
-        seconds.push_back(MicrosecondsOnce(second));
-    }
-    return {Median(firsts), Median(seconds)};
+std::vector<double> MicrosecondsInTurn(const std::vector<Action>& actions) {
+    constexpr int Rounds = 51;
+    std::vector<std::vector<double>> times(actions.size());
+    for (int round = 0; round < Rounds; ++round)
+        for (std::size_t i = 0; i < actions.size(); ++i)
+            times[i].push_back(MicrosecondsOnce(actions[i]));
+    return Medians(times);
 }
 
 void Report(const char* name, const char* circumstances, double microseconds) {

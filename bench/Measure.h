@@ -2,23 +2,21 @@
 #pragma once
 
 #include <functional>
+#include <vector>
 
 namespace LumeqBench {
 
 using Action = std::function<void()>;
 
-/// Warms up, then takes the median over several batches of calls.
-double MicrosecondsPerCall(const Action& action);
+/// Microseconds per call of each action. Warms up, then goes round the actions, a batch of calls each, so
+/// that whatever else keeps the machine busy falls on all of them alike; gives the medians of the batches.
+std::vector<double> MicrosecondsPerCall(const std::vector<Action>& actions);
 
-/// Of one call, for what can happen only once or takes long.
+/// Of one call, for what can happen only once.
 double MicrosecondsOnce(const Action& action);
 
-/// Of two actions that can only be called in turn, as MicrosecondsPerCall.
-struct Turns {
-    double first;
-    double second;
-};
-Turns MicrosecondsPerTurn(const Action& first, const Action& second);
+/// Of actions that can only be called in turn: medians of single calls.
+std::vector<double> MicrosecondsInTurn(const std::vector<Action>& actions);
 
 /// Prints one line: what was measured, under which circumstances, microseconds.
 void Report(const char* name, const char* circumstances, double microseconds);

@@ -104,11 +104,7 @@ Call Discover(const Library& library, const char* name, std::size_t count) {
 
 } // namespace
 
-std::vector<Call> OtherCalls(const Library& library) {
-    const auto setOptIn = Export<decltype(API::SetUserOptInEx)>(library, "SetUserOptInEx");
-    const auto getOptIn = Export<decltype(API::GetUserOptInEx)>(library, "GetUserOptInEx");
-    const auto pause = Export<decltype(API::Pause)>(library, "Pause");
-    const auto resume = Export<decltype(API::Resume)>(library, "Resume");
+std::vector<Call> TaskCalls(const Library& library) {
     return {
         {"StartupEx without the message", Start(library)},
         Scan(library),
@@ -121,6 +117,15 @@ std::vector<Call> OtherCalls(const Library& library) {
         Discover(library, "TrackDiscoveredPrintersEx, 1 device", 1),
         Discover(library, "TrackDiscoveredPrintersEx, 10 devices", 10),
         Discover(library, "TrackDiscoveredPrintersEx, 100 devices", 100),
+    };
+}
+
+std::vector<Call> OptInCalls(const Library& library) {
+    const auto setOptIn = Export<decltype(API::SetUserOptInEx)>(library, "SetUserOptInEx");
+    const auto getOptIn = Export<decltype(API::GetUserOptInEx)>(library, "GetUserOptInEx");
+    const auto pause = Export<decltype(API::Pause)>(library, "Pause");
+    const auto resume = Export<decltype(API::Resume)>(library, "Resume");
+    return {
         {"SetUserOptInEx", [=] { setOptIn(true); }},
         {"GetUserOptInEx", [=] { getOptIn(); }},
         {"Pause and Resume",
