@@ -55,12 +55,13 @@ class Machine:
             if folder and folder.exists():
                 shutil.rmtree(folder)
 
-    def set_up(self, conditions: Conditions, build: Path) -> None:
+    def set_up(self, conditions: Conditions, build: Path, host: str = "lumeq-host.exe",
+               companion_folder: str = "companion") -> None:
         self.host_folder.mkdir()
-        for file in ("lumeq-host.exe", "Lumeq.dll"):
+        for file in (host, "Lumeq.dll"):
             shutil.copy(build / file, self.host_folder)
         if conditions.road == "managed" and not conditions.without_companion:
-            shutil.copy(build / "companion" / "LumeqShim.Managed.dll", self.host_folder)
+            shutil.copy(build / companion_folder / "LumeqShim.Managed.dll", self.host_folder)
         if conditions.companion:
             shutil.copy(conditions.companion, self.host_folder / "LumeqCompanion.json")
         factory = self.host_folder / "LumeqConfig.xml"
@@ -82,20 +83,25 @@ class Machine:
 
     def run_host(self, session: Path, conditions: Conditions, output: Path, timeout: float,
                  errors: Optional[BinaryIO] = None) -> int:
-        """Gives the host's exit code, or 124 if it had to be ended after `timeout` seconds."""
+        """Plays the session; gives what run gives."""
         shutil.copy(session, self.host_folder / "session.jsonl")
+        return self.run("lumeq-host.exe", ["session.jsonl"], conditions, output, timeout, errors)
+
+    def run(self, host: str, arguments: list[str], conditions: Conditions, output: Path, timeout: float,
+            errors: Optional[BinaryIO] = None) -> int:
+        """Gives the host's exit code, or 124 if it had to be ended after `timeout` seconds."""
         environment = dict(os.environ, WINEPREFIX=str(self.prefix))
         if conditions.road == "basic":
             environment["LUMEQ_WINE_OVERRIDES"] = "mscoree=d"
         with open(output, "wb") as lines:
-            host = subprocess.Popen(
-                [ROOT / "tools" / "run-wine", self.host_folder / "lumeq-host.exe", "session.jsonl"],
+            process = subprocess.Popen(
+                [ROOT / "tools" / "run-wine", self.host_folder / host, *arguments],
                 cwd=self.host_folder, env=environment, stdin=subprocess.DEVNULL, stdout=lines, stderr=errors)
             try:
-                return host.wait(timeout)
+                return process.wait(timeout)
             except subprocess.TimeoutExpired:
                 stop_wine(self.prefix)
-                host.wait()
+                process.wait()
                 return 124
 
     def collect(self, out: Path) -> None:

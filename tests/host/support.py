@@ -84,7 +84,9 @@ class Outcome:
 
     def __init__(self, status: int, errors: str, folder: Path):
         self.status = status
-        self.errors = errors
+        # Wine's own helper processes share the host's standard error and may complain there of themselves; a crash of
+        # the host shows in its status.
+        self.errors = "".join(line for line in errors.splitlines(keepends=True) if not line.startswith("wine: "))
         """The host's standard error."""
         self.files = {str(file.relative_to(folder)): file.read_bytes()
                       for file in folder.rglob("*") if file.is_file()}

@@ -1,0 +1,32 @@
+// The calls that are measured, each with the arguments that a host usually gives.
+#pragma once
+
+#include "bench/Measure.h"
+#include "samples/host/Library.h"
+
+#include <vector>
+
+namespace LumeqBench {
+
+struct Call {
+    const char* name;
+    Action action;
+};
+
+/// Calls that the library accepts.
+std::vector<Call> AcceptedEvents(const SampleHost::Library& library);
+
+/// The same with one argument wrong.
+std::vector<Call> RefusedEvents(const SampleHost::Library& library);
+
+/// Tasks and devices, and the start of an application whose user has not opted in. An action throws
+/// std::runtime_error if a task did not begin or end.
+std::vector<Call> TaskCalls(const SampleHost::Library& library);
+
+/// These change the settings: to be measured in this order, in a process without TaskCalls.
+std::vector<Call> OptInCalls(const SampleHost::Library& library);
+
+/// The start of an application, for a process of its own.
+Action Start(const SampleHost::Library& library);
+
+} // namespace LumeqBench

@@ -1,0 +1,90 @@
+// lumeq-bench WHAT: measures Lumeq.dll, loaded from beside the executable as any host may, and prints one
+// line for each measurement. The road, the log level and the registry's switch hold for the life of a
+// process, so `run` of this folder starts this program once for each combination.
+#include "bench/Calls.h"
+#include "bench/Measure.h"
+#include "bench/PatternCosts.h"
+
+#include <cstdio>
+#include <exception>
+#include <functional>
+#include <map>
+#include <string>
+
+namespace LumeqBench {
+
+namespace {
+
+using SampleHost::Library;
+using CallList = std::vector<Call> (*)(const Library&);
+
+void MeasureTogether(const std::vector<Call>& calls) {
+    std::vector<Action> actions;
+    for (const Call& call : calls)
+        actions.push_back(call.action);
+    const std::vector<double> microseconds = MicrosecondsPerCall(actions);
+    for (std::size_t i = 0; i < calls.size(); ++i)
+        Report(calls[i].name, "call", microseconds[i]);
+}
+
+void MeasureCalls(CallList calls) {
+    Library library;
+    library.Load();
+    MeasureTogether(calls(library));
+}
+
+/// Each with a batch to itself: what one does to the settings changes the price of the others.
+void MeasureOptIn() {
+    Library library;
+    library.Load();
+    for (const Call& call : OptInCalls(library))
+        MeasureTogether({call});
+}
+
+void MeasureStart() {
+    Library library;
+    library.Load();
+    Report("StartupEx", "first", MicrosecondsOnce(Start(library)));
+}
+
+void MeasureLoading() {
+    Library library;
+    const auto load = [&] { library.Load(); };
+    const auto unload = [&] { library.Unload(); };
+    Report("load", "first", MicrosecondsOnce(load));
+    unload();
+    const std::vector<double> turns = MicrosecondsInTurn({load, unload});
+    Report("load", "again", turns[0]);
+    Report("unload", "again", turns[1]);
+}
+
+const std::map<std::string, std::function<void()>> Measurements = {
+    {"accepted", [] { MeasureCalls(AcceptedEvents); }},
+    {"refused", [] { MeasureCalls(RefusedEvents); }},
+    {"tasks", [] { MeasureCalls(TaskCalls); }},
+    {"opt-in", MeasureOptIn},
+    {"start", MeasureStart},
+    {"loading", MeasureLoading},
+    {"patterns", MeasurePatterns},
+};
+
+int Run(const std::string& what) {
+    const auto found = Measurements.find(what);
+    if (found == Measurements.end()) {
+        std::fputs("usage: lumeq-bench accepted | refused | tasks | opt-in | start | loading | patterns\n",
+                   stderr);
+        return 2;
+    }
+    try {
+        found->second();
+        return 0;
+    } catch (const std::exception& problem) {
+        std::fprintf(stderr, "lumeq-bench: %s\n", problem.what());
+        return 1;
+    }
+}
+
+} // namespace
+} // namespace LumeqBench
+
+int main(int count, char** arguments) { return LumeqBench::Run(count == 2 ? arguments[1] : ""); }
