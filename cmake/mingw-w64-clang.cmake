@@ -18,7 +18,8 @@ set(_c_include "-isystem /usr/lib/llvm-14/lib/clang/14.0.6/include -isystem /usr
 set(_cxx_include
     "-isystem ${_gcc}/include/c++ -isystem ${_gcc}/include/c++/${_triple} -isystem ${_gcc}/include/c++/backward")
 set(CMAKE_C_FLAGS_INIT "-nostdinc ${_c_include}")
-set(CMAKE_CXX_FLAGS_INIT "-nostdinc ${_cxx_include} ${_c_include} -Qunused-arguments")
+# The C++ library was built by g++, whose thread-local variables are emulated on this target.
+set(CMAKE_CXX_FLAGS_INIT "-nostdinc ${_cxx_include} ${_c_include} -femulated-tls -Qunused-arguments")
 foreach(_kind EXE SHARED MODULE)
   set(CMAKE_${_kind}_LINKER_FLAGS_INIT "-fuse-ld=lld -static -pthread -L${_gcc}")
 endforeach()
