@@ -179,7 +179,9 @@ void WriteLogLine(SeverityLevel level, const std::wstring& functionName, const s
         return;
     const std::string line =
         ToUtf8Lossy(LogLine(UtcMilliseconds(), level, GetCurrentThreadId(), functionName, message));
-    if (const std::shared_ptr<const LogPaths> paths = logPaths)
+    const std::shared_ptr<const LogPaths> paths = logPaths;
+    // A path that does not fit is empty.
+    if (paths && !TargetPath(*paths, level).empty())
         WriteSerialized(*paths, level, line, message);
 }
 

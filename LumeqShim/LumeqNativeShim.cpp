@@ -29,8 +29,6 @@ constinit CompanionOperation<Companion::TrackPrintQueueInfoInternal>
 constinit CompanionOperation<Companion::TrackSystemInformationInternal>
     TrackSystemInformationInternal("TrackSystemInformationInternal");
 
-// The fallback of the two opt-in writes is logged under this name too, though it runs no such function:
-// readers of the log know it so.
 constexpr wchar_t BasicRegion[] = L"BasicImplementation";
 
 /// For the wrappers that do nothing on the basic road.
@@ -40,6 +38,20 @@ void RunOnManagedRoad(const wchar_t* logName, Operation operation) {
         if (IsRequiredDotNetVersionInstalled())
             operation();
     });
+}
+
+/// For the two opt-in writes, which fall back to the basic store.
+template <class ManagedWrite>
+void StoreFlag(const wchar_t* logName, ManagedWrite managedWrite, bool value, const wchar_t* key) {
+    const bool stored = RunRegion(logName, [&] {
+        if (IsRequiredDotNetVersionInstalled())
+            managedWrite();
+        else
+            BasicSetUserOptIn(value, key);
+    });
+    // Logged under this name too, though it runs no such function: readers of the log know it so.
+    if (!stored)
+        RunRegion(BasicRegion, [&] { BasicSetUserOptIn(value, key); });
 }
 
 } // namespace
@@ -83,28 +95,17 @@ bool GetUserOptInXX() {
 void SetUserOptInXX(bool userHasOptedIn) {
     if (IsTrackingDisabled())
         return;
-    const bool stored = RunRegion(L"SetUserOptInXX", [&] {
-        if (IsRequiredDotNetVersionInstalled())
-            SetUserOptInInternal(userHasOptedIn);
-        else
-            BasicSetUserOptIn(userHasOptedIn, UserOptInKey);
-    });
-    if (!stored)
-        RunRegion(BasicRegion, [&] { BasicSetUserOptIn(userHasOptedIn, UserOptInKey); });
+    StoreFlag(
+        L"SetUserOptInXX", [&] { SetUserOptInInternal(userHasOptedIn); }, userHasOptedIn, UserOptInKey);
 }
 
 void SetLocalValue(bool value, std::wstring& key) {
     const std::wstring consumedKey = std::exchange(key, {});
     if (IsTrackingDisabled())
         return;
-    const bool stored = RunRegion(L"SetLocalValue", [&] {
-        if (IsRequiredDotNetVersionInstalled())
-            SetLocalValueInternal(consumedKey, value ? L"True" : L"False");
-        else
-            BasicSetUserOptIn(value, consumedKey);
-    });
-    if (!stored)
-        RunRegion(BasicRegion, [&] { BasicSetUserOptIn(value, consumedKey); });
+    StoreFlag(
+        L"SetLocalValue", [&] { SetLocalValueInternal(consumedKey, value ? L"True" : L"False"); }, value,
+        consumedKey.c_str());
 }
 
 void LocalSubfolderPathXX(const std::wstring& path) {

@@ -1,8 +1,47 @@
 #include "Common/HostFile.h"
 
+#include "support/HostExecutable.h"
+
+#include <windows.h>
+
+#include <cstdint>
+#include <cstring>
+#include <filesystem>
 #include <gtest/gtest.h>
+#include <string>
+#include <vector>
 
 namespace Zuvan::Lumeq::Common {
+
+namespace {
+
+/// A version resource of nothing but a fixed block, whose length is told as `length` bytes. The version is
+/// 1.2.3.4.
+std::vector<std::uint8_t> VersionResource(std::uint16_t length) {
+    constexpr wchar_t Key[] = L"VS_VERSION_INFO";
+    constexpr std::size_t BlockAt = 40; // six bytes of lengths and the key, filled up to a multiple of four
+    const std::uint32_t block[16] = {0xFEEF04BD, 0x00010000, 0x00010002, 0x00030004};
+    std::vector<std::uint8_t> resource(BlockAt + length);
+    const std::uint16_t head[3] = {static_cast<std::uint16_t>(resource.size()), length, 0};
+    std::memcpy(resource.data(), head, sizeof head);
+    std::memcpy(resource.data() + sizeof head, Key, sizeof Key);
+    std::memcpy(resource.data() + BlockAt, block, length);
+    return resource;
+}
+
+/// An executable file with that resource.
+std::filesystem::path MakeFileWithVersion(const std::filesystem::path& folder, std::uint16_t length) {
+    const std::filesystem::path path = folder / (std::to_wstring(length) + L".exe");
+    std::filesystem::copy_file(Testing::ExecutablePath().parent_path() / "lumeq_opt_in_process.exe", path);
+    std::vector<std::uint8_t> resource = VersionResource(length);
+    const HANDLE update = BeginUpdateResourceW(path.c_str(), TRUE);
+    EXPECT_TRUE(UpdateResourceW(update, reinterpret_cast<LPCWSTR>(RT_VERSION), MAKEINTRESOURCEW(1), 0x0409,
+                                resource.data(), static_cast<DWORD>(resource.size())));
+    EXPECT_TRUE(EndUpdateResourceW(update, FALSE));
+    return path;
+}
+
+} // namespace
 
 TEST(HostFile, ExecutableWithoutVersionResourceHasZeroVersion) {
     EXPECT_EQ(GetHostFileVersion(), L"0.0.0.0");
@@ -12,6 +51,16 @@ TEST(HostFile, ExecutableNameIsTheBaseName) { EXPECT_EQ(GetExecutableName(), L"l
 
 TEST(HostFile, FileWithoutVersionResourceGivesTheFallback) {
     EXPECT_EQ(GetFileVersion(GetHostFilePath(), L"unknown"), L"unknown");
+}
+
+TEST(HostFile, FixedBlockOfAnotherLengthGivesZeroVersion) {
+    std::filesystem::path program = Testing::ExecutablePath().parent_path();
+    const std::filesystem::path folder = program / ("versions" + std::to_string(GetCurrentProcessId()));
+    std::filesystem::create_directory(folder);
+    EXPECT_EQ(GetFileVersion(MakeFileWithVersion(folder, 52), L"unknown"), L"1.2.3.4");
+    for (const std::uint16_t length : {48, 56})
+        EXPECT_EQ(GetFileVersion(MakeFileWithVersion(folder, length), L"unknown"), L"0.0.0.0") << length;
+    std::filesystem::remove_all(folder);
 }
 
 } // namespace Zuvan::Lumeq::Common

@@ -2,14 +2,19 @@
 
 #include "Common/Clock.h"
 #include "support/DebuggerStandIn.h"
+#include "support/FailingAllocation.h"
+#include "support/ImportedFunction.h"
 #include "support/IsolatedMachine.h"
 #include "support/LogLines.h"
 
 #include <gmock/gmock.h>
 
 #include <future>
+#include <optional>
 #include <regex>
 #include <set>
+#include <shlwapi.h>
+#include <stdexcept>
 #include <thread>
 
 namespace Zuvan::Lumeq::Common {
@@ -18,6 +23,7 @@ namespace {
 
 using testing::ElementsAre;
 using testing::EndsWith;
+using Testing::ImportedFunction;
 using testing::IsEmpty;
 using Testing::LoggedLine;
 using Testing::LogLines;
@@ -62,6 +68,28 @@ private:
     std::promise<void> _release;
     std::thread _thread;
 };
+
+HANDLE MakeMutex(SECURITY_ATTRIBUTES* security, BOOL owned, LPCWSTR name) {
+    return Testing::RealFunction<decltype(CreateMutexW)>("kernel32.dll", "CreateMutexW")(security, owned,
+                                                                                         name);
+}
+
+/// Raises a standard exception at the first call, and something else at those after it.
+template <int Failures>
+HANDLE WINAPI MutexAfterFailures(SECURITY_ATTRIBUTES* security, BOOL owned, LPCWSTR name) {
+    static int calls = 0;
+    if (++calls > Failures)
+        return MakeMutex(security, owned, name);
+    if (calls == 1)
+        throw std::runtime_error("no such luck");
+    throw calls;
+}
+
+/// A handle gets the lowest free number: one that was left open would push it up.
+std::uintptr_t NextHandle() {
+    const UniqueKernelObject event(CreateEventW(nullptr, TRUE, FALSE, nullptr));
+    return reinterpret_cast<std::uintptr_t>(event.Get());
+}
 
 } // namespace
 
@@ -195,6 +223,138 @@ TEST_F(LoggerTest, AbandonedMutexDoesNotStallTheOthers) {
     Log(SeverityLevel::DEBUG, L"lost");
     std::thread([] { Log(SeverityLevel::DEBUG, L"written"); }).join();
     EXPECT_THAT(LogLines(machine.LogFile()), ElementsAre(LoggedLine{"DEBUG", "", "written"}));
+}
+
+TEST_F(LoggerTest, MutexThatCannotBeMadeLosesTheLine) {
+    StartLogging("debug");
+    {
+        const ImportedFunction<decltype(CreateMutexW)> none(
+            "kernel32.dll", "CreateMutexW",
+            [](SECURITY_ATTRIBUTES*, BOOL, LPCWSTR) -> HANDLE { return nullptr; });
+        const Testing::DebuggerStandIn debugger;
+        Log(SeverityLevel::DEBUG, L"lost");
+        EXPECT_THAT(debugger.Texts(), ElementsAre("ERROR: Logger mutex timed out!\n"));
+        EXPECT_EQ(debugger.Breaks(), 1);
+    }
+    Log(SeverityLevel::DEBUG, L"written");
+    EXPECT_THAT(LogLines(machine.LogFile()), ElementsAre(LoggedLine{"DEBUG", "", "written"}));
+}
+
+TEST_F(LoggerTest, MutexIsClosedAfterEachLine) {
+    StartLogging("debug");
+    // Of this process alone: a line that has to wait too long leaves its handle open.
+    const ImportedFunction<decltype(CreateMutexW)> own(
+        "kernel32.dll", "CreateMutexW", [](SECURITY_ATTRIBUTES* security, BOOL owned, LPCWSTR name) {
+            EXPECT_STREQ(name, L"Global\\LumeqLoggingMutex");
+            return MakeMutex(security, owned, nullptr);
+        });
+    Log(SeverityLevel::ERROR, L"first");
+    const std::uintptr_t before = NextHandle();
+    for (int i = 0; i < 1000; ++i)
+        Log(SeverityLevel::ERROR, L"bad");
+    EXPECT_EQ(NextHandle(), before);
+    EXPECT_EQ(LogLines(ErrorFile()).size(), 1001U);
+}
+
+TEST_F(LoggerTest, FirstUseThatRaisesIsToldAndTheLineIsStillWritten) {
+    machine.WriteFactorySettings();
+    // The policy, which is on by then, has lines of its own.
+    const ImportedFunction<decltype(CreateMutexW)> raising("kernel32.dll", "CreateMutexW",
+                                                           &MutexAfterFailures<1>);
+    {
+        const Testing::DebuggerStandIn debugger;
+        Log(SeverityLevel::DEBUG, L"written");
+        EXPECT_THAT(debugger.Output(), EndsWith("ERROR: Logger failed to initialize: no such luck\n"));
+        EXPECT_EQ(debugger.Breaks(), 1);
+    }
+    EXPECT_THAT(LogLines(machine.LogFile()), testing::Contains(LoggedLine{"DEBUG", "", "written"}));
+}
+
+TEST_F(LoggerTest, FirstUseThatRaisesBeforeTheFilesAreKnownIsTriedAgain) {
+    machine.WriteFactorySettings();
+    {
+        const ImportedFunction<decltype(PathIsDirectoryW)> raising("shlwapi.dll", "PathIsDirectoryW",
+                                                                   [](LPCWSTR) -> BOOL { throw 1; });
+        const Testing::DebuggerStandIn debugger;
+        Log(SeverityLevel::ERROR, L"lost");
+        EXPECT_EQ(debugger.Output(), "ERROR: Logger failed to initialize: ???\n");
+        EXPECT_EQ(debugger.Breaks(), 1);
+    }
+    Log(SeverityLevel::ERROR, L"written");
+    EXPECT_THAT(LogLines(ErrorFile()), ElementsAre(LoggedLine{"ERROR", "", "written"}));
+}
+
+TEST_F(LoggerTest, WriterThatRaisesIsToldAndTheCallerGoesOn) {
+    StartLogging("debug");
+    const ImportedFunction<decltype(CreateMutexW)> raising("kernel32.dll", "CreateMutexW",
+                                                           &MutexAfterFailures<2>);
+    for (const char* text : {"no such luck", "???"}) {
+        const Testing::DebuggerStandIn debugger;
+        Log(SeverityLevel::DEBUG, L"lost");
+        EXPECT_EQ(debugger.Output(),
+                  std::string("ERROR: Unable to write log information to file: ") + text + "\n");
+        EXPECT_EQ(debugger.Breaks(), 1);
+    }
+    Log(SeverityLevel::DEBUG, L"written");
+    EXPECT_THAT(LogLines(machine.LogFile()), ElementsAre(LoggedLine{"DEBUG", "", "written"}));
+}
+
+TEST_F(LoggerTest, MemoryThatRunsOutForALineIsToldAndTheCallerGoesOn) {
+    StartLogging("debug");
+    {
+        const Testing::DebuggerStandIn debugger;
+        const Testing::FailingAllocation failing(1);
+        Log(SeverityLevel::DEBUG, L"lost");
+        EXPECT_TRUE(failing.Happened());
+        EXPECT_EQ(debugger.Output(), "ERROR: Unable to write log information to file: std::bad_alloc\n");
+        EXPECT_EQ(debugger.Breaks(), 1);
+    }
+    EXPECT_THAT(LogLines(machine.LogFile()), IsEmpty());
+}
+
+TEST_F(LoggerTest, FailureUnderTheMutexIsToldAndTheMutexReleasedAndClosed) {
+    StartLogging("debug");
+    static std::optional<Testing::FailingAllocation> failing;
+    static UniqueKernelObject mutex; // The one that the line has, under another handle.
+    const std::uintptr_t before = NextHandle();
+    const Testing::DebuggerStandIn debugger;
+    {
+        const ImportedFunction<decltype(CreateMutexW)> memoryRunsOutThen(
+            "kernel32.dll", "CreateMutexW", [](SECURITY_ATTRIBUTES* security, BOOL owned, LPCWSTR) {
+                const HANDLE made = MakeMutex(security, owned, nullptr);
+                EXPECT_TRUE(DuplicateHandle(GetCurrentProcess(), made, GetCurrentProcess(), mutex.Receive(),
+                                            0, FALSE, DUPLICATE_SAME_ACCESS));
+                failing.emplace(1);
+                return made;
+            });
+        Log(SeverityLevel::DEBUG, L"lost");
+    }
+    ASSERT_TRUE(failing);
+    EXPECT_TRUE(failing->Happened());
+    failing.reset();
+    EXPECT_EQ(debugger.Output(), "ERROR: Unable to write log information to file: std::bad_alloc\n");
+    EXPECT_EQ(debugger.Breaks(), 1);
+    std::thread([] { EXPECT_EQ(WaitForSingleObject(mutex.Get(), 0), 0U); }).join();
+    mutex.Reset();
+    EXPECT_EQ(NextHandle(), before);
+    EXPECT_THAT(LogLines(machine.LogFile()), IsEmpty());
+}
+
+TEST_F(LoggerTest, PathThatDoesNotFitLosesItsLinesAltogether) {
+    machine.WriteFactorySettings();
+    // Of the three files beside each other, that of the log fits exactly.
+    const std::size_t length = 259 - std::size("\\Zuvan\\LUMEQ\\Lumeq.Log.txt") + 1;
+    std::wstring folder = machine.TemporaryFolder().wstring() + L"\\";
+    folder += std::wstring(length - folder.size(), L't');
+    std::filesystem::create_directory(folder);
+    SetEnvironmentVariableW(L"TMP", folder.c_str());
+    for (const auto level : {SeverityLevel::DATA, SeverityLevel::ERROR, SeverityLevel::WARNING})
+        Log(level, L"x");
+    const std::filesystem::path logFile = folder + L"\\Zuvan\\LUMEQ\\Lumeq.Log.txt";
+    ASSERT_EQ(logFile.wstring().size(), 259U);
+    auto lines = LogLines(logFile);
+    std::erase_if(lines, [](const LoggedLine& line) { return line.message != "x"; });
+    EXPECT_THAT(lines, ElementsAre(LoggedLine{"WARNING", "", "x"}));
 }
 
 TEST_F(LoggerTest, FileThatCannotBeOpenedLosesItsLineAlone) {

@@ -133,6 +133,14 @@ protected:
             EXPECT_EQ(FilesBesideTheLocalOne(), 0);
         }
     }
+
+    /// A write that fails, on a thread that ends then.
+    void LeaveInstanceBehind() {
+        SetFileAttributesW(_machine.LocalSettingsFile().c_str(), FILE_ATTRIBUTE_READONLY);
+        std::thread([] { BasicSetUserOptIn(false, UserOptInKey); }).join();
+        SetFileAttributesW(_machine.LocalSettingsFile().c_str(), FILE_ATTRIBUTE_NORMAL);
+        ASSERT_EQ(Warnings().size(), 1U);
+    }
 };
 
 constexpr char BadFile[] = " exception with Error parsing local settings file";
@@ -311,6 +319,46 @@ TEST_F(BasicOptInFailure, SharedInstanceIsNotDropped) {
     // The instance that could not be saved is the one that the next operation finds, and drops.
     EXPECT_FALSE(BasicGetUserOptIn(UserOptInKey));
     EXPECT_TRUE(BasicGetUserOptIn(UserOptInKey));
+    EXPECT_EQ(ApartmentOfThread(), NotInitialized);
+}
+
+TEST_F(BasicOptInFailure, InstanceLeftBehindByADeadThreadTakesNoComFromTheNext) {
+    WriteLocal("<UserOptIn>True</UserOptIn>");
+    LeaveInstanceBehind();
+    ASSERT_EQ(CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED), S_OK);
+    // Finds the instance that could not be saved, and drops it.
+    EXPECT_FALSE(BasicGetUserOptIn(UserOptInKey));
+    EXPECT_EQ(ApartmentOfThread(), S_OK);
+    EXPECT_TRUE(BasicGetUserOptIn(UserOptInKey));
+    EXPECT_EQ(ApartmentOfThread(), S_OK);
+    CoUninitialize();
+    EXPECT_EQ(ApartmentOfThread(), NotInitialized);
+}
+
+TEST_F(BasicOptInFailure, InstanceLeftBehindByADeadThreadIsGoodForAThreadWithoutCom) {
+    WriteLocal("<UserOptIn>True</UserOptIn>");
+    LeaveInstanceBehind();
+    BasicSetUserOptIn(false, OptinBeforePauseKey);
+    EXPECT_EQ(ApartmentOfThread(), NotInitialized);
+    EXPECT_EQ(LocalFile(),
+              Document("<UserOptIn>False</UserOptIn><OptinBeforePause>False</OptinBeforePause>"));
+    EXPECT_TRUE(BasicDidUserOpted(UserOptInKey));
+    EXPECT_EQ(ApartmentOfThread(), NotInitialized);
+}
+
+TEST_F(BasicOptInFailure, ThreadThatLeftAnInstanceBehindKeepsItsComWhenAnotherDropsIt) {
+    WriteLocal("<UserOptIn>True</UserOptIn>");
+    SetFileAttributesW(_machine.LocalSettingsFile().c_str(), FILE_ATTRIBUTE_READONLY);
+    BasicSetUserOptIn(false, UserOptInKey);
+    SetFileAttributesW(_machine.LocalSettingsFile().c_str(), FILE_ATTRIBUTE_NORMAL);
+    std::thread([] {
+        EXPECT_FALSE(BasicGetUserOptIn(UserOptInKey));
+        EXPECT_EQ(ApartmentOfThread(), NotInitialized);
+    }).join();
+    EXPECT_EQ(ApartmentOfThread(), S_OK);
+    EXPECT_TRUE(BasicGetUserOptIn(UserOptInKey));
+    EXPECT_EQ(ApartmentOfThread(), S_OK);
+    CoUninitialize();
     EXPECT_EQ(ApartmentOfThread(), NotInitialized);
 }
 

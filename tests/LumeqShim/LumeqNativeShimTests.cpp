@@ -329,6 +329,17 @@ TEST_F(FailedAllocation, InTheFallbackOfTheOptInIsLoggedAsBasicImplementation) {
     EXPECT_THAT(Warnings(), testing::Contains("BasicImplementation exception with std::bad_alloc"));
 }
 
+TEST_F(FailedAllocation, InTheFallbackOfTheLocalValueIsLoggedAsBasicImplementation) {
+    TakeManagedRoad();
+    LetCompanionRaise(L"unknown");
+    // A call consumes its key.
+    std::vector<std::wstring> keys(101, L"OptinBeforePause");
+    auto key = keys.begin();
+    FailEachAllocationOf([&key] { SetLocalValue(true, *key++); });
+    EXPECT_THAT(Warnings(), testing::Contains("BasicImplementation exception with std::bad_alloc"));
+    EXPECT_TRUE(BasicGetUserOptIn(L"OptinBeforePause"));
+}
+
 TEST_F(FailedAllocation, InTheBasicStartIsLoggedAsBasicImplementation) {
     TakeBasicRoad();
     IsRequiredDotNetVersionInstalled();

@@ -37,6 +37,10 @@ struct LockedSettings {
     Common::FirstUseDeferral deferral;
 };
 
+Common::UniqueKernelObject OpenThisThread() noexcept {
+    return Common::UniqueKernelObject(OpenThread(SYNCHRONIZE, FALSE, GetCurrentThreadId()));
+}
+
 XmlElementPointer RootOf(const XmlDocumentPointer& document) {
     XmlElementPointer root = RootElement(*document.Get());
     // Loading made sure of it.
@@ -108,13 +112,16 @@ std::shared_ptr<Settings> Settings::Load() {
 }
 
 Settings::Settings(Creation, XmlDocumentPointer factoryDocument, XmlDocumentPointer localDocument) noexcept
-    : _factoryDocument(std::move(factoryDocument)), _localDocument(std::move(localDocument)) {}
+    : _factoryDocument(std::move(factoryDocument)), _localDocument(std::move(localDocument)),
+      _creatingThreadId(GetCurrentThreadId()), _creatingThread(OpenThisThread()) {}
 
 Settings::~Settings() {
     const LockedSettings locked;
     _factoryDocument.Reset();
     _localDocument.Reset();
-    Common::ComUninitCounted(DestructorName);
+    // Another thread's initialisation is not this instance's to undo: it may be the host's.
+    if (GetCurrentThreadId() == _creatingThreadId)
+        Common::ComUninitCounted(DestructorName);
 }
 
 std::wstring Settings::GetFactorySetting(const std::wstring& key, const std::wstring& defaultValue) const {

@@ -9,6 +9,7 @@
 //     ... `settings` goes out of scope, outside the settings lock, and the instance dies with it.
 #pragma once
 
+#include "Common/SystemHandles.h"
 #include "LumeqLib/Core/Utils/XmlDocument.h"
 
 #include <memory>
@@ -28,7 +29,9 @@ void ReleaseSettingsInstance() noexcept;
 void DropSharedInstance();
 
 /// COM is initialised on the creating thread for the life of an instance, so the same thread has to let it
-/// go. The lock guards neither documents nor fields: one thread uses an instance at a time.
+/// go. One that a failure left behind can die on another thread: COM stays initialised on the creating one
+/// then, and the other one's is left alone. The lock guards neither documents nor fields: one thread uses an
+/// instance at a time.
 ///
 /// Keys are plain element names: they are used as query texts. A failed call on a document raises
 /// `_com_error`.
@@ -69,6 +72,9 @@ private:
     XmlDocumentPointer _factoryDocument;
     XmlDocumentPointer _localDocument;
     bool _localDirty = false;
+    DWORD _creatingThreadId;
+    // Keeps the number from being given to another thread.
+    Common::UniqueKernelObject _creatingThread;
 };
 
 } // namespace Zuvan::Lumeq::Core::Utils

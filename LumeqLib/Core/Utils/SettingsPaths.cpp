@@ -43,6 +43,9 @@ std::wstring FactoryPath() {
     if (!Common::IsBlank(factorySettingsPathOverride))
         return factorySettingsPathOverride;
     const std::wstring host = Common::GetHostFilePath();
+    // Without its folder the names would mean files of the current one, which may be anybody's.
+    if (host.empty())
+        return {};
     const std::wstring path = WithoutExtension(host) + FactorySuffix;
     return Exists(path) ? path : CombinePath(FolderOf(host), FactoryName);
 }

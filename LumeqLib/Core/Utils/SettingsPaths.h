@@ -37,7 +37,8 @@ std::wstring FindAllUsersFolder(const AllUsersFolderSystem& system = AllUsersFol
 /// The joined path, shorter than 261 characters, or ArgumentException.
 std::wstring CombinePath(const std::wstring& left, const std::wstring& right);
 
-/// Beside the host's executable. Throws FileNotFoundException if there is none.
+/// Beside the host's executable. Throws FileNotFoundException if there is none, or if the system does not
+/// tell where the executable is.
 std::wstring FindFactorySettingsPath();
 
 /// Under the data of all users. Makes the file's folder if need be; the file need not exist.

@@ -63,8 +63,8 @@ bool SharedFolderSystem::FolderExists(const wchar_t* folder) const {
     return PathIsDirectoryW(folder) != FALSE;
 }
 
-bool SharedFolderSystem::CreateFolder(const wchar_t* folder) const {
-    return SHCreateDirectoryExW(nullptr, folder, nullptr) == ERROR_SUCCESS;
+void SharedFolderSystem::CreateFolder(const wchar_t* folder) const {
+    SHCreateDirectoryExW(nullptr, folder, nullptr);
 }
 
 bool SharedFolderSystem::AllocateSid(SID_IDENTIFIER_AUTHORITY& authority, BYTE count, DWORD subAuthority,
@@ -88,8 +88,9 @@ void EnsureSharedFolder(const std::wstring& filePath, const SharedFolderSystem& 
     PathRemoveFileSpecW(folder);
     if (system.FolderExists(folder))
         return;
-    if (system.CreateFolder(folder))
-        ShareFolder(folder, system);
+    // Whether or not there is a folder now: the remaining steps find out by themselves.
+    system.CreateFolder(folder);
+    ShareFolder(folder, system);
 }
 
 } // namespace Zuvan::Lumeq::Core::Utils

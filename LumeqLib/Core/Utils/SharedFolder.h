@@ -15,8 +15,8 @@ public:
     virtual ~SharedFolderSystem() = default;
 
     virtual bool FolderExists(const wchar_t* folder) const;
-    /// With the folders above it. False on failure, which includes that it exists.
-    virtual bool CreateFolder(const wchar_t* folder) const;
+    /// With the folders above it. A failure is not told.
+    virtual void CreateFolder(const wchar_t* folder) const;
     virtual bool AllocateSid(SID_IDENTIFIER_AUTHORITY& authority, BYTE count, DWORD subAuthority,
                              PSID* sid) const;
     /// The other two give ERROR_SUCCESS or an error code.

@@ -1,11 +1,13 @@
 #include "LumeqLib/Core/Utils/WholeFile.h"
 
-#include "Common/Format.h"
+#include "Common/Guid.h"
+#include "Common/Pattern.h"
 #include "Common/SystemHandles.h"
 
 #include <aclapi.h>
 #include <cstdint>
 #include <memory>
+#include <utility>
 
 namespace Zuvan::Lumeq::Core::Utils {
 
@@ -25,6 +27,8 @@ struct FindTraits {
 };
 using UniqueFind = Common::UniqueHandle<FindTraits>;
 
+constexpr DWORD ShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
+
 /// Removes the file at the end. That it is gone by then is the usual case.
 class Remover {
 public:
@@ -41,31 +45,41 @@ std::wstring InFolderOf(const std::wstring& path, const std::wstring& name) {
     return path.substr(0, path.find_last_of(L"\\/") + 1) + name;
 }
 
-/// Shorter than the name of any settings file, so that the path does not grow past what the system takes.
+/// No longer than the name of any settings file, so that the path does not grow past what the system takes:
+/// that leaves room for 12 digits of the GUID. The folder is everybody's, so the name must not be known in
+/// advance.
 std::wstring NeighbourOf(const std::wstring& path) {
-    return InFolderOf(path, Common::FormatBounded(32, L"Lumeq%08lx.tmp", GetCurrentProcessId()).text);
+    return InFolderOf(path, L"Lumeq" + Common::NewGuidString().substr(1, 13) + L".tmp");
 }
 
-bool IsLeftOver(const FILETIME& written) {
+bool IsNeighbourName(const std::wstring& name) {
+    static const Common::Pattern pattern(LR"(^Lumeq[0-9A-F]{8}-[0-9A-F]{4}\.tmp$)");
+    return pattern.Matches(name);
+}
+
+bool IsLeftOver(const WIN32_FIND_DATAW& file) {
     constexpr std::uint64_t Minute = 60ULL * 10'000'000;
     FILETIME now{};
     GetSystemTimeAsFileTime(&now);
     const auto ticks = [](const FILETIME& time) {
         return std::uint64_t{time.dwHighDateTime} << 32 | time.dwLowDateTime;
     };
-    return ticks(now) > ticks(written) + Minute;
+    return ticks(now) > ticks(file.ftLastWriteTime) + Minute && IsNeighbourName(file.cFileName);
 }
 
 void RemoveLeftOvers(const std::wstring& path) {
     WIN32_FIND_DATAW found{};
-    const UniqueFind search(FindFirstFileW(InFolderOf(path, L"Lumeq????????.tmp").c_str(), &found));
+    const UniqueFind search(FindFirstFileW(InFolderOf(path, L"Lumeq*.tmp").c_str(), &found));
     if (!search)
         return;
     do {
-        if (IsLeftOver(found.ftLastWriteTime))
+        if (IsLeftOver(found))
             DeleteFileW(InFolderOf(path, found.cFileName).c_str());
     } while (FindNextFileW(search.Get(), &found));
 }
+
+/// A file that is open cannot be replaced, which is told as denied access.
+bool IsDenied(DWORD error) { return error == ERROR_SHARING_VIOLATION || error == ERROR_ACCESS_DENIED; }
 
 /// Tries until it gives something else than that the file is in use, which takes a process no time that loads
 /// or saves it.
@@ -75,17 +89,16 @@ DWORD RetryWhileInUse(Attempt attempt) {
     const ULONGLONG start = GetTickCount64();
     for (;;) {
         const DWORD error = attempt();
-        // A file that is open cannot be replaced, which is told as denied access.
-        const bool inUse = error == ERROR_SHARING_VIOLATION || error == ERROR_ACCESS_DENIED;
-        if (!inUse || GetTickCount64() - start >= LimitMilliseconds)
+        if (!IsDenied(error) || GetTickCount64() - start >= LimitMilliseconds)
             return error;
         Sleep(1);
     }
 }
 
 /// The error code, or ERROR_SUCCESS.
-DWORD Open(const std::wstring& path, DWORD access, DWORD sharing, DWORD disposition, UniqueFile& file) {
-    file.Reset(CreateFileW(path.c_str(), access, sharing, nullptr, disposition, 0, nullptr));
+DWORD Open(const std::wstring& path, DWORD access, DWORD sharing, DWORD disposition, DWORD flags,
+           UniqueFile& file) {
+    file.Reset(CreateFileW(path.c_str(), access, sharing, nullptr, disposition, flags, nullptr));
     return file ? ERROR_SUCCESS : GetLastError();
 }
 
@@ -98,50 +111,80 @@ bool IsReadOnly(const std::wstring& path) {
 /// that must not be written has to stay.
 DWORD WritingError(const std::wstring& path) {
     UniqueFile file;
-    const DWORD error = Open(path, GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
-                             OPEN_EXISTING, file);
+    const DWORD error = Open(path, GENERIC_WRITE, ShareAll, OPEN_EXISTING, 0, file);
     return error == ERROR_FILE_NOT_FOUND ? ERROR_SUCCESS : error;
-}
-
-DWORD CreationError(const std::wstring& path) {
-    UniqueFile file;
-    return Open(path, GENERIC_WRITE, 0, CREATE_ALWAYS, file);
-}
-
-/// Not every implementation tells that the disk is full.
-void CheckReadable(const std::wstring& path) {
-    if (!LoadXml(*CreateXmlDocument().Get(), path))
-        ThrowIfFailed(E_FAIL);
 }
 
 DWORD Replace(const std::wstring& path, const std::wstring& neighbour) {
     if (const DWORD error = WritingError(path); error != ERROR_SUCCESS)
         return error;
+    // ReplaceFileW is no substitute: it moves the old file away first, so that for a moment there is none.
     return MoveFileExW(neighbour.c_str(), path.c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH)
                ? ERROR_SUCCESS
                : GetLastError();
 }
 
-/// As far as the system lets us, and if there is a file: what the new one inherits from its folder is the
-/// usual case.
-void CopyAccessRights(const std::wstring& from, std::wstring to) {
-    ACL* rights = nullptr;
+/// By handle: behind a path in everybody's folder there may be another file by now. As far as the system lets
+/// us, and if there is a file: what the new one inherits from its folder is the usual case.
+void CopyAccessRights(const std::wstring& from, HANDLE to) {
+    UniqueFile file;
+    if (Open(from, READ_CONTROL, ShareAll, OPEN_EXISTING, 0, file) != ERROR_SUCCESS)
+        return;
     PSECURITY_DESCRIPTOR descriptor = nullptr;
-    if (GetNamedSecurityInfoW(from.c_str(), SE_FILE_OBJECT, DACL_SECURITY_INFORMATION, nullptr, nullptr,
-                              &rights, nullptr, &descriptor) != ERROR_SUCCESS)
+    if (GetSecurityInfo(file.Get(), SE_FILE_OBJECT, DACL_SECURITY_INFORMATION, nullptr, nullptr, nullptr,
+                        nullptr, &descriptor) != ERROR_SUCCESS)
         return;
     const std::unique_ptr<void, decltype(&LocalFree)> owner(descriptor, &LocalFree);
-    SetNamedSecurityInfoW(to.data(), SE_FILE_OBJECT, DACL_SECURITY_INFORMATION, nullptr, nullptr, rights,
-                          nullptr);
+    SetKernelObjectSecurity(to, DACL_SECURITY_INFORMATION, descriptor);
+}
+
+/// Onto the disk: else a power failure could leave an empty file in the place of the old one.
+DWORD Write(HANDLE file, const std::string& content) {
+    DWORD written = 0;
+    if (!WriteFile(file, content.data(), static_cast<DWORD>(content.size()), &written, nullptr) ||
+        !FlushFileBuffers(file))
+        return GetLastError();
+    return written == content.size() ? ERROR_SUCCESS : ERROR_DISK_FULL;
+}
+
+/// Closes the file.
+DWORD FillNeighbour(UniqueFile file, const std::string& content, const std::wstring& path) {
+    CopyAccessRights(path, file.Get());
+    return Write(file.Get(), content);
+}
+
+void CheckReadable(const std::wstring& path) {
+    if (!LoadXml(*CreateXmlDocument().Get(), path))
+        ThrowIfFailed(E_FAIL);
+}
+
+/// The error code, or ERROR_SUCCESS. The file is as it was after an error.
+DWORD SaveByReplacing(IXMLDOMDocument& document, const std::wstring& path) {
+    const std::string content = XmlContent(document);
+    const std::wstring neighbour = NeighbourOf(path);
+    UniqueFile file;
+    DWORD error = Open(neighbour, GENERIC_WRITE | WRITE_DAC, FILE_SHARE_READ, CREATE_NEW,
+                       FILE_FLAG_OPEN_REPARSE_POINT, file);
+    if (error != ERROR_SUCCESS)
+        return error;
+    const Remover remover(neighbour);
+    error = FillNeighbour(std::move(file), content, path);
+    if (error != ERROR_SUCCESS)
+        return error;
+    CheckReadable(neighbour);
+    return RetryWhileInUse([&] { return Replace(path, neighbour); });
 }
 
 } // namespace
 
 bool LoadWholeFile(IXMLDOMDocument& document, const std::wstring& path) {
-    // While this is open nobody writes or replaces the file. Where it cannot be opened, neither can it be
-    // loaded.
+    if (LoadXml(document, path))
+        return true;
+    // While this is open nobody writes the file. Where it cannot be opened, neither can it be loaded.
     UniqueFile held;
-    RetryWhileInUse([&] { return Open(path, GENERIC_READ, FILE_SHARE_READ, OPEN_EXISTING, held); });
+    RetryWhileInUse([&] {
+        return Open(path, GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_DELETE, OPEN_EXISTING, 0, held);
+    });
     return LoadXml(document, path);
 }
 
@@ -149,19 +192,13 @@ void SaveWholeFile(IXMLDOMDocument& document, const std::wstring& path) {
     if (IsReadOnly(path))
         ThrowIfFailed(E_ACCESSDENIED);
     RemoveLeftOvers(path);
-    const std::wstring neighbour = NeighbourOf(path);
-    const Remover remover(neighbour);
-    const DWORD error = CreationError(neighbour);
-    if (error == ERROR_ACCESS_DENIED) {
-        // Who may write the file but make no other beside it can only write the file itself.
+    const DWORD error = SaveByReplacing(document, path);
+    // Who may write the file but neither make another beside it nor replace it can only write the file
+    // itself.
+    if (IsDenied(error) && WritingError(path) == ERROR_SUCCESS)
         SaveXml(document, path);
-        return;
-    }
-    ThrowIfFailed(HRESULT_FROM_WIN32(error));
-    SaveXml(document, neighbour);
-    CheckReadable(neighbour);
-    CopyAccessRights(path, neighbour);
-    ThrowIfFailed(HRESULT_FROM_WIN32(RetryWhileInUse([&] { return Replace(path, neighbour); })));
+    else
+        ThrowIfFailed(HRESULT_FROM_WIN32(error));
 }
 
 } // namespace Zuvan::Lumeq::Core::Utils

@@ -108,6 +108,18 @@ void SaveXml(IXMLDOMDocument& document, const std::wstring& path) {
     ThrowIfFailed(document.save(_variant_t(path.c_str())));
 }
 
+std::string XmlContent(IXMLDOMDocument& document) {
+    ComPtr<IStream> stream;
+    ThrowIfFailed(CreateStreamOnHGlobal(nullptr, TRUE, &stream));
+    ThrowIfFailed(document.save(_variant_t(stream.Get())));
+    STATSTG statistics{};
+    ThrowIfFailed(stream->Stat(&statistics, STATFLAG_NONAME));
+    std::string content(static_cast<std::size_t>(statistics.cbSize.QuadPart), '\0');
+    ThrowIfFailed(stream->Seek({}, STREAM_SEEK_SET, nullptr));
+    ThrowIfFailed(stream->Read(content.data(), static_cast<ULONG>(content.size()), nullptr));
+    return content;
+}
+
 XmlElementPointer RootElement(IXMLDOMDocument& document) {
     XmlElementPointer root;
     ThrowIfFailed(document.get_documentElement(&root));

@@ -31,6 +31,9 @@ void DropForeignEncoding(IXMLDOMDocument& document);
 /// Writes straight to the file.
 void SaveXml(IXMLDOMDocument& document, const std::wstring& path);
 
+/// What SaveXml would write.
+std::string XmlContent(IXMLDOMDocument& document);
+
 /// Null if the document is empty.
 XmlElementPointer RootElement(IXMLDOMDocument& document);
 std::wstring TagName(IXMLDOMElement& element);

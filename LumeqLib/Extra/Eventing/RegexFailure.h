@@ -17,7 +17,7 @@ bool MatchOrReport(const wchar_t* paramName, const std::wstring& text, Match mat
         return match();
     } catch (const std::regex_error& failure) {
         throw Common::ValidationErrorException(
-            paramName, L"Regex exception occurred: " + Common::FromUtf8(failure.what()), text);
+            paramName, L"Regex exception occurred: " + Common::WidenLossy(failure.what()), text);
     }
 }
 

@@ -2,6 +2,7 @@
 
 #include "Common/Exceptions.h"
 #include "support/DebuggerStandIn.h"
+#include "support/ImportedFunction.h"
 #include "support/IsolatedMachine.h"
 
 #include <gtest/gtest.h>
@@ -147,6 +148,17 @@ TEST_F(FactoryPath, PlainNameComesSecond) {
 TEST_F(FactoryPath, NoFactoryFileIsAFailure) {
     EXPECT_EQ(FailureOf([] { FindFactorySettingsPath(); }),
               L"No factory settings file found\nPath: \"" + Beside(L"LumeqConfig.xml") + L"\"");
+}
+
+TEST_F(FactoryPath, UnknownExecutableDoesNotMeanTheCurrentFolder) {
+    Write(L".LumeqConfig.xml");
+    Write(L"LumeqConfig.xml");
+    const std::filesystem::path current = std::filesystem::current_path();
+    std::filesystem::current_path(_machine.HostFolder());
+    const Testing::ImportedFunction<decltype(GetModuleFileNameW)> unknown(
+        "kernel32.dll", "GetModuleFileNameW", [](HMODULE, LPWSTR, DWORD) -> DWORD { return 0; });
+    EXPECT_EQ(FailureOf([] { FindFactorySettingsPath(); }), L"No factory settings file found\nPath: \"\"");
+    std::filesystem::current_path(current);
 }
 
 TEST_F(FactoryPath, OverrideIsUsedAloneUnlessBlank) {

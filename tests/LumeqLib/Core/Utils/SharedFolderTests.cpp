@@ -24,9 +24,10 @@ public:
         asked.emplace_back(folder);
         return SharedFolderSystem::FolderExists(folder);
     }
-    bool CreateFolder(const wchar_t* folder) const override {
+    void CreateFolder(const wchar_t* folder) const override {
         created.emplace_back(folder);
-        return _failing != Step::Create && SharedFolderSystem::CreateFolder(folder);
+        if (_failing != Step::Create)
+            SharedFolderSystem::CreateFolder(folder);
     }
     bool AllocateSid(SID_IDENTIFIER_AUTHORITY& authority, BYTE count, DWORD subAuthority,
                      PSID* sid) const override {
@@ -153,8 +154,19 @@ TEST(SharedFolder, FailureOfAnyStepIsIgnored) {
         const std::filesystem::path folder = machine.ProgramData() / std::to_wstring(static_cast<int>(step));
         EXPECT_NO_THROW(EnsureSharedFolder((folder / "file.xml").wstring(), system));
         EXPECT_EQ(std::filesystem::exists(folder), step != Step::Create);
-        EXPECT_EQ(system.secured.size(), step == Step::Security ? 1U : 0U);
+        const bool secures = step == Step::Create || step == Step::Security;
+        EXPECT_EQ(system.secured.size(), secures ? 1U : 0U);
     }
+}
+
+TEST(SharedFolder, RemainingStepsRunAfterAFailedCreation) {
+    const IsolatedMachine machine;
+    const RecordingSystem system(Step::Create);
+    const std::wstring folder = (machine.ProgramData() / "a").wstring();
+    EnsureSharedFolder(folder + L"\\file.xml", system);
+    EXPECT_TRUE(system.sidIsEveryone);
+    EXPECT_EQ(system.secured, std::vector<std::wstring>{folder});
+    EXPECT_FALSE(std::filesystem::exists(folder));
 }
 
 TEST(SharedFolder, PathIsCutAtTheLongestThatTheSystemTakes) {

@@ -1,15 +1,23 @@
 #include "LumeqLib/Core/Utils/WholeFile.h"
 
+#include "Common/SystemHandles.h"
+#include "support/ImportedFunction.h"
 #include "support/IsolatedMachine.h"
 
 #include <gtest/gtest.h>
 
 #include <aclapi.h>
 #include <chrono>
+#include <optional>
+#include <regex>
+#include <sddl.h>
+#include <set>
 #include <thread>
+#include <vector>
 
 namespace Zuvan::Lumeq::Core::Utils {
 
+using Testing::ImportedFunction;
 using Testing::IsolatedMachine;
 using Testing::ReadFile;
 using Testing::WriteFile;
@@ -33,11 +41,7 @@ protected:
     }
 
     std::filesystem::path Path() const { return _machine.ProgramData() / "LumeqLocalSettings.xml"; }
-    std::filesystem::path Neighbour(DWORD process = GetCurrentProcessId()) const {
-        char name[32];
-        std::snprintf(name, sizeof name, "Lumeq%08lx.tmp", process);
-        return _machine.ProgramData() / name;
-    }
+    std::filesystem::path Beside(const char* name) const { return _machine.ProgramData() / name; }
 
     /// What the failed call told, 0 if it did not fail.
     static HRESULT Save(IXMLDOMDocument& document, const std::filesystem::path& path) {
@@ -80,6 +84,96 @@ public:
 private:
     HANDLE _file;
 };
+
+std::wstring AccessRights(const std::filesystem::path& path) {
+    PSECURITY_DESCRIPTOR descriptor = nullptr;
+    wchar_t* text = nullptr;
+    EXPECT_EQ(GetNamedSecurityInfoW(path.c_str(), SE_FILE_OBJECT, DACL_SECURITY_INFORMATION, nullptr, nullptr,
+                                    nullptr, nullptr, &descriptor),
+              static_cast<DWORD>(ERROR_SUCCESS));
+    EXPECT_TRUE(ConvertSecurityDescriptorToStringSecurityDescriptorW(
+        descriptor, SDDL_REVISION_1, DACL_SECURITY_INFORMATION, &text, nullptr));
+    const std::wstring rights = text;
+    LocalFree(text);
+    LocalFree(descriptor);
+    return rights;
+}
+
+void SetAccessRights(const std::filesystem::path& path, const std::wstring& rights) {
+    PSECURITY_DESCRIPTOR descriptor = nullptr;
+    ASSERT_TRUE(ConvertStringSecurityDescriptorToSecurityDescriptorW(rights.c_str(), SDDL_REVISION_1,
+                                                                     &descriptor, nullptr));
+    EXPECT_TRUE(SetFileSecurityW(path.c_str(), DACL_SECURITY_INFORMATION, descriptor));
+    LocalFree(descriptor);
+}
+
+/// Full rights for this user alone.
+std::wstring OwnRights() {
+    Common::UniqueKernelObject token;
+    EXPECT_TRUE(OpenProcessToken(GetCurrentProcess(), TOKEN_QUERY, token.Receive()));
+    alignas(TOKEN_USER) BYTE user[sizeof(TOKEN_USER) + SECURITY_MAX_SID_SIZE];
+    DWORD size = 0;
+    EXPECT_TRUE(GetTokenInformation(token.Get(), TokenUser, user, sizeof user, &size));
+    wchar_t* sid = nullptr;
+    EXPECT_TRUE(ConvertSidToStringSidW(reinterpret_cast<TOKEN_USER*>(user)->User.Sid, &sid));
+    const std::wstring rights = std::wstring(L"D:P(A;;FA;;;") + sid + L")";
+    LocalFree(sid);
+    return rights;
+}
+
+constexpr wchar_t EverybodysRights[] = L"D:P(A;;FA;;;WD)";
+
+/// The calls that make a new file, in order.
+struct MadeFile {
+    std::wstring path;
+    DWORD disposition;
+    DWORD flags;
+};
+std::vector<MadeFile> madeFiles;
+bool mayMakeFiles = true;
+
+HANDLE WINAPI WatchedCreateFile(LPCWSTR path, DWORD access, DWORD sharing, SECURITY_ATTRIBUTES* security,
+                                DWORD disposition, DWORD flags, HANDLE like) {
+    if (disposition != OPEN_EXISTING) {
+        madeFiles.push_back({path, disposition, flags});
+        if (!mayMakeFiles) {
+            SetLastError(ERROR_ACCESS_DENIED);
+            return INVALID_HANDLE_VALUE;
+        }
+    }
+    return Testing::RealFunction<decltype(CreateFileW)>("kernel32.dll", "CreateFileW")(
+        path, access, sharing, security, disposition, flags, like);
+}
+
+/// What each attempt to replace the file is to tell, and how many there were.
+DWORD replacingError = ERROR_ACCESS_DENIED;
+int replacings = 0;
+
+BOOL WINAPI RefusedMove(LPCWSTR, LPCWSTR, DWORD) {
+    ++replacings;
+    SetLastError(replacingError);
+    return FALSE;
+}
+
+/// What was done to the disk, in order.
+std::vector<std::string> diskSteps;
+
+BOOL WINAPI WatchedFlush(HANDLE file) {
+    LARGE_INTEGER size{};
+    GetFileSizeEx(file, &size);
+    diskSteps.push_back(size.QuadPart > 0 ? "flush" : "flush of nothing");
+    return Testing::RealFunction<decltype(FlushFileBuffers)>("kernel32.dll", "FlushFileBuffers")(file);
+}
+
+BOOL WINAPI WatchedMove(LPCWSTR from, LPCWSTR to, DWORD flags) {
+    diskSteps.push_back("move");
+    return Testing::RealFunction<decltype(MoveFileExW)>("kernel32.dll", "MoveFileExW")(from, to, flags);
+}
+
+BOOL WINAPI FailedWrite(HANDLE, LPCVOID, DWORD, LPDWORD, LPOVERLAPPED) {
+    SetLastError(ERROR_DISK_FULL);
+    return FALSE;
+}
 
 void SetWrittenAgo(const std::filesystem::path& path, std::chrono::seconds age) {
     std::filesystem::last_write_time(path, std::filesystem::file_time_type::clock::now() - age);
@@ -145,6 +239,34 @@ TEST_F(WholeFile, LoadingWaitsForAWriter) {
     closing.join();
 }
 
+TEST_F(WholeFile, LoadingDoesNotOpenAFileItselfThatLoadsAtOnce) {
+    static int opened;
+    opened = 0;
+    const ImportedFunction<decltype(CreateFileW)> watched(
+        "kernel32.dll", "CreateFileW",
+        [](LPCWSTR path, DWORD access, DWORD sharing, SECURITY_ATTRIBUTES* security, DWORD disposition,
+           DWORD flags, HANDLE like) {
+            ++opened;
+            EXPECT_EQ(sharing, 5U); // FILE_SHARE_READ | FILE_SHARE_DELETE
+            return Testing::RealFunction<decltype(CreateFileW)>("kernel32.dll", "CreateFileW")(
+                path, access, sharing, security, disposition, flags, like);
+        });
+    EXPECT_TRUE(LoadWholeFile(*CreateXmlDocument().Get(), Path().wstring()));
+    EXPECT_EQ(opened, 0);
+    WriteFile(Path(), "<cut");
+    EXPECT_FALSE(LoadWholeFile(*CreateXmlDocument().Get(), Path().wstring()));
+    EXPECT_EQ(opened, 1);
+}
+
+TEST_F(WholeFile, LoadedFileCanBeWrittenAndReplacedAtOnce) {
+    const XmlDocumentPointer document = CreateXmlDocument();
+    EXPECT_TRUE(LoadWholeFile(*document.Get(), Path().wstring()));
+    const HANDLE writer =
+        CreateFileW(Path().c_str(), GENERIC_WRITE | DELETE, 0, nullptr, OPEN_EXISTING, 0, nullptr);
+    EXPECT_NE(writer, INVALID_HANDLE_VALUE);
+    CloseHandle(writer);
+}
+
 TEST_F(WholeFile, FileThatCouldNotBeReadAgainIsNotPutInPlace) {
     // Without a root.
     EXPECT_LT(Save(*CreateXmlDocument().Get(), Path()), 0);
@@ -158,22 +280,154 @@ TEST_F(WholeFile, MissingFolderIsAFailure) {
 }
 
 TEST_F(WholeFile, FolderThatTakesNoOtherFileHasItsFileWritten) {
-    std::filesystem::create_directory(Neighbour());
+    mayMakeFiles = false;
+    const ImportedFunction<decltype(CreateFileW)> refused("kernel32.dll", "CreateFileW", &WatchedCreateFile);
     EXPECT_EQ(Save(), S_OK);
+    EXPECT_EQ(madeFiles.size(), 1U);
     EXPECT_EQ(Content(), "<New/>");
+    EXPECT_EQ(FileCount(), 1);
+}
+
+TEST_F(WholeFile, FolderThatTakesNoOtherFileRefusesAReadOnlyOne) {
+    mayMakeFiles = false;
+    ASSERT_TRUE(SetFileAttributesW(Path().c_str(), FILE_ATTRIBUTE_READONLY));
+    {
+        const ImportedFunction<decltype(CreateFileW)> refused("kernel32.dll", "CreateFileW",
+                                                              &WatchedCreateFile);
+        EXPECT_EQ(static_cast<unsigned long>(Save()), 0x80070005U);
+    }
+    ExpectUntouched();
+    SetFileAttributesW(Path().c_str(), FILE_ATTRIBUTE_NORMAL);
+}
+
+TEST_F(WholeFile, FileThatMustNotBeReplacedIsWritten) {
+    const ImportedFunction<decltype(MoveFileExW)> refused("kernel32.dll", "MoveFileExW", &RefusedMove);
+    for (const DWORD error : {ERROR_ACCESS_DENIED, ERROR_SHARING_VIOLATION}) {
+        WriteFile(Path(), Before);
+        replacingError = error;
+        replacings = 0;
+        EXPECT_EQ(Save(), S_OK);
+        EXPECT_GT(replacings, 1);
+        EXPECT_EQ(Content(), "<New/>");
+        EXPECT_EQ(FileCount(), 1);
+    }
+}
+
+TEST_F(WholeFile, FileThatCannotBeReplacedForAnotherReasonIsKept) {
+    {
+        const ImportedFunction<decltype(MoveFileExW)> failing("kernel32.dll", "MoveFileExW", &RefusedMove);
+        replacingError = ERROR_NOT_SAME_DEVICE;
+        EXPECT_EQ(static_cast<unsigned long>(Save()), 0x80070011U);
+        EXPECT_EQ(replacings, 1);
+    }
+    ExpectUntouched();
+}
+
+TEST_F(WholeFile, FullDiskKeepsTheFile) {
+    {
+        const ImportedFunction<decltype(::WriteFile)> full("kernel32.dll", "WriteFile", &FailedWrite);
+        EXPECT_EQ(static_cast<unsigned long>(Save()), 0x80070070U);
+    }
+    ExpectUntouched();
+}
+
+TEST_F(WholeFile, IsOnTheDiskBeforeItTakesThePlace) {
+    const ImportedFunction<decltype(FlushFileBuffers)> flush("kernel32.dll", "FlushFileBuffers",
+                                                             &WatchedFlush);
+    const ImportedFunction<decltype(MoveFileExW)> move("kernel32.dll", "MoveFileExW", &WatchedMove);
+    EXPECT_EQ(Save(), S_OK);
+    EXPECT_EQ(diskSteps, (std::vector<std::string>{"flush", "move"}));
+}
+
+TEST_F(WholeFile, NeighbourIsNewAndItsNameIsNotKnownInAdvance) {
+    const ImportedFunction<decltype(CreateFileW)> watched("kernel32.dll", "CreateFileW", &WatchedCreateFile);
+    EXPECT_EQ(Save(), S_OK);
+    EXPECT_EQ(Save(), S_OK);
+    ASSERT_EQ(madeFiles.size(), 2U);
+    const std::wregex name(LR"(Lumeq[0-9A-F]{8}-[0-9A-F]{4}\.tmp)");
+    for (const MadeFile& made : madeFiles) {
+        EXPECT_EQ(std::filesystem::path(made.path).parent_path(), _machine.ProgramData());
+        EXPECT_TRUE(std::regex_match(std::filesystem::path(made.path).filename().wstring(), name));
+        EXPECT_EQ(made.disposition, 1U);    // CREATE_NEW
+        EXPECT_EQ(made.flags, 0x00200000U); // FILE_FLAG_OPEN_REPARSE_POINT
+    }
+    EXPECT_NE(madeFiles[0].path, madeFiles[1].path);
+}
+
+TEST_F(WholeFile, KeepsTheAccessRightsOfTheFile) {
+    // More than a new file is given, and less.
+    std::set<std::wstring> kept;
+    for (const std::wstring& rights : {std::wstring(EverybodysRights), OwnRights()}) {
+        WriteFile(Path(), Before);
+        SetAccessRights(Path(), rights);
+        const std::wstring before = AccessRights(Path());
+        EXPECT_EQ(Save(), S_OK);
+        EXPECT_EQ(Content(), "<New/>");
+        EXPECT_EQ(AccessRights(Path()), before);
+        kept.insert(before);
+    }
+    EXPECT_EQ(kept.size(), 2U);
+}
+
+TEST_F(WholeFile, NeighbourThatSomebodyElseMadeIsNotTouched) {
+    static std::filesystem::path other;
+    static std::filesystem::path planted;
+    other = _machine.HostFolder() / "other.txt";
+    WriteFile(other, "other");
+    SetAccessRights(other, OwnRights());
+    SetAccessRights(Path(), EverybodysRights);
+    const std::wstring before = AccessRights(other);
+    ASSERT_NE(before, AccessRights(Path()));
+    {
+        // Somebody finds out the name and is faster.
+        const ImportedFunction<decltype(CreateFileW)> planting(
+            "kernel32.dll", "CreateFileW",
+            [](LPCWSTR path, DWORD access, DWORD sharing, SECURITY_ATTRIBUTES* security, DWORD disposition,
+               DWORD flags, HANDLE like) {
+                if (disposition != OPEN_EXISTING) {
+                    planted = path;
+                    EXPECT_TRUE(CreateHardLinkW(path, other.c_str(), nullptr));
+                }
+                return Testing::RealFunction<decltype(CreateFileW)>("kernel32.dll", "CreateFileW")(
+                    path, access, sharing, security, disposition, flags, like);
+            });
+        EXPECT_EQ(static_cast<unsigned long>(Save()), 0x80070050U);
+    }
+    EXPECT_EQ(ReadFile(Path()), Before);
+    EXPECT_EQ(ReadFile(planted), "other");
+    EXPECT_EQ(AccessRights(other), before);
 }
 
 TEST_F(WholeFile, LeftOversOfDeadProcessesAreRemoved) {
-    WriteFile(Neighbour(0xdead), "<cut");
-    SetWrittenAgo(Neighbour(0xdead), std::chrono::minutes(2));
+    WriteFile(Beside("Lumeq0123ABCD-89EF.tmp"), "<cut");
+    SetWrittenAgo(Beside("Lumeq0123ABCD-89EF.tmp"), std::chrono::minutes(2));
     EXPECT_EQ(Save(), S_OK);
     EXPECT_EQ(FileCount(), 1);
 }
 
 TEST_F(WholeFile, NeighbourOfALivingProcessStays) {
-    WriteFile(Neighbour(0xbeef), "<New");
+    WriteFile(Beside("Lumeq0123ABCD-89EF.tmp"), "<New");
     EXPECT_EQ(Save(), S_OK);
-    EXPECT_EQ(ReadFile(Neighbour(0xbeef)), "<New");
+    EXPECT_EQ(ReadFile(Beside("Lumeq0123ABCD-89EF.tmp")), "<New");
+}
+
+TEST_F(WholeFile, OldFilesOfForeignNamesStay) {
+    const std::vector<const char*> names = {"Lumeq.tmp",
+                                            "Lumeq0123ABC-89EF.tmp",
+                                            "Lumeq0123ABCDE-89EF.tmp",
+                                            "Lumeq0123ABCDx89EF.tmp",
+                                            "LumeqSettings-copy.tmp",
+                                            "Lumeq0123ABCG-89EF.tmp",
+                                            "Lumeq0123ABCD-89EF.tmp.bak",
+                                            "aLumeq0123ABCD-89EF.tmp",
+                                            "LumeqLocalSettings.tmp"};
+    for (const char* name : names) {
+        WriteFile(Beside(name), "mine");
+        SetWrittenAgo(Beside(name), std::chrono::hours(48));
+    }
+    EXPECT_EQ(Save(), S_OK);
+    for (const char* name : names)
+        EXPECT_EQ(ReadFile(Beside(name)), "mine") << name;
 }
 
 TEST_F(WholeFile, LongestPathCanStillBeSaved) {

@@ -8,8 +8,10 @@
 #include <Lumeq/LumeqRecords.h>
 
 #include <gtest/gtest.h>
+#include <locale>
 #include <map>
 #include <memory>
+#include <regex>
 #include <string>
 
 namespace Zuvan::Lumeq::Extra::Eventing {
@@ -67,6 +69,43 @@ struct SettableClock {
     static inline std::uint64_t now = 0;
     static std::uint64_t Read() { return now; }
 };
+
+class FailingRegexError : public std::regex_error {
+public:
+    FailingRegexError() : std::regex_error(std::regex_constants::error_complexity) {}
+    const char* what() const noexcept override { return "engine failed"; }
+};
+
+template <class Char>
+class FailingCharacters : public std::ctype<Char> {
+protected:
+    char do_narrow(Char, char) const override { throw FailingRegexError(); }
+    const Char* do_narrow(const Char*, const Char*, char, char*) const override { throw FailingRegexError(); }
+};
+
+/// While it lives, each pattern that is compiled fails with std::regex_error "engine failed": the engine
+/// reads a pattern through the global locale.
+class FailingRegexEngine {
+public:
+    FailingRegexEngine()
+        : _before(std::locale::global(std::locale(std::locale(std::locale(), new FailingCharacters<char>),
+                                                  new FailingCharacters<wchar_t>))) {}
+    ~FailingRegexEngine() { std::locale::global(_before); }
+    FailingRegexEngine(const FailingRegexEngine&) = delete;
+    FailingRegexEngine& operator=(const FailingRegexEngine&) = delete;
+
+private:
+    std::locale _before;
+};
+
+/// FullMessage() of what a check reports whose engine fails at its first use.
+template <class Check>
+std::wstring EngineFailureOf(Check check) {
+    return FullMessageOf<Common::ValidationErrorException>([&check] {
+        const FailingRegexEngine failing;
+        check();
+    });
+}
 
 /// Details with the fields of a test, which count how many of them are alive.
 class CountedDetails : public EventDetails {

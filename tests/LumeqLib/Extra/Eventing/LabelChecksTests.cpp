@@ -1,8 +1,8 @@
 #include "LumeqLib/Extra/Eventing/LabelChecks.h"
 
 #include "support/SmallStack.h"
+#include "tests/LumeqLib/Extra/Eventing/EventingSupport.h"
 
-#include <gtest/gtest.h>
 #include <stdexcept>
 #include <vector>
 
@@ -151,6 +151,26 @@ TEST(FormMonikerCheck, RefusesWhatIsNoFormMoniker) {
     ExpectRefused(IsValidFormMoniker,
                   {L"", L"x-a_b_report_c/1.0", L"x-a_b_form_/1.0", L"x-a_b_form_c_d_e/1.0",
                    L"x-a_b_Form_c/1.0", L"x-a_b_form_c/1.0\n", L"x-a_b_form_c/a.b"});
+}
+
+TEST(UrlCheck, EngineFailureNamesTheParameterLabel) {
+    EXPECT_EQ(EngineFailureOf([] { IsValidUrl(L"http://a"); }),
+              L"Regex exception occurred: engine failed\nParameter name: label\nActual value was http://a.");
+}
+
+TEST(HyperlinkLabelCheck, EngineFailureNamesTheParameterLabel) {
+    EXPECT_EQ(EngineFailureOf([] { IsValidHyperlinkLabel(L"/S#url_a"); }),
+              L"Regex exception occurred: engine failed\nParameter name: label\nActual value was /S#url_a.");
+}
+
+TEST(ReportMonikerCheck, EngineFailureNamesTheParameterMoniker) {
+    EXPECT_EQ(EngineFailureOf([] { IsValidReportMoniker(L"m"); }),
+              L"Regex exception occurred: engine failed\nParameter name: moniker\nActual value was m.");
+}
+
+TEST(FormMonikerCheck, EngineFailureNamesTheParameterMoniker) {
+    EXPECT_EQ(EngineFailureOf([] { IsValidFormMoniker(L"m"); }),
+              L"Regex exception occurred: engine failed\nParameter name: moniker\nActual value was m.");
 }
 
 TEST(UrlCheck, SurvivesAMillionCharactersOnASmallStack) {

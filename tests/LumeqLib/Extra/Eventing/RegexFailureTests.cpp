@@ -42,6 +42,17 @@ TEST(RegexFailure, EngineTextIsReadAsUtf8) {
               L"Regex exception occurred: pr\u00fc\nParameter name: label\nActual value was x.");
 }
 
+TEST(RegexFailure, EngineTextThatIsNoUtf8IsReadByteByByte) {
+    EXPECT_EQ(FullMessageOf<Common::ValidationErrorException>([] {
+                  MatchOrReport(L"label", L"x", []() -> bool {
+                      throw WordedRegexError("pr\xFC"
+                                             "fen");
+                  });
+              }),
+              L"Regex exception occurred: pr\u00fc"
+              L"fen\nParameter name: label\nActual value was x.");
+}
+
 TEST(RegexFailure, FailureToCompileCounts) {
     std::wstring engineText;
     try {
