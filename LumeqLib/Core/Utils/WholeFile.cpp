@@ -1,6 +1,7 @@
 #include "LumeqLib/Core/Utils/WholeFile.h"
 
 #include "Common/Guid.h"
+#include "Common/Logger.h"
 #include "Common/Pattern.h"
 #include "Common/SystemHandles.h"
 
@@ -85,11 +86,11 @@ bool IsDenied(DWORD error) { return error == ERROR_SHARING_VIOLATION || error ==
 /// or saves it.
 template <class Attempt>
 DWORD RetryWhileInUse(Attempt attempt) {
-    constexpr ULONGLONG LimitMilliseconds = 200;
-    const ULONGLONG start = GetTickCount64();
+    constexpr std::uint32_t LimitMilliseconds = 200;
+    const DWORD start = GetTickCount();
     for (;;) {
         const DWORD error = attempt();
-        if (!IsDenied(error) || GetTickCount64() - start >= LimitMilliseconds)
+        if (!IsDenied(error) || Common::ElapsedTicks(start, GetTickCount()) >= LimitMilliseconds)
             return error;
         Sleep(1);
     }
