@@ -12,9 +12,9 @@ namespace {
 
 // Short enough to fall between two switches to another process more often than not.
 constexpr double BatchMicroseconds = 1'000;
-constexpr int FewestRounds = 7;
-constexpr int MostRounds = 151;
-constexpr double EnoughMicroseconds = 3'000'000;
+constexpr int FewestRounds = 5;
+constexpr int MostRounds = 51;
+constexpr double EnoughMicroseconds = 1'000'000;
 
 double Ticks() {
     LARGE_INTEGER ticks;
