@@ -56,13 +56,19 @@ bool IsFirstUseDeferred() noexcept {
                        [thread](const std::atomic<DWORD>& place) { return place == thread; });
 }
 
+/// Another process may make it at the same time: then making it fails, and it is there all the same.
+bool MakeFolder(const std::wstring& folder) {
+    return PathIsDirectoryW(folder.c_str()) ||
+           SHCreateDirectoryExW(nullptr, folder.c_str(), nullptr) == ERROR_SUCCESS ||
+           PathIsDirectoryW(folder.c_str());
+}
+
 /// False if there is no folder to log in.
 bool FindLogFiles() {
     wchar_t temporary[MAX_PATH + 1] = {};
     GetTempPathW(MAX_PATH + 1, temporary);
     const std::wstring folder = JoinPath(temporary, L"Zuvan\\LUMEQ");
-    if (!PathIsDirectoryW(folder.c_str()) &&
-        SHCreateDirectoryExW(nullptr, folder.c_str(), nullptr) != ERROR_SUCCESS)
+    if (!MakeFolder(folder))
         return false;
     auto paths = std::make_shared<LogPaths>();
     paths->error = JoinPath(folder.c_str(), L"Lumeq.Error.txt");

@@ -13,6 +13,7 @@
 #include <optional>
 #include <regex>
 #include <set>
+#include <shlobj.h>
 #include <shlwapi.h>
 #include <stdexcept>
 #include <thread>
@@ -372,6 +373,20 @@ TEST_F(LoggerTest, WithoutAFolderEachCallTriesAgain) {
     Log(SeverityLevel::ERROR, L"lost too");
     EXPECT_TRUE(IsLogged(SeverityLevel::DEBUG));
     std::filesystem::remove(blocker);
+    Log(SeverityLevel::ERROR, L"written");
+    EXPECT_THAT(LogLines(ErrorFile()), ElementsAre(LoggedLine{"ERROR", "", "written"}));
+}
+
+TEST_F(LoggerTest, FolderThatAnotherProcessMakesMeanwhileLosesNoLine) {
+    machine.WriteFactorySettings();
+    const ImportedFunction<decltype(SHCreateDirectoryExW)> later(
+        "shell32.dll", "SHCreateDirectoryExW",
+        [](HWND window, LPCWSTR path, const SECURITY_ATTRIBUTES* security) -> int {
+            const auto create =
+                Testing::RealFunction<decltype(SHCreateDirectoryExW)>("shell32.dll", "SHCreateDirectoryExW");
+            EXPECT_EQ(create(window, path, security), ERROR_SUCCESS);
+            return create(window, path, security);
+        });
     Log(SeverityLevel::ERROR, L"written");
     EXPECT_THAT(LogLines(ErrorFile()), ElementsAre(LoggedLine{"ERROR", "", "written"}));
 }
