@@ -358,6 +358,24 @@ TEST_F(LoggerTest, PathThatDoesNotFitLosesItsLinesAltogether) {
     EXPECT_THAT(lines, ElementsAre(LoggedLine{"WARNING", "", "x"}));
 }
 
+TEST_F(LoggerTest, LineAndItsEndAreOneWrite) {
+    StartLogging("debug");
+    static std::vector<std::string> writes;
+    const ImportedFunction<int(int, const void*, unsigned)> watched(
+        "msvcrt.dll", "_write", [](int file, const void* content, unsigned size) {
+            writes.emplace_back(static_cast<const char*>(content), size);
+            return Testing::RealFunction<int(int, const void*, unsigned)>("msvcrt.dll",
+                                                                          "_write")(file, content, size);
+        });
+    for (const std::size_t length : {1, 300, 600, 1500, 4095}) {
+        writes.clear();
+        Log(SeverityLevel::ERROR, std::wstring(length, L'a').c_str());
+        ASSERT_EQ(writes.size(), 2U) << "one for each file";
+        EXPECT_EQ(writes[0], writes[1]);
+        EXPECT_THAT(writes[0], EndsWith(" | " + std::string(length, 'a') + "\r\n"));
+    }
+}
+
 TEST_F(LoggerTest, FileThatCannotBeOpenedLosesItsLineAlone) {
     StartLogging("debug");
     std::filesystem::create_directories(ErrorFile());
