@@ -35,6 +35,17 @@ std::size_t CountThreads() {
     return count;
 }
 
+/// The next one that is taken is the first that is free.
+std::size_t CountSlots() {
+    const DWORD plain = TlsAlloc();
+    const DWORD withCallback = FlsAlloc(nullptr);
+    if (plain == TLS_OUT_OF_INDEXES || withCallback == FLS_OUT_OF_INDEXES)
+        throw std::runtime_error("no thread-local storage is left");
+    TlsFree(plain);
+    FlsFree(withCallback);
+    return std::size_t{plain} + withCallback;
+}
+
 std::size_t CountBytes() {
     PROCESS_MEMORY_COUNTERS memory{};
     if (!GetProcessMemoryInfo(GetCurrentProcess(), &memory, sizeof memory))
@@ -44,6 +55,6 @@ std::size_t CountBytes() {
 
 } // namespace
 
-ProcessCounts CountThisProcess() { return {CountHandles(), CountThreads(), CountBytes()}; }
+ProcessCounts CountThisProcess() { return {CountHandles(), CountThreads(), CountSlots(), CountBytes()}; }
 
 } // namespace SampleHost

@@ -82,7 +82,10 @@ Step ReadMeasurement(const Json& json) {
         throw BadLine("true is wanted");
     return [](Session& session) {
         const ProcessCounts counts = CountThisProcess();
-        session.Print({{"handles", counts.handles}, {"threads", counts.threads}, {"bytes", counts.bytes}});
+        session.Print({{"handles", counts.handles},
+                       {"threads", counts.threads},
+                       {"slots", counts.slots},
+                       {"bytes", counts.bytes}});
     };
 }
 
