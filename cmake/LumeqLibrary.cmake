@@ -10,7 +10,8 @@ target_include_directories(
 target_link_libraries(Lumeq PRIVATE lumeq_options lumeq_system)
 if(MINGW)
   # What the runtime libraries of this toolchain would do to a host's process beyond what they are asked for.
-  target_sources(Lumeq PRIVATE LumeqApi/Runtime/StackGuard.cpp LumeqApi/Runtime/Threads.cpp)
+  target_sources(Lumeq PRIVATE LumeqApi/Runtime/EmergencyMemory.cpp LumeqApi/Runtime/StackGuard.cpp
+                               LumeqApi/Runtime/Threads.cpp)
 endif()
 
 if(MSVC)
