@@ -1,5 +1,5 @@
-// The C++ library keeps memory aside for exceptions that are thrown when there is none, from its loading on, and
-// does not give it back by itself when a host lets this library go.
+// The C++ library keeps memory aside for exceptions that are thrown when there is none, from its loading on,
+// and does not give it back by itself when a host lets this library go.
 
 namespace __gnu_cxx {
 void __freeres();

@@ -19,8 +19,8 @@ THREAD = re.compile(r"^\S+ \w+ *0x([0-9a-f]{8}) \| ", re.MULTILINE)
 CRASH = LogLine("ERROR", API + "StartupEx",
                 "OptinBeforePause exists and it shouldn't that means there was a CRASH!!")
 NO_PROJECT = LogLine("WARNING", "", "Project ID is empty. Ensure *LumeqConfig.xml is in path!")
-METHODS = ("unknown", "already_on_network", "auto_wireless_connect", "ethernet", "frontpanel_setup_of_wireless", "later",
-           "press_wireless_button", "usb", "usb_plus_wifi")
+METHODS = ("unknown", "already_on_network", "auto_wireless_connect", "ethernet", "frontpanel_setup_of_wireless",
+           "later", "press_wireless_button", "usb", "usb_plus_wifi")
 
 
 @dataclass
@@ -112,7 +112,8 @@ def url(mark: str) -> Step:
 
 
 def document(export: str, action: str, word: str, mark: str) -> Step:
-    arguments = {"orgName": "org", "codeName": "code", f"{word}Name": "name", "version": "1.0", "details": {"mark": mark}}
+    arguments = {"orgName": "org", "codeName": "code", f"{word}Name": "name", "version": "1.0",
+                 "details": {"mark": mark}}
     return posted(call(export, **arguments, globalContext=mark),
                   trace(export, f'orgName: "org", codeName: "code", {word}Name: "name", version: "1.0", '
                         f'details: [1 item(s)], localContext: (null), globalContext: "{mark}"'),
@@ -281,8 +282,9 @@ def round_of(thread: int, number: int, folder: str) -> Iterator[tuple[Step, ...]
     yield (resume(),)
     yield (choose(number % 2 == 0),)
     yield (ask(),)
-    yield (refused(call("ButtonClicked", screenName="Home", controlName=f"a {mark(17)}"),
-                   click_line("ButtonClicked", f"a {mark(17)}"), f'invalid [REQUIRED] controlName arg: "a {mark(17)}"'),)
+    bad = f"a {mark(17)}"
+    yield (refused(call("ButtonClicked", screenName="Home", controlName=bad), click_line("ButtonClicked", bad),
+                   f'invalid [REQUIRED] controlName arg: "{bad}"'),)
 
 
 def shuffled(groups: list[tuple[Step, ...]], chance: random.Random) -> list[Step]:

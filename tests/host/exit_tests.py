@@ -7,7 +7,8 @@ from typing import Iterator
 from basic_road_support import START, BasicRoadTestCase
 from support import Outcome, SessionTestCase, call
 
-# A process that waited for what still goes on would take thirty seconds; the system's default wait for a server as well.
+# A process that waited for what still goes on would take thirty seconds: so long the companion sleeps, and so long
+# the system waits for a server.
 AT_ONCE = 10
 
 SCREEN = call("ScreenDisplayed", screenName="Home")
@@ -46,8 +47,8 @@ class Exit(SessionTestCase):
 
     def test_during_another_threads_call_for_which_others_wait(self):
         waiting = [{"background": [{"sleepMsec": 100}, SCREEN]}] * 3
-        for outcome in self.check_ends(80, {"background": [call("FlushEx", timeoutMsec=1)]}, *waiting, {"sleepMsec": 300},
-                                       companion={"sleepMsec": {"FlushInternal": 30_000}}):
+        for outcome in self.check_ends(80, {"background": [call("FlushEx", timeoutMsec=1)]}, *waiting,
+                                       {"sleepMsec": 300}, companion={"sleepMsec": {"FlushInternal": 30_000}}):
             self.assertEqual(["FlushInternal"], [line["operation"] for line in outcome.companion])
             self.assertEqual([], outcome.host, "no call has returned")
 

@@ -41,8 +41,7 @@ class KilledWriter(SessionTestCase):
         expected = [trace("FlushEx", f"timeoutMsec: {number}") for number in range(count)]
         self.assertEqual([line for line in expected if line in written], written)
         self.assertGreaterEqual(len(written), count - kills)
-        endurance.tell(f"{kills} kills in {of_the_killed} lines; {count - len(written)} of {count} lines of the other host "
-                       "were lost")
+        endurance.tell(f"{kills} kills in {of_the_killed} lines; the other host lost {count - len(written)} of {count}")
 
 
 if __name__ == "__main__":
