@@ -43,7 +43,6 @@ void __stack_chk_fail() {
     __asm__ volatile("int $0x29" : : "c"(StackCookieCheckFailure));
     __builtin_unreachable();
 }
-[[noreturn]] void __chk_fail();
 void __chk_fail() { __stack_chk_fail(); }
 
 } // extern "C"
