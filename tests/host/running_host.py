@@ -3,6 +3,7 @@
 import contextlib
 import itertools
 import os
+import shutil
 import signal
 import subprocess
 import tempfile
@@ -57,6 +58,8 @@ class RunningHost:
 
     def kill(self) -> None:
         kill_program(self._script)
+        # There may be a thousand of them.
+        shutil.rmtree(self._machine.host_folder, ignore_errors=True)
 
     def outcome(self) -> Outcome:
         """After its end. With the log as it then is."""
