@@ -56,13 +56,19 @@ bool IsFirstUseDeferred() noexcept {
                        [thread](const std::atomic<DWORD>& place) { return place == thread; });
 }
 
+/// Another process may make it at the same time: then making it fails, and it is there all the same.
+bool MakeFolder(const std::wstring& folder) {
+    return PathIsDirectoryW(folder.c_str()) ||
+           SHCreateDirectoryExW(nullptr, folder.c_str(), nullptr) == ERROR_SUCCESS ||
+           PathIsDirectoryW(folder.c_str());
+}
+
 /// False if there is no folder to log in.
 bool FindLogFiles() {
     wchar_t temporary[MAX_PATH + 1] = {};
     GetTempPathW(MAX_PATH + 1, temporary);
     const std::wstring folder = JoinPath(temporary, L"Zuvan\\LUMEQ");
-    if (!PathIsDirectoryW(folder.c_str()) &&
-        SHCreateDirectoryExW(nullptr, folder.c_str(), nullptr) != ERROR_SUCCESS)
+    if (!MakeFolder(folder))
         return false;
     auto paths = std::make_shared<LogPaths>();
     paths->error = JoinPath(folder.c_str(), L"Lumeq.Error.txt");
@@ -102,11 +108,12 @@ const std::wstring& TargetPath(const LogPaths& paths, SeverityLevel level) {
     }
 }
 
-/// A file that cannot be opened or written loses the line without a word.
+/// The line comes with its end, so that they are one write: who dies between two would leave a line for the
+/// next to continue. A file that cannot be opened or written loses the line without a word.
 void AppendLine(const std::wstring& path, const std::string& line) {
-    std::ofstream file(std::filesystem::path(path), std::ios::out | std::ios::app);
+    std::ofstream file(std::filesystem::path(path), std::ios::out | std::ios::app | std::ios::binary);
     if (file)
-        file << line << std::endl;
+        file << line << std::flush;
 }
 
 void WriteToFiles(const LogPaths& paths, SeverityLevel level, const std::string& line,
@@ -178,7 +185,7 @@ void WriteLogLine(SeverityLevel level, const std::wstring& functionName, const s
     if (!Passes(level))
         return;
     const std::string line =
-        ToUtf8Lossy(LogLine(UtcMilliseconds(), level, GetCurrentThreadId(), functionName, message));
+        ToUtf8Lossy(LogLine(UtcMilliseconds(), level, GetCurrentThreadId(), functionName, message)) + "\r\n";
     const std::shared_ptr<const LogPaths> paths = logPaths;
     // A path that does not fit is empty.
     if (paths && !TargetPath(*paths, level).empty())

@@ -8,6 +8,11 @@ target_include_directories(
   Lumeq INTERFACE $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/include> $<BUILD_INTERFACE:${PROJECT_BINARY_DIR}/include>
                   $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>)
 target_link_libraries(Lumeq PRIVATE lumeq_options lumeq_system)
+if(MINGW)
+  # What the runtime libraries of this toolchain would do to a host's process beyond what they are asked for.
+  target_sources(Lumeq PRIVATE LumeqApi/Runtime/EmergencyMemory.cpp LumeqApi/Runtime/StackGuard.cpp
+                               LumeqApi/Runtime/Threads.cpp)
+endif()
 
 if(MSVC)
   target_link_options(Lumeq PRIVATE /DYNAMICBASE /HIGHENTROPYVA /NXCOMPAT /Brepro)

@@ -90,19 +90,24 @@ class Machine:
     def run(self, host: str, arguments: list[str], conditions: Conditions, output: Path, timeout: float,
             errors: Optional[BinaryIO] = None) -> int:
         """Gives the host's exit code, or 124 if it had to be ended after `timeout` seconds."""
+        process = self.start(host, arguments, conditions, output, errors)
+        try:
+            return process.wait(timeout)
+        except subprocess.TimeoutExpired:
+            stop_wine(self.prefix)
+            process.wait()
+            return 124
+
+    def start(self, host: str, arguments: list[str], conditions: Conditions, output: Path,
+              errors: Optional[BinaryIO] = None) -> subprocess.Popen:
+        """The script that runs the host, and gives its exit code."""
         environment = dict(os.environ, WINEPREFIX=str(self.prefix))
         if conditions.road == "basic":
             environment["LUMEQ_WINE_OVERRIDES"] = "mscoree=d"
         with open(output, "wb") as lines:
-            process = subprocess.Popen(
+            return subprocess.Popen(
                 [ROOT / "tools" / "run-wine", self.host_folder / host, *arguments],
                 cwd=self.host_folder, env=environment, stdin=subprocess.DEVNULL, stdout=lines, stderr=errors)
-            try:
-                return process.wait(timeout)
-            except subprocess.TimeoutExpired:
-                stop_wine(self.prefix)
-                process.wait()
-                return 124
 
     def collect(self, out: Path) -> None:
         transcript = self.host_folder / "LumeqCompanion.jsonl"

@@ -1,5 +1,6 @@
 // lumeq-host FILE: a host application that does what a session file tells it, line by line, and prints what
 // the library gave back. README.md of this folder tells the lines.
+#include "samples/host/Ending.h"
 #include "samples/host/Steps.h"
 
 #include <cstdio>
@@ -8,6 +9,7 @@
 #include <filesystem>
 #include <fstream>
 #include <io.h>
+#include <memory>
 
 namespace SampleHost {
 
@@ -27,12 +29,12 @@ Step ReadLine(const std::string& line) {
 
 /// Each line is played before the next is read.
 void PlaySession(std::istream& file, int& lineNumber) {
-    Session session;
-    session.library.Load();
+    const auto session = std::make_shared<Session>();
+    session->library.Load();
     std::string line;
     for (lineNumber = 1; std::getline(file, line); ++lineNumber)
         if (!IsBlank(line))
-            ReadLine(line)(session);
+            ReadLine(line)(*session);
 }
 
 int Run(const std::filesystem::path& path) {
@@ -45,6 +47,8 @@ int Run(const std::filesystem::path& path) {
     try {
         PlaySession(file, lineNumber);
         return Played;
+    } catch (const SessionEnd& end) {
+        return end.exitCode;
     } catch (const BadLine& problem) {
         std::fprintf(stderr, "lumeq-host: line %d: %s\n", lineNumber, problem.what());
         return BadSession;

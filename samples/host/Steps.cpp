@@ -1,5 +1,8 @@
 #include "samples/host/Steps.h"
 
+#include "samples/host/Ending.h"
+#include "samples/host/ProcessCounts.h"
+
 #include <chrono>
 #include <cstdio>
 #include <limits>
@@ -65,6 +68,27 @@ Step ReadThreads(const Json& json) {
     };
 }
 
+/// The thread goes on beside what follows. The session, and with it the library, lives until it is done.
+Step ReadBackground(const Json& json) {
+    RequireMembers(json, {"background"});
+    return [steps = ReadSteps(json["background"], Place::OtherThread)](Session& session) {
+        std::thread([steps, kept = session.shared_from_this()] { Play(steps, *kept); }).detach();
+    };
+}
+
+Step ReadMeasurement(const Json& json) {
+    RequireMembers(json, {"measure"});
+    if (!ReadFlag(json["measure"]))
+        throw BadLine("true is wanted");
+    return [](Session& session) {
+        const ProcessCounts counts = CountThisProcess();
+        session.Print({{"handles", counts.handles},
+                       {"threads", counts.threads},
+                       {"slots", counts.slots},
+                       {"bytes", counts.bytes}});
+    };
+}
+
 Step ReadLoading(const Json& json, const char* name, Place place) {
     RequireMembers(json, {name});
     if (!ReadFlag(json[name]))
@@ -94,6 +118,12 @@ Step ReadStepAt(const Json& json, Place place) {
         return ReadRepetition(json, place);
     if (json.contains("threads"))
         return ReadThreads(json);
+    if (json.contains("background"))
+        return ReadBackground(json);
+    if (json.contains("measure"))
+        return ReadMeasurement(json);
+    if (json.contains("end"))
+        return ReadEnding(json, place == Place::MainThread);
     for (const char* name : {"load", "unload"})
         if (json.contains(name))
             return ReadLoading(json, name, place);

@@ -6,13 +6,14 @@
 
 #include <functional>
 #include <map>
+#include <memory>
 #include <mutex>
 #include <string>
 
 namespace SampleHost {
 
-/// What the steps of a session share.
-class Session {
+/// What the steps of a session share. Owned by whatever still plays some of them.
+class Session : public std::enable_shared_from_this<Session> {
 public:
     Library library;
 

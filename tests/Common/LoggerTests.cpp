@@ -13,6 +13,7 @@
 #include <optional>
 #include <regex>
 #include <set>
+#include <shlobj.h>
 #include <shlwapi.h>
 #include <stdexcept>
 #include <thread>
@@ -357,6 +358,24 @@ TEST_F(LoggerTest, PathThatDoesNotFitLosesItsLinesAltogether) {
     EXPECT_THAT(lines, ElementsAre(LoggedLine{"WARNING", "", "x"}));
 }
 
+TEST_F(LoggerTest, LineAndItsEndAreOneWrite) {
+    StartLogging("debug");
+    static std::vector<std::string> writes;
+    const ImportedFunction<int(int, const void*, unsigned)> watched(
+        "msvcrt.dll", "_write", [](int file, const void* content, unsigned size) {
+            writes.emplace_back(static_cast<const char*>(content), size);
+            return Testing::RealFunction<int(int, const void*, unsigned)>("msvcrt.dll",
+                                                                          "_write")(file, content, size);
+        });
+    for (const std::size_t length : {1, 300, 600, 1500, 4095}) {
+        writes.clear();
+        Log(SeverityLevel::ERROR, std::wstring(length, L'a').c_str());
+        ASSERT_EQ(writes.size(), 2U) << "one for each file";
+        EXPECT_EQ(writes[0], writes[1]);
+        EXPECT_THAT(writes[0], EndsWith(" | " + std::string(length, 'a') + "\r\n"));
+    }
+}
+
 TEST_F(LoggerTest, FileThatCannotBeOpenedLosesItsLineAlone) {
     StartLogging("debug");
     std::filesystem::create_directories(ErrorFile());
@@ -372,6 +391,20 @@ TEST_F(LoggerTest, WithoutAFolderEachCallTriesAgain) {
     Log(SeverityLevel::ERROR, L"lost too");
     EXPECT_TRUE(IsLogged(SeverityLevel::DEBUG));
     std::filesystem::remove(blocker);
+    Log(SeverityLevel::ERROR, L"written");
+    EXPECT_THAT(LogLines(ErrorFile()), ElementsAre(LoggedLine{"ERROR", "", "written"}));
+}
+
+TEST_F(LoggerTest, FolderThatAnotherProcessMakesMeanwhileLosesNoLine) {
+    machine.WriteFactorySettings();
+    const ImportedFunction<decltype(SHCreateDirectoryExW)> later(
+        "shell32.dll", "SHCreateDirectoryExW",
+        [](HWND window, LPCWSTR path, const SECURITY_ATTRIBUTES* security) -> int {
+            const auto create =
+                Testing::RealFunction<decltype(SHCreateDirectoryExW)>("shell32.dll", "SHCreateDirectoryExW");
+            EXPECT_EQ(create(window, path, security), ERROR_SUCCESS);
+            return create(window, path, security);
+        });
     Log(SeverityLevel::ERROR, L"written");
     EXPECT_THAT(LogLines(ErrorFile()), ElementsAre(LoggedLine{"ERROR", "", "written"}));
 }

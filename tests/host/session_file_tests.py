@@ -75,6 +75,15 @@ class BadLines(unittest.TestCase):
         self.assert_bad('{"threads": [[{"unload": true}]]}', "a thread cannot load or unload the library")
         self.assert_bad('{"times": 2}', '"times" and "calls" go together')
         self.assert_bad('{"unload": false}', "true is wanted")
+        self.assert_bad('{"background": [{"unload": true}]}', "a thread cannot load or unload the library")
+        self.assert_bad('{"measure": false}', "true is wanted")
+
+    def test_bad_ending(self):
+        self.assert_bad('{"end": "return"}', '"end" and "code" go together')
+        self.assert_bad('{"end": "leave", "code": 1}', '"end": no such way')
+        self.assert_bad('{"end": "exit", "code": 256}', "a number from 0 to 255 is wanted")
+        self.assert_bad('{"threads": [[{"end": "return", "code": 1}]]}',
+                        "only the main thread can return from the main function")
 
 
 class Texts(SessionTestCase):

@@ -132,6 +132,7 @@ class SessionTestCase(unittest.TestCase):
     """Its sessions share a machine, cleared in between; one with a registry value of its own has its own."""
 
     maxDiff = None
+    host_seconds: float = HOST_SECONDS
 
     @classmethod
     def setUpClass(cls):
@@ -171,7 +172,7 @@ class SessionTestCase(unittest.TestCase):
                     its_machine = stack.enter_context(session_player.machine(BUILD))
                 its_machine.clear()
                 status = session_player.play_on(its_machine, file("session.jsonl", session), out, its_conditions,
-                                                BUILD, HOST_SECONDS, errors)
+                                                BUILD, self.host_seconds, errors)
                 errors.seek(0)
                 return Outcome(status, errors.read().decode("utf-8", "replace"), out)
 

@@ -15,12 +15,12 @@ namespace {
 
 constexpr wchar_t UserOptInKey[] = L"UserOptIn";
 
-/// Writes the line of an operation, then fails if that is what the script wants.
+/// Writes the line of an operation, then does what the script wants of it.
 void Begin(const std::wstring& operation, const Members& members = {}) {
     Members line{{L"operation", JsonText(operation)}};
     line.insert(line.end(), members.begin(), members.end());
     Write(line);
-    RaiseIfScripted(std::string(operation.begin(), operation.end()));
+    FollowScript(std::string(operation.begin(), operation.end()));
 }
 
 } // namespace

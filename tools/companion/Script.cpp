@@ -16,14 +16,18 @@ namespace Companion {
 
 namespace {
 
-/// Operation to kind of failure.
-using Failures = std::map<std::string, std::string>;
+struct Operations {
+    std::map<std::string, std::string> failures; ///< Name to kind of failure.
+    std::map<std::string, DWORD> milliseconds;   ///< Name to how long it sleeps.
+};
 
-Failures ReadScript() {
+Operations ReadScript() {
     std::ifstream file(BesideExecutable(L"LumeqCompanion.json"), std::ios::binary);
     if (!file)
         return {};
-    return nlohmann::json::parse(file).value("raise", Failures());
+    const auto script = nlohmann::json::parse(file);
+    return {script.value("raise", decltype(Operations::failures)()),
+            script.value("sleepMsec", decltype(Operations::milliseconds)())};
 }
 
 [[noreturn]] void Raise(const std::string& kind, const std::string& operation) {
@@ -41,9 +45,11 @@ Failures ReadScript() {
 
 } // namespace
 
-void RaiseIfScripted(const std::string& operation) {
-    static const Failures failures = ReadScript();
-    if (const auto found = failures.find(operation); found != failures.end())
+void FollowScript(const std::string& operation) {
+    static const Operations scripted = ReadScript();
+    if (const auto found = scripted.milliseconds.find(operation); found != scripted.milliseconds.end())
+        Sleep(found->second);
+    if (const auto found = scripted.failures.find(operation); found != scripted.failures.end())
         Raise(found->second, operation);
 }
 

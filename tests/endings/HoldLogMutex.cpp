@@ -1,0 +1,34 @@
+// Another program that takes the log's mutex and keeps it.
+//   lumeq-hold-log-mutex MSEC
+// Takes it when a line comes in, tells "held" and then the time of day, keeps it for so long, and tells
+// "released" and the time. Times are in milliseconds since midnight, UTC.
+#include <windows.h>
+
+#include <cstdio>
+#include <cstdlib>
+
+namespace {
+
+void Tell(const char* what) {
+    SYSTEMTIME now{};
+    GetSystemTime(&now);
+    std::printf("%s %d\n", what,
+                ((now.wHour * 60 + now.wMinute) * 60 + now.wSecond) * 1000 + now.wMilliseconds);
+    std::fflush(stdout);
+}
+
+} // namespace
+
+int main(int count, char** arguments) {
+    if (count != 2)
+        return 1;
+    std::getchar();
+    const HANDLE mutex = CreateMutexW(nullptr, FALSE, L"Global\\LumeqLoggingMutex");
+    if (WaitForSingleObject(mutex, INFINITE) == WAIT_FAILED)
+        return 2;
+    Tell("held");
+    Sleep(static_cast<DWORD>(std::atoi(arguments[1])));
+    Tell("released");
+    ReleaseMutex(mutex);
+    return 0;
+}

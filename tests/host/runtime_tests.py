@@ -1,0 +1,38 @@
+"""What stands in the place of the toolchain's runtime libraries, in programs of its own."""
+
+import unittest
+
+from running_host import program
+from support import SessionTestCase
+
+
+class Runtime(SessionTestCase):
+    def run_program(self, name: str, *arguments: str) -> tuple[int, list[str]]:
+        """Exit code, and what it printed."""
+        with program(self.machine, name, *arguments) as script:
+            lines = script.stdout.read().splitlines()
+            return script.wait(self.host_seconds), lines
+
+    def test_overrun_buffer_ends_the_process_at_once(self):
+        self.assertEqual((0, ["abcdefg", "returned"]), self.run_program("lumeq-overrun-buffer.exe", "abcdefg"))
+        # Of the system's code for it, 0xC0000409, the last byte arrives here.
+        status, lines = self.run_program("lumeq-overrun-buffer.exe", "a" * 64)
+        self.assertEqual(9, status)
+        self.assertNotIn("returned", lines)
+
+    def test_threads_are_given_what_they_ask_for(self):
+        self.assertEqual((0, [
+            "routines that are to run once: 1",
+            "threads for which it was done before they went on: 8",
+            "attempts until the first that does not throw: 4",
+            "threads that were told: 3",
+            "additions under a mutex: 80000",
+            "constructions of a static variable: 1",
+            "threads that saw it whole: 8",
+            "threads with a value of their own and the last error untouched: 8",
+            "values destroyed at their thread's end: 8",
+        ]), self.run_program("lumeq-thread-runtime.exe"))
+
+
+if __name__ == "__main__":
+    unittest.main()
