@@ -357,6 +357,20 @@ TEST_F(LoggerTest, PathThatDoesNotFitLosesItsLinesAltogether) {
     EXPECT_THAT(lines, ElementsAre(LoggedLine{"WARNING", "", "x"}));
 }
 
+TEST_F(LoggerTest, TemporaryFolderThatDoesNotFitIsNotTakenForTheCurrentOne) {
+    machine.WriteFactorySettings();
+    const std::wstring folder = machine.TemporaryFolder().wstring() + L"\\" + std::wstring(150, L't') +
+                                L"\\" + std::wstring(150, L'u');
+    SetEnvironmentVariableW(L"TMP", folder.c_str());
+    const std::filesystem::path inCurrentFolder = machine.HostFolder() / "Zuvan" / "LUMEQ";
+    std::filesystem::create_directories(inCurrentFolder);
+    const std::filesystem::path current = std::filesystem::current_path();
+    std::filesystem::current_path(machine.HostFolder());
+    Log(SeverityLevel::ERROR, L"lost");
+    std::filesystem::current_path(current);
+    EXPECT_TRUE(std::filesystem::is_empty(inCurrentFolder));
+}
+
 TEST_F(LoggerTest, FileThatCannotBeOpenedLosesItsLineAlone) {
     StartLogging("debug");
     std::filesystem::create_directories(ErrorFile());
