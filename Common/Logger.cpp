@@ -17,6 +17,7 @@
 #include <memory>
 #include <shlobj.h>
 #include <shlwapi.h>
+#include <system_error>
 
 namespace Zuvan::Lumeq::Common {
 
@@ -105,11 +106,19 @@ const std::wstring& TargetPath(const LogPaths& paths, SeverityLevel level) {
     }
 }
 
-/// A file that cannot be opened or written loses the line without a word.
-void AppendLine(const std::wstring& path, const std::string& line) {
-    std::ofstream file(std::filesystem::path(path), std::ios::out | std::ios::app);
-    if (file)
-        file << line << std::endl;
+/// A file that cannot be opened or written loses the line without a word, and all of it: what a full disk
+/// still took of it would spoil the next one.
+void AppendLine(const std::filesystem::path& path, const std::string& line) {
+    std::ofstream file(path, std::ios::out | std::ios::app | std::ios::ate);
+    if (!file)
+        return;
+    const std::streamoff size = file.tellp();
+    if (file << line << std::endl)
+        return;
+    file.close();
+    std::error_code ignored;
+    if (size >= 0)
+        std::filesystem::resize_file(path, static_cast<std::uintmax_t>(size), ignored);
 }
 
 void WriteToFiles(const LogPaths& paths, SeverityLevel level, const std::string& line,
