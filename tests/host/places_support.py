@@ -107,10 +107,11 @@ class PlacedTestCase(SessionTestCase):
         return self.play_to_end(*steps, **circumstances)
 
     @contextlib.contextmanager
-    def live(self, conditions: Conditions) -> Iterator[LiveSession]:
-        """Where the machine is, and set up afresh."""
-        self.machine.clear()
-        self.machine.set_up(conditions, BUILD)
+    def live(self, conditions: Conditions, set_up: bool = True) -> Iterator[LiveSession]:
+        """Where the machine is, and set up afresh unless that has been done."""
+        if set_up:
+            self.machine.clear()
+            self.machine.set_up(conditions, BUILD)
         with LiveSession(self.machine, conditions, self.machine.places.host_name) as session:
             yield session
         self.assertEqual(0, session.outcome.status)
