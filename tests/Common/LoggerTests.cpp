@@ -9,6 +9,7 @@
 
 #include <gmock/gmock.h>
 
+#include <cerrno>
 #include <future>
 #include <optional>
 #include <regex>
@@ -376,6 +377,25 @@ TEST_F(LoggerTest, FileThatCannotBeOpenedLosesItsLineAlone) {
     std::filesystem::create_directories(ErrorFile());
     Log(SeverityLevel::ERROR, L"bad");
     EXPECT_THAT(LogLines(machine.LogFile()), ElementsAre(LoggedLine{"ERROR", "", "bad"}));
+}
+
+TEST_F(LoggerTest, LineThatAFullDiskCutsShortIsTakenBack) {
+    using Write = int(int, const void*, unsigned);
+    StartLogging("debug");
+    Log(SeverityLevel::ERROR, L"before");
+    {
+        const ImportedFunction<Write> full(
+            "msvcrt.dll", "_write", [](int file, const void* content, unsigned size) {
+                Testing::RealFunction<Write>("msvcrt.dll", "_write")(file, content, size / 2);
+                errno = ENOSPC;
+                return -1;
+            });
+        Log(SeverityLevel::ERROR, L"lost");
+    }
+    Log(SeverityLevel::ERROR, L"after");
+    for (const auto& file : {ErrorFile(), machine.LogFile()})
+        EXPECT_THAT(LogLines(file),
+                    ElementsAre(LoggedLine{"ERROR", "", "before"}, LoggedLine{"ERROR", "", "after"}));
 }
 
 TEST_F(LoggerTest, WithoutAFolderEachCallTriesAgain) {

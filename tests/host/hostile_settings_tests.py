@@ -9,7 +9,7 @@ from typing import Iterator
 
 from live_session import LiveSession
 from places_support import PlacedTestCase, warning, warnings_of
-from support import LogLine, call, error, record
+from support import call, error, record
 
 from session_player import Conditions
 
@@ -85,8 +85,8 @@ class SettingsFileTestCase(PlacedTestCase):
             session.play(HOME)
             yield session
 
-    def refuse(self, file: Path, contents: dict[str, str], reason: str) -> list[LogLine]:
-        """Each of the contents. Gives the warnings that are due."""
+    def refuse(self, file: Path, contents: dict[str, str], reason: str) -> None:
+        """Each of the contents. The reason has room for its name."""
         due = []
         with self.running() as session:
             good = file.read_bytes()
@@ -98,7 +98,7 @@ class SettingsFileTestCase(PlacedTestCase):
                     session.play(OPT_OUT)
                     self.assertLess(time.monotonic() - started, 10)
                     self.assertEqual(content, file.read_bytes().decode())
-                due += [warning(f"{operation} exception with {reason}")
+                due += [warning(f"{operation} exception with {reason.format(name)}")
                         for operation in ("BasicGetUserOptIn", "BasicDidUserOpted", "BasicSetUserOptIn")]
             self.assertLess(session.peak_memory(), USUAL_MEGABYTES)
             file.write_bytes(good)
@@ -119,9 +119,8 @@ class FactoryFile(SettingsFileTestCase):
         self.refuse(self.file, unreadable(FACTORY), "Error parsing factory settings file")
 
     def test_one_of_another_version_is_refused_with_both(self):
-        for actual in ("4.1", "4", "4.0 ", "v4.0", ""):
-            self.refuse(self.file, {actual: FACTORY.replace("4.0", actual)},
-                        f"Factory settings version mismatch; expected: '4.0', actual: '{actual}'")
+        self.refuse(self.file, {actual: FACTORY.replace("4.0", actual) for actual in ("4.1", "4", "4.0 ", "v4.0", "")},
+                    "Factory settings version mismatch; expected: '4.0', actual: '{}'")
 
     def test_what_refers_to_others_without_a_document_type_is_read_and_nothing_is_fetched(self):
         with unasked_server(self) as server, self.running() as session:
