@@ -17,6 +17,7 @@
 #include <memory>
 #include <shlobj.h>
 #include <shlwapi.h>
+#include <system_error>
 
 namespace Zuvan::Lumeq::Common {
 
@@ -67,6 +68,9 @@ bool MakeFolder(const std::wstring& folder) {
 bool FindLogFiles() {
     wchar_t temporary[MAX_PATH + 1] = {};
     GetTempPathW(MAX_PATH + 1, temporary);
+    // Without that folder the name would mean one in the current folder, which may be anybody's.
+    if (PathIsRelativeW(temporary))
+        return false;
     const std::wstring folder = JoinPath(temporary, L"Zuvan\\LUMEQ");
     if (!MakeFolder(folder))
         return false;
@@ -109,11 +113,19 @@ const std::wstring& TargetPath(const LogPaths& paths, SeverityLevel level) {
 }
 
 /// The line comes with its end, so that they are one write: who dies between two would leave a line for the
-/// next to continue. A file that cannot be opened or written loses the line without a word.
-void AppendLine(const std::wstring& path, const std::string& line) {
-    std::ofstream file(std::filesystem::path(path), std::ios::out | std::ios::app | std::ios::binary);
-    if (file)
-        file << line << std::flush;
+/// next to continue. A file that cannot be opened or written loses the line without a word, and all of it: what
+/// a full disk still took of it would spoil the next one.
+void AppendLine(const std::filesystem::path& path, const std::string& line) {
+    std::ofstream file(path, std::ios::out | std::ios::app | std::ios::ate | std::ios::binary);
+    if (!file)
+        return;
+    const std::streamoff size = file.tellp();
+    if (file << line << std::flush)
+        return;
+    file.close();
+    std::error_code ignored;
+    if (size >= 0)
+        std::filesystem::resize_file(path, static_cast<std::uintmax_t>(size), ignored);
 }
 
 void WriteToFiles(const LogPaths& paths, SeverityLevel level, const std::string& line,

@@ -29,6 +29,13 @@ struct KernelObjectTraits {
 };
 using UniqueKernelObject = UniqueHandle<KernelObjectTraits>;
 
+struct FileTraits {
+    using Value = HANDLE;
+    static Value None() noexcept { return INVALID_HANDLE_VALUE; }
+    static void Close(Value file) noexcept { CloseHandle(file); }
+};
+using UniqueFile = UniqueHandle<FileTraits>;
+
 /// A function of a loaded module under the type it really has, or null.
 template <class Function>
 Function* FindFunction(HMODULE module, const char* name) noexcept {

@@ -49,6 +49,10 @@ class Machine:
     def log_folder(self) -> Optional[Path]:
         return next(self.prefix.glob("drive_c/users/*/**/Temp/Zuvan/LUMEQ"), None)
 
+    def current_folder(self) -> Path:
+        """The host's."""
+        return self.host_folder
+
     def clear(self) -> None:
         """Takes away what an earlier session found and left, but for the registry."""
         for folder in (self.host_folder, self.program_data, self.log_folder()):
@@ -107,7 +111,7 @@ class Machine:
         with open(output, "wb") as lines:
             return subprocess.Popen(
                 [ROOT / "tools" / "run-wine", self.host_folder / host, *arguments],
-                cwd=self.host_folder, env=environment, stdin=subprocess.DEVNULL, stdout=lines, stderr=errors)
+                cwd=self.current_folder(), env=environment, stdin=subprocess.DEVNULL, stdout=lines, stderr=errors)
 
     def collect(self, out: Path) -> None:
         transcript = self.host_folder / "LumeqCompanion.jsonl"

@@ -9,6 +9,7 @@
 
 #include <gmock/gmock.h>
 
+#include <cerrno>
 #include <future>
 #include <optional>
 #include <regex>
@@ -376,11 +377,44 @@ TEST_F(LoggerTest, LineAndItsEndAreOneWrite) {
     }
 }
 
+TEST_F(LoggerTest, TemporaryFolderThatDoesNotFitIsNotTakenForTheCurrentOne) {
+    machine.WriteFactorySettings();
+    const std::wstring folder = machine.TemporaryFolder().wstring() + L"\\" + std::wstring(150, L't') +
+                                L"\\" + std::wstring(150, L'u');
+    SetEnvironmentVariableW(L"TMP", folder.c_str());
+    const std::filesystem::path inCurrentFolder = machine.HostFolder() / "Zuvan" / "LUMEQ";
+    std::filesystem::create_directories(inCurrentFolder);
+    const std::filesystem::path current = std::filesystem::current_path();
+    std::filesystem::current_path(machine.HostFolder());
+    Log(SeverityLevel::ERROR, L"lost");
+    std::filesystem::current_path(current);
+    EXPECT_TRUE(std::filesystem::is_empty(inCurrentFolder));
+}
+
 TEST_F(LoggerTest, FileThatCannotBeOpenedLosesItsLineAlone) {
     StartLogging("debug");
     std::filesystem::create_directories(ErrorFile());
     Log(SeverityLevel::ERROR, L"bad");
     EXPECT_THAT(LogLines(machine.LogFile()), ElementsAre(LoggedLine{"ERROR", "", "bad"}));
+}
+
+TEST_F(LoggerTest, LineThatAFullDiskCutsShortIsTakenBack) {
+    using Write = int(int, const void*, unsigned);
+    StartLogging("debug");
+    Log(SeverityLevel::ERROR, L"before");
+    {
+        const ImportedFunction<Write> full(
+            "msvcrt.dll", "_write", [](int file, const void* content, unsigned size) {
+                Testing::RealFunction<Write>("msvcrt.dll", "_write")(file, content, size / 2);
+                errno = ENOSPC;
+                return -1;
+            });
+        Log(SeverityLevel::ERROR, L"lost");
+    }
+    Log(SeverityLevel::ERROR, L"after");
+    for (const auto& file : {ErrorFile(), machine.LogFile()})
+        EXPECT_THAT(LogLines(file),
+                    ElementsAre(LoggedLine{"ERROR", "", "before"}, LoggedLine{"ERROR", "", "after"}));
 }
 
 TEST_F(LoggerTest, WithoutAFolderEachCallTriesAgain) {

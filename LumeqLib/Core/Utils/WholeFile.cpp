@@ -12,14 +12,9 @@
 
 namespace Zuvan::Lumeq::Core::Utils {
 
-namespace {
+using Common::UniqueFile;
 
-struct FileTraits {
-    using Value = HANDLE;
-    static Value None() noexcept { return INVALID_HANDLE_VALUE; }
-    static void Close(Value file) noexcept { CloseHandle(file); }
-};
-using UniqueFile = Common::UniqueHandle<FileTraits>;
+namespace {
 
 struct FindTraits {
     using Value = HANDLE;

@@ -1,6 +1,7 @@
 #include "LumeqLib/Core/Utils/XmlDocument.h"
 
 #include "Common/Exceptions.h"
+#include "Common/SystemHandles.h"
 #include "Common/Text.h"
 
 namespace Zuvan::Lumeq::Core::Utils {
@@ -24,6 +25,21 @@ void ProhibitDocumentType(IXMLDOMDocument& document) {
     ComPtr<IXMLDOMDocument2> properties;
     if (SUCCEEDED(document.QueryInterface(DomDocument2, reinterpret_cast<void**>(properties.GetAddressOf()))))
         properties->setProperty(ToBstr(L"ProhibitDTD"), _variant_t(true));
+}
+
+/// False if the file cannot be read or is empty.
+bool ReadBytes(const std::wstring& path, _variant_t& bytes) {
+    const Common::UniqueFile file(CreateFileW(path.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_DELETE,
+                                              nullptr, OPEN_EXISTING, 0, nullptr));
+    LARGE_INTEGER size{};
+    if (!file || !GetFileSizeEx(file.Get(), &size) || size.HighPart != 0 || size.LowPart == 0)
+        return false;
+    bytes.parray = SafeArrayCreateVector(VT_UI1, 0, size.LowPart);
+    if (!bytes.parray)
+        ThrowIfFailed(E_OUTOFMEMORY);
+    bytes.vt = VT_ARRAY | VT_UI1;
+    DWORD read = 0;
+    return ReadFile(file.Get(), bytes.parray->pvData, size.LowPart, &read, nullptr) && read == size.LowPart;
 }
 
 bool HasDocumentType(IXMLDOMDocument& document) {
@@ -92,8 +108,13 @@ XmlDocumentPointer CreateXmlDocument() {
 }
 
 bool LoadXml(IXMLDOMDocument& document, const std::wstring& path) {
+    // Given a path, load takes it for a URL, in which "%20" is a blank, and some implementations then need a
+    // time that grows with the square of the file's size.
+    _variant_t bytes;
     VARIANT_BOOL loaded = VARIANT_FALSE;
-    ThrowIfFailed(document.load(_variant_t(path.c_str()), &loaded));
+    if (!ReadBytes(path, bytes))
+        return false;
+    ThrowIfFailed(document.load(bytes, &loaded));
     return loaded != VARIANT_FALSE && !HasDocumentType(document);
 }
 

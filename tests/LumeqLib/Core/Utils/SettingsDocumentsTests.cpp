@@ -147,6 +147,17 @@ TEST_F(SettingsDocuments, OlderRootIsRenamedWithItsChildrenAndAttributes) {
                      "<!--kept--><Empty/></LumeqConfig>");
 }
 
+TEST_F(SettingsDocuments, PathIsNotTakenForAUrl) {
+    const std::filesystem::path folder = _machine.HostFolder();
+    WriteFile(folder / "a b.xml", "<LumeqConfig version=\"4.0\"><ProjectId>blank</ProjectId></LumeqConfig>");
+    for (const wchar_t* name : {L"a%20b.xml", L"a#b.xml", L"a%b.xml"}) {
+        const std::filesystem::path path = folder / name;
+        WriteFile(path, "<LumeqConfig version=\"4.0\"><ProjectId>own</ProjectId></LumeqConfig>");
+        EXPECT_EQ(Value(LoadFactoryDocument(path.wstring()), L"ProjectId"), L"own") << path;
+        EXPECT_EQ(Value(LoadLocalDocument(path.wstring()), L"ProjectId"), L"own") << path;
+    }
+}
+
 TEST_F(SettingsDocuments, LocalFileThatIsEmptyOrCutShortIsAFailure) {
     for (const char* text : {"", " ", "<LumeqConfig version=\"4.0\"><UserOptIn>Tr", "<LumeqConfig"}) {
         Write(text);

@@ -1,0 +1,125 @@
+"""What the tests of odd places have in common: a machine whose folders go elsewhere and get other names."""
+
+import contextlib
+import os
+import shutil
+import subprocess
+from dataclasses import dataclass
+from pathlib import Path
+from typing import BinaryIO, Iterator, Optional
+
+from live_session import LiveSession
+from support import BUILD, ROOT, LogLine, Outcome, SessionTestCase
+
+from session_player import Conditions, Machine
+
+SHELL_FOLDERS = r"HKEY_LOCAL_MACHINE\Software\Microsoft\Windows\CurrentVersion\Explorer" "\\"
+SYSTEM_PATH = r"C:\windows\system32;C:\windows;C:\windows\system32\wbem"
+
+
+@dataclass
+class Places:
+    """As the machine names them, without the drive."""
+
+    host: str = r"\Host"
+    host_name: str = "lumeq-host.exe"
+    temporary: str = r"\Temporary"
+    program_data: str = r"\ProgramData"
+    current: str = ""
+    """The host's current folder, where it is not its own."""
+    path: str = ""
+    """One more folder of the search path, before the system's own."""
+
+
+class PlacedMachine(Machine):
+    """Its host is played where `places` tell."""
+
+    def __init__(self, prefix: Path):
+        super().__init__(prefix)
+        self._written: dict[str, dict[str, str]] = {}
+        self.move(Places())
+
+    def move(self, places: Places) -> None:
+        """For the sessions to come."""
+        self.places = places
+        self.host_folder = self.folder(places.host)
+        self.program_data = self.folder(places.program_data) / "Zuvan"
+        temporary = "C:" + places.temporary
+        path = f"C:{places.path};{SYSTEM_PATH}" if places.path else SYSTEM_PATH
+        data = {"Common AppData": "C:" + places.program_data}
+        self._write({r"HKEY_CURRENT_USER\Environment": {"TMP": temporary, "TEMP": temporary, "PATH": path},
+                     SHELL_FOLDERS + "Shell Folders": data, SHELL_FOLDERS + "User Shell Folders": data})
+
+    def folder(self, place: str) -> Path:
+        """The name on this system, which has none for an unpaired surrogate."""
+        return self.prefix.joinpath("drive_c", *place.encode("utf-8", "replace").decode().split("\\"))
+
+    @property
+    def settings_file(self) -> Path:
+        return self.program_data / "LUMEQ" / "LumeqLocalSettings.xml"
+
+    def log_folder(self) -> Optional[Path]:
+        folder = self.folder(self.places.temporary) / "Zuvan" / "LUMEQ"
+        return folder if folder.is_dir() else None
+
+    def set_up(self, conditions: Conditions, build: Path, host: str = "lumeq-host.exe",
+               companion_folder: str = "companion") -> None:
+        for folder in (self.host_folder.parent, self.program_data.parent, self.folder(self.places.temporary)):
+            folder.mkdir(parents=True, exist_ok=True)
+        super().set_up(conditions, build, host, companion_folder)
+        (self.host_folder / host).rename(self.host_folder / self.places.host_name)
+
+    def run_host(self, session: Path, conditions: Conditions, output: Path, timeout: float,
+                 errors: Optional[BinaryIO] = None) -> int:
+        # From where its path is never too long.
+        shutil.copy(session, self.prefix / "drive_c" / "session.jsonl")
+        return self.run(self.places.host_name, [r"C:\session.jsonl"], conditions, output, timeout, errors)
+
+    def current_folder(self) -> Path:
+        return self.folder(self.places.current) if self.places.current else super().current_folder()
+
+    def _write(self, keys: dict[str, dict[str, str]]) -> None:
+        if keys == self._written:
+            return
+        self._written = keys
+        lines = ["\ufeffWindows Registry Editor Version 5.00"]
+        for key, values in keys.items():
+            lines += ["", f"[{key}]"]
+            lines += [f'"{name}"="{value}"'.replace("\\", "\\\\") for name, value in values.items()]
+        (self.prefix / "drive_c" / "places.reg").write_bytes(
+            "\r\n".join([*lines, ""]).encode("utf-16-le", "surrogatepass"))
+        subprocess.run([ROOT / "tools" / "run-wine", "reg", "import", r"C:\places.reg"], check=True,
+                       stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL,
+                       env=dict(os.environ, WINEPREFIX=str(self.prefix)))
+
+
+class PlacedTestCase(SessionTestCase):
+    """Its machine stays where a test moves it."""
+
+    @classmethod
+    def setUpClass(cls):
+        super().setUpClass()
+        cls.machine = PlacedMachine(cls.machine.prefix)
+
+    def play_at(self, places: Places, *steps: dict, **circumstances) -> Outcome:
+        """As play_to_end."""
+        self.machine.move(places)
+        return self.play_to_end(*steps, **circumstances)
+
+    @contextlib.contextmanager
+    def live(self, conditions: Conditions, set_up: bool = True) -> Iterator[LiveSession]:
+        """Where the machine is, and set up afresh unless that has been done."""
+        if set_up:
+            self.machine.clear()
+            self.machine.set_up(conditions, BUILD)
+        with LiveSession(self.machine, conditions, self.machine.places.host_name) as session:
+            yield session
+        self.assertEqual(0, session.outcome.status)
+
+
+def warning(message: str) -> LogLine:
+    return LogLine("WARNING", "", message)
+
+
+def warnings_of(outcome: Outcome) -> list[LogLine]:
+    return [line for line in outcome.log if line.severity == "WARNING"]
