@@ -1,15 +1,13 @@
 """The basic road's message: when it goes out, what it holds, and every byte of it on the wire."""
 
-import base64
 import os
 import re
 import unittest
 from unittest import mock
 
-from basic_road_support import PROJECT, START, BasicRoadTestCase
+from basic_road_support import PATH, PROJECT, START, BasicRoadTestCase
 from support import Outcome, call
 
-PREFIX = "=?media_type:application/json.b64?="
 UUID = r"[0-9a-f]{8}(-[0-9a-f]{4}){3}-[0-9a-f]{12}"
 
 
@@ -41,27 +39,12 @@ class BasicMessage(BasicRoadTestCase):
         self.assertRegex(fields["app_deployed_uuid"], f"^{UUID}$")
         self.assertRegex(fields["app_session_uuid"], f"^{UUID}$")
 
-    def expected_request(self, message: str, path: str, token: str, agent: str) -> bytes:
-        """Written out once more, by the means of this language."""
-        body = '{"messages":[{"body":"' + PREFIX + base64.b64encode(message.encode()).decode() + '"}]}'
-        return (f"POST {path} HTTP/1.1\r\n"
-                f"Host: {self.ADDRESS}\r\n"
-                "Pragma: no-cache\r\n"
-                "Cache-Control: no-cache\r\n"
-                "Content-Type: application/json\r\n"
-                "Accept: application/json\r\n"
-                f"Authorization: Bearer{token}\r\n"
-                f"User-Agent: {agent}\r\n"
-                f"Content-Length: {len(body)}\r\n"
-                f"\r\n{body}").encode("latin-1")
-
-    def check_wire(self, path: str = f"/projects/{PROJECT}/queues/sys_info_base/messages", token: str = " token9",
-                   agent: str = "Scan Studio/0.0.0.0", start: dict = START, **settings) -> str:
+    def check_wire(self, path: str = PATH, token: str = " token9", agent: str = "Scan Studio/0.0.0.0",
+                   start: dict = START, **settings) -> str:
         """Gives the message as the log has it."""
         with self.serve() as service:
             outcome = self.run_host(start, **settings)
-        logged = [line.removeprefix("Message=") for line in messages(outcome, "TRACE")
-                  if line.startswith("Message=")]
+        logged = self.logged_messages(outcome)
         self.assertEqual(1, len(logged))
         self.assertEqual([self.expected_request(logged[0], path, token, agent)],
                          [message.raw for message in service.seen.messages])
@@ -188,8 +171,8 @@ class OptedOut(BasicRoadTestCase):
 
     def test_makes_no_call_of_the_network_and_resolves_no_name(self):
         self.assertEqual(set(), self.network_calls(opted_in=False))
-        self.assertLessEqual({"InternetOpenA", "InternetConnectW", "GetAddrInfoW", "connect"}, self.network_calls(opted_in=True),
-                             "these calls are seen where there are any")
+        self.assertLessEqual({"InternetOpenA", "InternetConnectW", "GetAddrInfoW", "connect"},
+                             self.network_calls(opted_in=True), "these calls are seen where there are any")
 
 
 if __name__ == "__main__":

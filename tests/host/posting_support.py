@@ -3,10 +3,9 @@
 import base64
 import re
 
-from basic_road_support import PROJECT, START, BasicRoadTestCase
+from basic_road_support import PATH, PREFIX, PROJECT, START, BasicRoadTestCase
 from support import LogLine, Outcome
 
-PATH = f"/projects/{PROJECT}/queues/sys_info_base/messages"
 TIME = re.compile(r"T(\d\d):(\d\d):(\d\d\.\d{3})Z ")
 
 
@@ -23,10 +22,15 @@ NO_RESPONSE = [line("DATA", " <-HTTP RESULT= (0)"), line("DEBUG", "Headers=\\r\\
 """Wine's client shows the end of the headers even where there are none."""
 
 
-def response(status: int, text: str, length: int, more: str = "") -> list[LogLine]:
+def headers(raw: str) -> LogLine:
+    """For the headers as they came, status line and empty line included."""
+    return line("DEBUG", "Headers=" + raw.replace("\r\n", "\\r\\n"))
+
+
+def response(status: int, text: str, length: int) -> list[LogLine]:
     return [line("DATA", f" <-HTTP RESULT={text} ({status})"),
-            line("DEBUG", f"Headers=HTTP/1.1 {status} {text}\\r\\nContent-Type: application/json\\r\\n{more}"
-                          f"Content-Length: {length}\\r\\nConnection: close\\r\\n\\r\\n")]
+            headers(f"HTTP/1.1 {status} {text}\r\nContent-Type: application/json\r\n"
+                    f"Content-Length: {length}\r\nConnection: close\r\n\r\n")]
 
 
 def answer(text: str) -> list[LogLine]:
@@ -60,8 +64,8 @@ class PostingTestCase(BasicRoadTestCase):
         return outcome
 
     def before_sending(self, outcome: Outcome, host: str) -> list[LogLine]:
-        message = next(line.message for line in outcome.log if line.message.startswith("Message="))[8:]
-        encoded = "=?media_type:application/json.b64?=" + base64.b64encode(message.encode()).decode()
+        message = self.logged_messages(outcome)[0]
+        encoded = PREFIX + base64.b64encode(message.encode()).decode()
         return [line("DEBUG", f"PostMessageAndForget({host}, Scan Studio/0.0.0.0, {PROJECT}, sys_info_base, token9)"),
                 line("TRACE", f"Message={message}"),
                 line("DEBUG", f"Encoded Message={encoded}"),
