@@ -75,8 +75,15 @@ class BasicRoadTestCase(SessionTestCase):
 
     def run_host(self, *steps: dict, opted_in: Optional[bool] = True, road: str = "basic",
                  companion: Optional[dict] = None, timeout: float = 100, **settings: Optional[str]) -> Outcome:
-        """Plays the steps. `opted_in` is in the local settings file to start from; None leaves that as it is. The
-        settings are put into the usual factory settings file or taken out with None."""
+        """Plays the steps. `companion` is its script; the rest as for prepare."""
+        self.prepare(opted_in, **settings)
+        self._place_companion(road, companion)
+        return self._play(steps, road, timeout)
+
+    def prepare(self, opted_in: Optional[bool] = True, **settings: Optional[str]) -> None:
+        """Makes the machine ready for a host. `opted_in` is in the local settings file to start from; None leaves
+        that as it is. The settings are put into the usual factory settings file or taken out with None. There is no
+        log yet."""
         deployment = {"Log": "on", "LogLevel": "debug", "ProjectId": PROJECT,
                       "LUMServerUri": f"https://{self.ADDRESS}", "AppDeployedId": "deployed-7",
                       "AuthenticationToken": "gbxra9"} | settings
@@ -86,10 +93,8 @@ class BasicRoadTestCase(SessionTestCase):
         if opted_in is not None:
             self.local_settings_file.parent.mkdir(parents=True, exist_ok=True)
             self.local_settings_file.write_text(basic_road.settings_text(UserOptIn=str(opted_in)))
-        self._place_companion(road, companion)
         if logs := self.machine.log_folder():
             shutil.rmtree(logs)
-        return self._play(steps, road, timeout)
 
     @property
     def local_settings_file(self) -> Path:

@@ -47,14 +47,19 @@ def posting(outcome: Outcome) -> list[LogLine]:
     return lines[first:end] + later
 
 
-def held(outcome: Outcome) -> float:
-    """For how many seconds the caller waited for the worker."""
+def seconds_from_posting(outcome: Outcome, message: str) -> float:
+    """From the start of the worker to the line."""
     def seconds(message: str) -> float:
-        text = next(line for line in outcome.text("Lumeq.Log.txt").splitlines() if line.endswith(message))
+        text = next(line for line in outcome.text("Lumeq.Log.txt").splitlines() if line.endswith(f" | {message}"))
         hours, minutes, rest = TIME.search(text).groups()
         return (int(hours) * 60 + int(minutes)) * 60 + float(rest)
 
-    return (seconds(" | Executing Basic Functionality") - seconds(" | PostMessageAndForget about to post")) % 86400
+    return (seconds(message) - seconds("PostMessageAndForget about to post")) % 86400
+
+
+def held(outcome: Outcome) -> float:
+    """For how many seconds the caller waited for the worker."""
+    return seconds_from_posting(outcome, "Executing Basic Functionality")
 
 
 class PostingTestCase(BasicRoadTestCase):
