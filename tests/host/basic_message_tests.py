@@ -3,6 +3,7 @@
 import os
 import re
 import unittest
+from pathlib import Path
 from unittest import mock
 
 from basic_road_support import PATH, PROJECT, START, BasicRoadTestCase
@@ -28,9 +29,7 @@ class BasicMessage(BasicRoadTestCase):
         self.assertEqual([], messages(outcome, "ERROR"))
 
     def test_fields_are_those_of_machine_application_and_settings(self):
-        with self.serve() as service:
-            self.run_host(START)
-        fields = service.seen.messages[0].fields
+        fields = self.fields_of_message()
         self.assertEqual("sys_info_base/1.1.0", fields["schema"])
         self.assertEqual("x64", fields["pc_architecture"])
         self.assertEqual("bit_64", fields["os_architecture"])
@@ -38,6 +37,31 @@ class BasicMessage(BasicRoadTestCase):
         self.assertEqual("deployed-7", fields["app_deployed_id"])
         self.assertRegex(fields["app_deployed_uuid"], f"^{UUID}$")
         self.assertRegex(fields["app_session_uuid"], f"^{UUID}$")
+
+    def fields_of_message(self) -> dict[str, str]:
+        with self.serve() as service:
+            self.run_host(START)
+        return service.seen.messages[0].fields
+
+    def test_language_is_the_systems_and_country_the_users(self):
+        # Wine takes the system's locale from the one category and the user's from the other. The C library has to
+        # know the names, and copies of its own plain locale will do.
+        plain = Path("/usr/lib/locale/C.utf8")
+        if not plain.exists():
+            self.skipTest(f"there is no {plain} to make locales of")
+        locales = self.folder / "locales"
+        locales.mkdir()
+        for name in ("de_DE.utf8", "fr_CA.utf8"):
+            (locales / name).symlink_to(plain)
+        with mock.patch.dict(os.environ, LOCPATH=str(locales), LC_CTYPE="de_DE.UTF-8", LC_MESSAGES="fr_CA.UTF-8"):
+            os.environ.pop("LC_ALL", None)
+            fields = self.fields_of_message()
+        self.assertEqual(("de-DE", "CA"), (fields["os_language"], fields["os_country"]))
+
+    def test_battery_is_there_if_the_kernel_lists_one(self):
+        supplies = Path("/sys/class/power_supply").glob("*/type")
+        listed = any(file.read_text().strip() == "Battery" for file in supplies)
+        self.assertEqual(str(listed).lower(), self.fields_of_message()["pc_battery"])
 
     def check_wire(self, path: str = PATH, token: str = " token9", agent: str = "Scan Studio/0.0.0.0",
                    start: dict = START, **settings) -> str:
