@@ -6,6 +6,8 @@ import re
 from basic_road_support import PATH, PREFIX, PROJECT, START, BasicRoadTestCase
 from support import LogLine, Outcome
 
+LONGEST_HOLD = 3.9
+"""Seconds: three, and some of a busy machine's."""
 TIME = re.compile(r"T(\d\d):(\d\d):(\d\d\.\d{3})Z ")
 
 
@@ -85,5 +87,7 @@ class PostingTestCase(BasicRoadTestCase):
                                       f"User-Agent:Scan Studio/0.0.0.0  Content-Length:{length}  ")]
 
     def check_lines(self, outcome: Outcome, *expected: LogLine, host: str = ""):
+        """All lines of the post, and that it held its caller no longer than it may."""
         host = host or self.ADDRESS
+        self.assertLess(held(outcome), LONGEST_HOLD)
         self.assertEqual([*self.sending(outcome, host), *expected], posting(outcome))

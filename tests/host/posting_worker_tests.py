@@ -7,7 +7,7 @@ import unittest
 from typing import NamedTuple
 
 from basic_road_support import START
-from posting_support import SENT, PostingTestCase, answer, held, line, response
+from posting_support import LONGEST_HOLD, SENT, PostingTestCase, answer, held, line, response
 from support import Outcome, call, session_player
 
 BAD_STEP = {"there is no": "such step"}
@@ -27,7 +27,7 @@ class SlowService(PostingTestCase):
 
     def check_held(self, outcome: Outcome):
         self.assertGreaterEqual(held(outcome), 2.98)
-        self.assertLess(held(outcome), 3.9)
+        self.assertLess(held(outcome), LONGEST_HOLD)
 
     def test_caller_is_held_three_seconds_by_a_server_that_never_answers(self):
         for misbehaviour in ("never-answer", "no-handshake"):
