@@ -1,4 +1,5 @@
 #include "BasicRoadTest.h"
+#include "Common/Exceptions.h"
 #include "LumeqShim/BasicConfiguration.h"
 #include "LumeqShim/LumeqNativeShim.h"
 #include "support/DeliveryStandIns.h"
@@ -79,6 +80,31 @@ constexpr RaisedInConfiguration RaisedKinds[] = {
     {"AnythingElse", &RaiseAnythingElse, "GetConfigFileData failed with unknown exception"},
 };
 
+struct RaisedInPost {
+    const char* name;
+    void (*raise)();
+    const char* line;
+};
+
+const RaisedInPost PostKinds[] = {
+    {"VestoException", [] { throw Lumeq::Common::VestoException(L"no w\u00e4y"); },
+     "BasicImplementation failed with VestoException exception no w\xC3\xA4y"},
+    {"ComError", [] { throw _com_error(E_ACCESSDENIED); },
+     "BasicImplementation failed with _com_error exception 0x80070005, Access denied."},
+    {"StandardException", [] { throw std::range_error("out of order 100%"); },
+     "BasicImplementation exception with out of order 100%"},
+    {"AnythingElse", [] { throw 42; }, "BasicImplementation failed with unknown exception"},
+};
+
+/// Where the worker would be started.
+class RaisingPost : public BasicStartTest, public testing::WithParamInterface<RaisedInPost> {
+protected:
+    static HANDLE WINAPI Raise(SECURITY_ATTRIBUTES*, SIZE_T, LPTHREAD_START_ROUTINE, void*, DWORD, DWORD*) {
+        GetParam().raise();
+        return nullptr;
+    }
+};
+
 class RaisingConfiguration : public BasicStartTest,
                              public testing::WithParamInterface<RaisedInConfiguration> {};
 
@@ -124,6 +150,22 @@ TEST_F(BasicStartTest, MemoryThatRunsOutWhilePostingIsLoggedAndTheNextStartSends
     Start();
     EXPECT_EQ(sessions, 1);
 }
+
+TEST_P(RaisingPost, IsLoggedAndTheNextStartSends) {
+    {
+        const ImportedFunction<decltype(CreateThread)> raising("kernel32.dll", "CreateThread", &Raise);
+        Start();
+    }
+    EXPECT_THAT(Logged("WARNING"), ElementsAre(GetParam().line));
+    EXPECT_EQ(sessions, 0);
+    Start();
+    EXPECT_EQ(sessions, 1);
+    Start();
+    EXPECT_EQ(sessions, 1);
+}
+
+INSTANTIATE_TEST_SUITE_P(All, RaisingPost, testing::ValuesIn(PostKinds),
+                         [](const auto& info) { return std::string(info.param.name); });
 
 TEST_F(BasicStartTest, TokenThatTheHostsLocaleSpoilsIsLoggedAndTheNextStartSends) {
     _machine.WriteFactorySettings(
