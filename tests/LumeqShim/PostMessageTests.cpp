@@ -93,6 +93,17 @@ struct SentRequest {
     }
 };
 
+using ReadAnswer = BOOL WINAPI(HINTERNET, LPVOID, DWORD, LPDWORD);
+
+/// An answer of a letter and the byte.
+template <unsigned char Byte>
+BOOL WINAPI ReadTwoBytes(HINTERNET, LPVOID buffer, DWORD, LPDWORD count) {
+    constexpr unsigned char answer[] = {'a', Byte};
+    std::memcpy(buffer, answer, sizeof answer);
+    *count = sizeof answer;
+    return TRUE;
+}
+
 struct CreatedThread {
     static inline HANDLE handle = nullptr;
     static inline DWORD id = 0;
@@ -259,7 +270,7 @@ TEST_F(PostMessageTest, ConnectionGoesToPort443) {
 
 TEST_F(PostMessageTest, AnswerIsReadOnceAndUpToItsFirstZero) {
     static std::vector<DWORD> asked;
-    const ImportedFunction<BOOL WINAPI(HINTERNET, LPVOID, DWORD, LPDWORD)> answering(
+    const ImportedFunction<ReadAnswer> answering(
         "wininet.dll", "InternetReadFile", [](HINTERNET, LPVOID buffer, DWORD size, LPDWORD count) -> BOOL {
             asked.push_back(size);
             std::memcpy(buffer, "gr\xC3\xBC\xC3\x9F\0rest", 11);
@@ -365,21 +376,13 @@ TEST_F(PostMessageTest, UnpairedSurrogateIsTwiceABlankAtMost) {
 
 TEST_F(PostMessageTest, AnswerIsReadInTheHostsLocale) {
     const RuntimeLocale german("German");
-    const ImportedFunction<BOOL WINAPI(HINTERNET, LPVOID, DWORD, LPDWORD)> answering(
-        "wininet.dll", "InternetReadFile", [](HINTERNET, LPVOID buffer, DWORD, LPDWORD count) -> BOOL {
-            std::memcpy(buffer, "a\x80", *count = 2);
-            return TRUE;
-        });
+    const ImportedFunction<ReadAnswer> answering("wininet.dll", "InternetReadFile", &ReadTwoBytes<0x80>);
     EXPECT_EQ(Post().back(), Line("DATA", "<- a\xE2\x82\xAC"));
 }
 
 TEST_F(PostMessageTest, AnswerThatEndsWithinACharacterOfTheHostsLocaleIsLogged) {
     const RuntimeLocale japanese("Japanese");
-    const ImportedFunction<BOOL WINAPI(HINTERNET, LPVOID, DWORD, LPDWORD)> answering(
-        "wininet.dll", "InternetReadFile", [](HINTERNET, LPVOID buffer, DWORD, LPDWORD count) -> BOOL {
-            std::memcpy(buffer, "a\x82", *count = 2);
-            return TRUE;
-        });
+    const ImportedFunction<ReadAnswer> answering("wininet.dll", "InternetReadFile", &ReadTwoBytes<0x82>);
     const LoggedLine last = Post().back();
     EXPECT_EQ(last.severity, "DATA");
     EXPECT_THAT(last.message, testing::StartsWith("<- a"));

@@ -2,7 +2,7 @@
 
 import unittest
 
-from posting_support import SENT, PostingTestCase, held, seconds_from_posting
+from posting_support import LONGEST_HOLD, SENT, PostingTestCase, held, seconds_from_posting
 from support import Outcome, call
 
 # Of many sizes, so that whatever memory was given back is used again.
@@ -19,6 +19,7 @@ class LateRequest(PostingTestCase):
         with self.serve("late-handshake") as service:
             outcome = self.post(*steps, {"sleepMsec": 4000})
         self.assertGreaterEqual(held(outcome), 2.98)
+        self.assertLess(held(outcome), LONGEST_HOLD)
         self.assertGreater(seconds_from_posting(outcome, SENT.message), held(outcome) + 1)
         self.assertEqual([self.expected_request(message) for message in self.logged_messages(outcome)],
                          [message.raw for message in service.seen.messages])
