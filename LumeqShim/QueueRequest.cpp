@@ -27,7 +27,10 @@ std::wstring HostFromUrl(const std::wstring& serverUrl) {
     return slash == std::wstring::npos ? serverUrl : serverUrl.substr(slash + 1);
 }
 
-bool IsPrintable(wchar_t unit) { return IsByte(unit) && std::isprint(static_cast<int>(unit)) != 0; }
+bool IsPrintable(wchar_t unit) {
+    // In any locale but "C" the runtime takes a tab for printable, which must not stand in a message.
+    return IsByte(unit) && unit != L'\t' && std::isprint(static_cast<int>(unit)) != 0;
+}
 
 std::wstring EncodePathPart(const std::wstring& part) {
     constexpr wchar_t Digits[] = L"0123456789abcdef";

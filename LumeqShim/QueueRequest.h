@@ -11,7 +11,7 @@ namespace Zuvan::LumeqShim {
 /// host.
 std::wstring HostFromUrl(const std::wstring& serverUrl);
 
-/// Whether the runtime can print the code unit; false for any above 0xFF.
+/// Whether the runtime can print the code unit; false for a tab and for any above 0xFF.
 bool IsPrintable(wchar_t unit);
 
 /// Anything but letters, digits and "-._~" becomes "%" and the two lower-case digits of its low 8 bits. The

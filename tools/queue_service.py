@@ -14,12 +14,14 @@ import certificates
 import queue_message
 from queue_message import Message
 
-MISBEHAVIOURS = ("none", "status-401", "status-500", "redirect", "never-answer", "no-handshake", "reset",
-                 "slow-headers", "long-answer")
+MISBEHAVIOURS = ("none", "status-401", "status-500", "redirect", "never-answer", "no-handshake", "late-handshake",
+                 "reset", "slow-headers", "long-answer")
 STATUS_TEXTS = {200: "OK", 302: "Found", 400: "Bad Request", 401: "Unauthorized", 500: "Internal Server Error"}
 LONG_ANSWER = "0123456789abcdef" * 512
 HEADER_SECONDS = 6.0
 """How long slow headers take: twice the time that a caller is held."""
+HANDSHAKE_SECONDS = 5.0
+"""How long a late handshake lets the client wait: longer than a caller is held."""
 
 
 @dataclass
@@ -30,6 +32,10 @@ class Behaviour:
     """One of certificates.KINDS."""
     redirect_to: str = ""
     """The target of "redirect"."""
+    answers: tuple[bytes, ...] = ()
+    """What the first requests are answered with, byte for byte."""
+    plain: bool = False
+    """Without TLS."""
 
 
 @dataclass
@@ -110,23 +116,34 @@ class QueueService:
         if self.behaviour.misbehaviour == "reset":
             _abort(connection)
             return
+        if self.behaviour.plain:
+            self._take_request(connection)
+            return
         if self.behaviour.misbehaviour == "no-handshake":
             self._ending.wait()
+            return
+        if self.behaviour.misbehaviour == "late-handshake" and self._ending.wait(HANDSHAKE_SECONDS):
             return
         with self._context.wrap_socket(connection, server_side=True) as channel:
             self._hold(channel)
             try:
-                message = queue_message.read_message(_receive(channel))
-                self._note(self.seen.messages, message)
-                self._tell(message)
-                self._answer(channel, message)
+                self._take_request(channel)
             finally:
                 with self._changed:
                     self._open.discard(channel)
 
-    def _answer(self, channel: ssl.SSLSocket, message: Message) -> None:
+    def _take_request(self, channel: socket.socket) -> None:
+        message = queue_message.read_message(_receive(channel))
+        self._note(self.seen.messages, message)
+        self._tell(message)
+        self._answer(channel, message)
+
+    def _answer(self, channel: socket.socket, message: Message) -> None:
         misbehaviour = self.behaviour.misbehaviour
-        if misbehaviour == "never-answer":
+        taken = len(self.seen.messages)
+        if taken <= len(self.behaviour.answers):
+            channel.sendall(self.behaviour.answers[taken - 1])
+        elif misbehaviour == "never-answer":
             self._ending.wait()
         elif misbehaviour == "redirect":
             channel.sendall(_response(302, "", f"Location: {self.behaviour.redirect_to}\r\n"))
@@ -148,7 +165,7 @@ def _server_context(folder: Path, kind: str, address: str) -> ssl.SSLContext:
     return context
 
 
-def _receive(channel: ssl.SSLSocket) -> bytes:
+def _receive(channel: socket.socket) -> bytes:
     """One request. Raises EOFError if it is cut short."""
     raw = b""
     while b"\r\n\r\n" not in raw:
@@ -160,7 +177,7 @@ def _receive(channel: ssl.SSLSocket) -> bytes:
     return raw
 
 
-def _some_bytes(channel: ssl.SSLSocket, so_far: bytes) -> bytes:
+def _some_bytes(channel: socket.socket, so_far: bytes) -> bytes:
     received = channel.recv(65536)
     if not received:
         raise EOFError(f"the client left after {len(so_far)} bytes")
@@ -178,7 +195,7 @@ def _response(status: int, body: str, headers: str = "") -> bytes:
             f"Content-Length: {len(body)}\r\nConnection: close\r\n\r\n{body}").encode()
 
 
-def _send_slowly(channel: ssl.SSLSocket, response: bytes, ending: threading.Event) -> None:
+def _send_slowly(channel: socket.socket, response: bytes, ending: threading.Event) -> None:
     head, _, body = response.partition(b"\r\n\r\n")
     started = time.monotonic()
     for at, byte in enumerate(head):

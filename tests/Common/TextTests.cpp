@@ -1,7 +1,8 @@
 #include "Common/Text.h"
 
-#include <gtest/gtest.h>
+#include "support/RuntimeLocale.h"
 
+#include <gtest/gtest.h>
 #include <stdexcept>
 #include <vector>
 
@@ -47,6 +48,25 @@ TEST(Rot13Wide, RotatesLettersOnly) {
 
 TEST(Rot13Wide, LeavesOtherCharactersAlone) { EXPECT_EQ(Rot13Wide(L"\u00e9\u6f22"), L"\u00e9\u6f22"); }
 
+TEST(Rot13Wide, OfAsciiIsTheSameInEveryLocale) {
+    for (const char* name : Testing::HostLocales) {
+        const Testing::RuntimeLocale locale(name);
+        EXPECT_EQ(Rot13Wide(L"AIZaiz[@`{019-._~+/="), L"NVMnvm[@`{019-._~+/=") << name;
+    }
+}
+
+// Bytes of UTF-8 that are letters in that code page are rotated as well, and leave no text behind.
+TEST(Rot13Wide, OfOtherLettersFailsWhereTheHostsLocaleHasThem) {
+    const Testing::RuntimeLocale german("German");
+    EXPECT_THROW(Rot13Wide(L"\u00e9"), std::range_error);
+}
+
+TEST(IsBlank, DoesNotFollowTheHostsLocale) {
+    const Testing::RuntimeLocale german("German");
+    EXPECT_TRUE(IsBlank(L" \t"));
+    EXPECT_FALSE(IsBlank(L"\u00e4"));
+}
+
 TEST(IsBlank, TakesEmptyAndWhiteSpace) {
     EXPECT_TRUE(IsBlank(L""));
     EXPECT_TRUE(IsBlank(L"   "));
@@ -57,6 +77,14 @@ TEST(IsBlank, TakesEmptyAndWhiteSpace) {
 TEST(LetterCase, ChangesTheWholeText) {
     EXPECT_EQ(ToLower(L"Debug-1"), L"debug-1");
     EXPECT_EQ(ToUpper(L"ab-12-cd"), L"AB-12-CD");
+}
+
+TEST(LetterCase, OfAsciiIsTheSameInEveryLocale) {
+    for (const char* name : Testing::HostLocales) {
+        const Testing::RuntimeLocale locale(name);
+        EXPECT_EQ(ToLower(L"AIZ[@09{}-"), L"aiz[@09{}-") << name;
+        EXPECT_EQ(ToUpper(L"aiz`@09{}-"), L"AIZ`@09{}-") << name;
+    }
 }
 
 } // namespace Zuvan::Lumeq::Common

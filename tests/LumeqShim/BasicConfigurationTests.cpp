@@ -2,6 +2,7 @@
 
 #include "Common/Logger.h"
 #include "Common/Pattern.h"
+#include "LumeqLib/Core/Utils/Settings.h"
 #include "support/DebuggerStandIn.h"
 #include "support/ImportedFunction.h"
 #include "support/IsolatedMachine.h"
@@ -11,6 +12,8 @@
 
 #include <gmock/gmock.h>
 #include <objbase.h>
+#include <pthread.h>
+#include <utility>
 
 namespace Zuvan::LumeqShim {
 
@@ -41,6 +44,25 @@ public:
 
 private:
     Lumeq::Common::UniqueKernelObject _file;
+};
+
+/// From the second time on that the server is missed, whoever takes the settings lock gets an exception.
+struct FailingSettingsLock {
+    static inline int serversMissed = 0;
+    static inline pthread_mutex_t whole{};
+
+    static void WINAPI WatchDebugger(LPCWSTR text) {
+        if (std::wstring(text).find(L"'LUMServerUri'") == std::wstring::npos || ++serversMissed != 2)
+            return;
+        // One that this thread holds already, and that says so.
+        whole = std::exchange(*Native(), PTHREAD_ERRORCHECK_MUTEX_INITIALIZER);
+        Lumeq::Core::Utils::SettingsLock().lock();
+    }
+    static void Mend() {
+        Lumeq::Core::Utils::SettingsLock().unlock();
+        *Native() = whole;
+    }
+    static pthread_mutex_t* Native() { return Lumeq::Core::Utils::SettingsLock().native_handle(); }
 };
 
 class GetConfigFileDataTest : public testing::Test {
@@ -236,6 +258,24 @@ TEST_F(GetConfigFileDataTest, AnythingElseIsAnUnknownException) {
     EXPECT_FALSE(GetConfigFileData(_read));
     EXPECT_THAT(Warnings(), ElementsAre("GetConfigFileData failed with unknown exception"));
     EXPECT_EQ(Progress().back(), "GetConfigFileData returns false:");
+}
+
+TEST_F(GetConfigFileDataTest, FailureAfterAllWasReadIsLoggedAndTheResultStands) {
+    Factory("<ProjectId>P1</ProjectId>");
+    {
+        // The debugger is told of the missing server twice, the second time as the last of all keys.
+        const Lumeq::Testing::ImportedFunction<decltype(OutputDebugStringW)> breaking(
+            "kernel32.dll", "OutputDebugStringW", &FailingSettingsLock::WatchDebugger);
+        EXPECT_TRUE(GetConfigFileData(_read));
+    }
+    FailingSettingsLock::Mend();
+    EXPECT_EQ(_read.projectId, L"P1");
+    EXPECT_THAT(Warnings(), ElementsAre("GetConfigFileData exception with Resource deadlock avoided"));
+    EXPECT_EQ(Progress().back(), "GetConfigFileData returns true:");
+
+    Factory("<ProjectId>P2</ProjectId>");
+    ASSERT_TRUE(GetConfigFileData(_read));
+    EXPECT_EQ(_read.projectId, L"P1") << "the shared instance stayed";
 }
 
 } // namespace Zuvan::LumeqShim

@@ -1,10 +1,8 @@
 #include "LumeqShim/BasicFunctionality.h"
 
-#include "LumeqShim/BasicOptIn.h"
+#include "BasicRoadTest.h"
 #include "support/Firmware.h"
 #include "support/ImportedFunction.h"
-#include "support/IsolatedMachine.h"
-#include "support/LogLines.h"
 
 #include <windows.h>
 
@@ -17,7 +15,6 @@ namespace Zuvan::LumeqShim {
 namespace {
 
 using Lumeq::Testing::ImportedFunction;
-using Lumeq::Testing::LogMessages;
 using testing::Contains;
 using testing::EndsWith;
 using testing::HasSubstr;
@@ -25,38 +22,6 @@ using testing::IsEmpty;
 using testing::MatchesRegex;
 using testing::SizeIs;
 using testing::StartsWith;
-
-// Nobody listens there.
-constexpr char Deployment[] =
-    "<Log>on</Log><LogLevel>debug</LogLevel><LUMServerUri>https://127.0.0.99</LUMServerUri>"
-    "<AppDeployedId>deployed</AppDeployedId>"
-    "<AuthenticationToken>gbxra9</AuthenticationToken>";
-constexpr char Project[] = "<ProjectId>P1</ProjectId>";
-
-class BasicRoadTest : public testing::Test {
-protected:
-    BasicRoadTest() { Factory(Project); }
-
-    void Factory(const std::string& settings) { _machine.WriteFactorySettings(Deployment + settings); }
-    void OptIn(bool userHasOptedIn) { BasicSetUserOptIn(userHasOptedIn, UserOptInKey); }
-
-    /// The messages as they were given to the post.
-    std::vector<std::string> Messages() const {
-        constexpr std::string_view Head = "->/projects/P1/queues/sys_info_base/messages ";
-        std::vector<std::string> messages;
-        for (const std::string& line : LogMessages(_machine.LogFile(), "DATA"))
-            if (line.starts_with(Head))
-                messages.push_back(line.substr(Head.size()));
-        return messages;
-    }
-    std::string OnlyMessage() const {
-        const std::vector<std::string> messages = Messages();
-        return messages.size() == 1 ? messages.front() : std::to_string(messages.size()) + " messages";
-    }
-    std::vector<std::string> Progress() const { return LogMessages(_machine.LogFile(), "DEBUG"); }
-
-    Lumeq::Testing::IsolatedMachine _machine;
-};
 
 } // namespace
 
@@ -84,14 +49,14 @@ TEST_F(BasicRoadTest, OptedOutUserSendsNothingAndTouchesNoNetwork) {
         });
     OptIn(false);
     BasicStart(L"scan");
-    EXPECT_THAT(LogMessages(_machine.LogFile(), "DATA"), IsEmpty());
+    EXPECT_THAT(Logged("DATA"), IsEmpty());
     EXPECT_EQ(sessions, 0);
     EXPECT_EQ(threads, 0);
 }
 
 TEST_F(BasicRoadTest, UserWhoNeverChoseSendsNothing) {
     BasicStart(L"scan");
-    EXPECT_THAT(LogMessages(_machine.LogFile(), "DATA"), IsEmpty());
+    EXPECT_THAT(Logged("DATA"), IsEmpty());
     EXPECT_FALSE(std::filesystem::exists(_machine.LocalSettingsFile()));
 }
 
@@ -108,12 +73,11 @@ TEST_F(BasicRoadTest, MissingProjectSendsNothingAndCountsAsSent) {
     Factory("");
     OptIn(true);
     BasicStart(L"scan");
-    EXPECT_THAT(LogMessages(_machine.LogFile(), "WARNING"),
-                Contains("Project ID is empty. Ensure *LumeqConfig.xml is in path!"));
-    EXPECT_THAT(LogMessages(_machine.LogFile(), "DATA"), IsEmpty());
+    EXPECT_THAT(Logged("WARNING"), Contains("Project ID is empty. Ensure *LumeqConfig.xml is in path!"));
+    EXPECT_THAT(Logged("DATA"), IsEmpty());
     Factory(Project);
     BasicStart(L"scan");
-    EXPECT_THAT(LogMessages(_machine.LogFile(), "DATA"), IsEmpty());
+    EXPECT_THAT(Logged("DATA"), IsEmpty());
 }
 
 TEST_F(BasicRoadTest, MessageThatRaisedIsTriedAgainAtTheNextStart) {
@@ -167,10 +131,9 @@ TEST_F(BasicRoadTest, GivenDeployedIdIsKeptAndAnEmptyOneSet) {
 TEST_F(BasicRoadTest, TokenGoesOutRotatedBack) {
     OptIn(true);
     BasicStart(L"scan");
-    EXPECT_THAT(LogMessages(_machine.LogFile(), "DATA"),
-                Contains(HasSubstr("Authorization: Bearer token9  ")));
-    EXPECT_THAT(Progress(), Contains(EndsWith("authToken=gbxra9")));
-    EXPECT_THAT(Progress(),
+    EXPECT_THAT(Logged("DATA"), Contains(HasSubstr("Authorization: Bearer token9  ")));
+    EXPECT_THAT(Logged("DEBUG"), Contains(EndsWith("authToken=gbxra9")));
+    EXPECT_THAT(Logged("DEBUG"),
                 Contains("PostMessageAndForget(127.0.0.99, scan/0.0.0.0, P1, sys_info_base, token9)"));
 }
 
@@ -180,14 +143,13 @@ TEST_F(BasicRoadTest, TokenOfDigitsGoesOutUnchanged) {
                                   std::string(Project));
     OptIn(true);
     BasicStart(L"scan");
-    EXPECT_THAT(LogMessages(_machine.LogFile(), "DATA"),
-                Contains(HasSubstr("Authorization: Bearer 0123456789  ")));
+    EXPECT_THAT(Logged("DATA"), Contains(HasSubstr("Authorization: Bearer 0123456789  ")));
 }
 
 TEST_F(BasicRoadTest, BlankInTheNameStandsInUserAgentAndAppId) {
     OptIn(true);
     BasicStart(L"my scan");
-    EXPECT_THAT(LogMessages(_machine.LogFile(), "DATA"), Contains(HasSubstr("User-Agent:my scan/0.0.0.0  ")));
+    EXPECT_THAT(Logged("DATA"), Contains(HasSubstr("User-Agent:my scan/0.0.0.0  ")));
     EXPECT_THAT(OnlyMessage(), HasSubstr(R"("app_id":"my scan/0.0.0.0")"));
 }
 
@@ -196,15 +158,14 @@ TEST_F(BasicRoadTest, EmptyServerFailsAtTheConnection) {
     OptIn(true);
     BasicStart(L"scan");
     EXPECT_THAT(Messages(), SizeIs(1));
-    EXPECT_THAT(LogMessages(_machine.LogFile(), "WARNING"),
-                testing::ElementsAre("InternetConnectW failed 0x00000000"));
-    EXPECT_THAT(LogMessages(_machine.LogFile(), "DATA"), Contains("<- Worker thread failed!"));
+    EXPECT_THAT(Logged("WARNING"), testing::ElementsAre("InternetConnectW failed 0x00000000"));
+    EXPECT_THAT(Logged("DATA"), Contains("<- Worker thread failed!"));
 }
 
 TEST_F(BasicRoadTest, ProgressIsLoggedAroundTheMessage) {
     OptIn(true);
     BasicStart(L"scan");
-    const std::vector<std::string> lines = Progress();
+    const std::vector<std::string> lines = Logged("DEBUG");
     const auto first = std::find(lines.begin(), lines.end(), "Executing Basic Functionality scan");
     ASSERT_NE(first, lines.end());
     EXPECT_EQ(first[1], "------------------------------");

@@ -362,6 +362,19 @@ TEST_F(FailedAllocation, InTheBasicReadOfTheOptInIsLoggedUnderTheInnerNameAlone)
     EXPECT_THAT(Warnings(), ElementsAre("BasicGetUserOptIn exception with std::bad_alloc"));
 }
 
+TEST_F(FailedAllocation, InTheBasicSubfolderIsLoggedUnderTheInnerNameAlone) {
+    TakeBasicRoad();
+    IsRequiredDotNetVersionInstalled();
+    // Each longer than the one before, so that keeping it takes memory.
+    std::vector<std::wstring> paths;
+    for (std::size_t length = 100; paths.size() < 101; length += 100)
+        paths.emplace_back(length, L'a');
+    auto path = paths.begin();
+    FailEachAllocationOf([&path] { LocalSubfolderPathXX(*path++); });
+    EXPECT_THAT(Warnings(), testing::Each("BasicLocalSubfolderPath exception with std::bad_alloc"));
+    EXPECT_THAT(Warnings(), testing::Not(IsEmpty()));
+}
+
 TEST_F(FailedAllocation, InTheFirstAttemptOfTheOptInIsLoggedUnderItsOwnNameAndMadeGood) {
     TakeBasicRoad();
     IsRequiredDotNetVersionInstalled();

@@ -3,6 +3,7 @@
 #include "support/ImportedFunction.h"
 #include "support/IsolatedMachine.h"
 #include "support/LogLines.h"
+#include "support/RuntimeLocale.h"
 
 #include <windows.h>
 
@@ -21,6 +22,7 @@ using Lumeq::Testing::ImportedFunction;
 using Lumeq::Testing::LoggedLine;
 using Lumeq::Testing::LogLines;
 using Lumeq::Testing::RealFunction;
+using Lumeq::Testing::RuntimeLocale;
 using testing::ElementsAre;
 using testing::Field;
 using testing::IsEmpty;
@@ -65,6 +67,43 @@ constexpr char HttpPost[] = " ->HTTP POST: /projects/P%201/queues/sys_info_base/
                             "Content-Type: application/json  Accept: application/json  "
                             "Authorization: Bearer tok  User-Agent:my scan/1.2.3.4  Content-Length:73  ";
 
+/// All lines of a post that nobody listens to.
+auto LinesOfRefusal(const testing::Matcher<LoggedLine>& headers,
+                    const testing::Matcher<LoggedLine>& duration) {
+    const auto line = [](const char* severity, const char* message) {
+        return LoggedLine{severity, "", message};
+    };
+    return ElementsAre(line("DEBUG", Called), line("TRACE", Message), line("DEBUG", Encoded),
+                       line("DEBUG", About), line("DATA", Sending), line("DATA", HttpPost),
+                       line("WARNING", "HttpSendRequest failed 0x00002efd"),
+                       line("WARNING", "HTTP FAILURE 0x00002efd"), line("DATA", " <-HTTP RESULT= (0)"),
+                       headers, duration, line("DATA", "<- "));
+}
+
+/// What the client is given to send.
+struct SentRequest {
+    static inline std::wstring headers;
+    static inline std::string body;
+
+    static BOOL WINAPI Send(HINTERNET, LPCWSTR theHeaders, DWORD length, LPVOID theBody, DWORD size) {
+        headers.assign(theHeaders, length);
+        body.assign(static_cast<const char*>(theBody), size);
+        SetLastError(ERROR_INTERNET_CANNOT_CONNECT);
+        return FALSE;
+    }
+};
+
+using ReadAnswer = BOOL WINAPI(HINTERNET, LPVOID, DWORD, LPDWORD);
+
+/// An answer of a letter and the byte.
+template <unsigned char Byte>
+BOOL WINAPI ReadTwoBytes(HINTERNET, LPVOID buffer, DWORD, LPDWORD count) {
+    constexpr unsigned char answer[] = {'a', Byte};
+    std::memcpy(buffer, answer, sizeof answer);
+    *count = sizeof answer;
+    return TRUE;
+}
+
 struct CreatedThread {
     static inline HANDLE handle = nullptr;
     static inline DWORD id = 0;
@@ -85,12 +124,7 @@ struct CreatedThread {
 } // namespace
 
 TEST_F(PostMessageTest, RefusedConnectionIsLoggedAndTheAnswerIsEmpty) {
-    EXPECT_THAT(Post(),
-                ElementsAre(Line("DEBUG", Called), Line("TRACE", Message), Line("DEBUG", Encoded),
-                            Line("DEBUG", About), Line("DATA", Sending), Line("DATA", HttpPost),
-                            Line("WARNING", "HttpSendRequest failed 0x00002efd"),
-                            Line("WARNING", "HTTP FAILURE 0x00002efd"), Line("DATA", " <-HTTP RESULT= (0)"),
-                            NoHeaders(), Duration(), Line("DATA", "<- ")));
+    EXPECT_THAT(Post(), LinesOfRefusal(NoHeaders(), Duration()));
 }
 
 TEST_F(PostMessageTest, UrlWithASlashAtItsEndFailsAtTheConnection) {
@@ -236,7 +270,7 @@ TEST_F(PostMessageTest, ConnectionGoesToPort443) {
 
 TEST_F(PostMessageTest, AnswerIsReadOnceAndUpToItsFirstZero) {
     static std::vector<DWORD> asked;
-    const ImportedFunction<BOOL WINAPI(HINTERNET, LPVOID, DWORD, LPDWORD)> answering(
+    const ImportedFunction<ReadAnswer> answering(
         "wininet.dll", "InternetReadFile", [](HINTERNET, LPVOID buffer, DWORD size, LPDWORD count) -> BOOL {
             asked.push_back(size);
             std::memcpy(buffer, "gr\xC3\xBC\xC3\x9F\0rest", 11);
@@ -283,6 +317,75 @@ TEST_F(PostMessageTest, WaitIsThreeSecondsAndTheHandleStaysOpen) {
     EXPECT_TRUE(CreatedThread::IsOpen());
     EXPECT_EQ(WaitForSingleObjectEx(CreatedThread::handle, 10000, FALSE), WAIT_OBJECT_0)
         << "the worker goes on to its end";
+}
+
+class PostInHostLocale : public PostMessageTest, public testing::WithParamInterface<const char*> {};
+
+TEST_P(PostInHostLocale, LogsTheSameLinesOfAnAsciiMessage) {
+    const RuntimeLocale locale(GetParam());
+    EXPECT_THAT(Post(), LinesOfRefusal(NoHeaders(), Duration()));
+}
+
+TEST_P(PostInHostLocale, SendsTheSameBytesOfAnAsciiMessage) {
+    const RuntimeLocale locale(GetParam());
+    const ImportedFunction<BOOL WINAPI(HINTERNET, LPCWSTR, DWORD, LPVOID, DWORD)> watched(
+        "wininet.dll", "HttpSendRequestW", &SentRequest::Send);
+    Post();
+    EXPECT_EQ(SentRequest::headers, L"Content-Type: application/json\r\nAccept: application/json\r\n"
+                                    L"Authorization: Bearer tok\r\nUser-Agent:my scan/1.2.3.4\r\n"
+                                    L"Content-Length:73\r\n");
+    EXPECT_EQ(SentRequest::body,
+              R"({"messages":[{"body":"=?media_type:application/json.b64?=eyJhIjoiYiJ9"}]})");
+}
+
+INSTANTIATE_TEST_SUITE_P(All, PostInHostLocale, testing::ValuesIn(Lumeq::Testing::HostLocales),
+                         [](const auto& info) { return std::string(info.param); });
+
+TEST_F(PostMessageTest, LettersOfTheHostsLocaleAreSentAndNothingAbove255) {
+    const RuntimeLocale german("German");
+    _message = L"\u00e9\u20ac\u0141\x81";
+    const std::vector<LoggedLine> lines = Post();
+    EXPECT_EQ(lines[1], Line("ERROR", "Message has illegal character at 1 with value 8364, "
+                                      "see=\xC3\xA9\xE2\x82\xAC\xC5\x81\xC2\x81"));
+    EXPECT_EQ(lines[2], Line("ERROR", "Message has illegal character at 2 with value 321, "
+                                      "see=\xC3\xA9 \xC5\x81\xC2\x81"));
+    EXPECT_EQ(lines[3], Line("ERROR", "Message has illegal character at 3 with value 129, "
+                                      "see=\xC3\xA9  \xC2\x81"));
+    EXPECT_EQ(lines[4], Line("TRACE", "Message=\xC3\xA9   "));
+    EXPECT_EQ(lines[5], Line("DEBUG", "Encoded Message==?media_type:application/json.b64?=w6kgICA="))
+        << "UTF-8 whatever the locale";
+}
+
+TEST_F(PostMessageTest, TabsAndLineBreaksAreBlankedInTheHostsLocaleToo) {
+    const RuntimeLocale german("German");
+    _message = L"a\tb\n";
+    const std::vector<LoggedLine> lines = Post();
+    EXPECT_EQ(lines[1], Line("ERROR", "Message has illegal character at 1 with value 9, see=a\tb\\n"));
+    EXPECT_EQ(lines[2], Line("ERROR", "Message has illegal character at 3 with value 10, see=a b\\n"));
+    EXPECT_EQ(lines[3], Line("TRACE", "Message=a b "));
+}
+
+TEST_F(PostMessageTest, UnpairedSurrogateIsTwiceABlankAtMost) {
+    _message = L"a\xd800"
+               L"b\xd83d\xde00";
+    const std::vector<LoggedLine> lines = Post();
+    EXPECT_EQ(_message, L"a b  ");
+    EXPECT_THAT(LogLines(_machine.LogFile(), "ERROR"), testing::SizeIs(3));
+    EXPECT_EQ(lines.back(), Line("DATA", "<- ")) << "sent as any other";
+}
+
+TEST_F(PostMessageTest, AnswerIsReadInTheHostsLocale) {
+    const RuntimeLocale german("German");
+    const ImportedFunction<ReadAnswer> answering("wininet.dll", "InternetReadFile", &ReadTwoBytes<0x80>);
+    EXPECT_EQ(Post().back(), Line("DATA", "<- a\xE2\x82\xAC"));
+}
+
+TEST_F(PostMessageTest, AnswerThatEndsWithinACharacterOfTheHostsLocaleIsLogged) {
+    const RuntimeLocale japanese("Japanese");
+    const ImportedFunction<ReadAnswer> answering("wininet.dll", "InternetReadFile", &ReadTwoBytes<0x82>);
+    const LoggedLine last = Post().back();
+    EXPECT_EQ(last.severity, "DATA");
+    EXPECT_THAT(last.message, testing::StartsWith("<- a"));
 }
 
 } // namespace Zuvan::LumeqShim

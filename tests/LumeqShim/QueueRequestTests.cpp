@@ -1,9 +1,14 @@
 #include "LumeqShim/QueueRequest.h"
 
+#include "support/RuntimeLocale.h"
+
 #include <gtest/gtest.h>
 #include <stdexcept>
 
 namespace Zuvan::LumeqShim {
+
+using Lumeq::Testing::HostLocales;
+using Lumeq::Testing::RuntimeLocale;
 
 TEST(HostFromUrl, IsWhatFollowsTheLastSlash) {
     EXPECT_EQ(HostFromUrl(L"queue.example"), L"queue.example");
@@ -23,6 +28,39 @@ TEST(HostFromUrl, SlashAtTheEndLeavesNoHost) {
 TEST(IsPrintable, HoldsForPrintableAsciiOnly) {
     for (int unit = 0; unit <= 0xFFFF; ++unit)
         EXPECT_EQ(IsPrintable(static_cast<wchar_t>(unit)), unit >= 0x20 && unit <= 0x7E) << unit;
+}
+
+TEST(IsPrintable, TakesTheHostsLocaleUpTo255AndNothingAbove) {
+    for (const char* name : HostLocales) {
+        const RuntimeLocale locale(name);
+        for (int unit = 0; unit < 0x80; ++unit)
+            EXPECT_EQ(IsPrintable(static_cast<wchar_t>(unit)), unit >= 0x20 && unit <= 0x7E)
+                << name << " " << unit;
+        for (int unit = 0x100; unit <= 0xFFFF; ++unit)
+            EXPECT_FALSE(IsPrintable(static_cast<wchar_t>(unit))) << name << " " << unit;
+    }
+    const RuntimeLocale german("German");
+    for (const wchar_t unit : L"\u00e4\u00d6\u00df\u00e9\u00a7")
+        EXPECT_EQ(IsPrintable(unit), unit != L'\0') << static_cast<int>(unit);
+    EXPECT_FALSE(IsPrintable(L'\x81'));
+    EXPECT_FALSE(IsPrintable(L'\x8d'));
+}
+
+TEST(IsPrintable, TabIsNotInAnyLocale) {
+    for (const char* name : HostLocales) {
+        const RuntimeLocale locale(name);
+        EXPECT_FALSE(IsPrintable(L'\t')) << name;
+    }
+}
+
+TEST(IsPrintable, DependsOnTheHostsLocaleBetween128And255) {
+    EXPECT_FALSE(IsPrintable(L'\u00d2'));
+    {
+        const RuntimeLocale german("German");
+        EXPECT_TRUE(IsPrintable(L'\u00d2'));
+    }
+    const RuntimeLocale greek("Greek");
+    EXPECT_FALSE(IsPrintable(L'\u00d2')) << "no character there in that code page";
 }
 
 TEST(PathEncoding, KeepsLettersDigitsAndFourSigns) {
@@ -49,6 +87,19 @@ TEST(PathEncoding, DropsHighByteOfCodeUnit) {
 
 TEST(PathEncoding, EncodesANulWithinTheText) {
     EXPECT_EQ(EncodePathPart(std::wstring(L"a\0b", 3)), L"a%00b");
+}
+
+TEST(PathEncoding, OfAsciiIsTheSameInEveryLocale) {
+    for (const char* name : HostLocales) {
+        const RuntimeLocale locale(name);
+        EXPECT_EQ(EncodePathPart(L"0Ii-._~ /:@[`{\x7f\n"), L"0Ii-._~%20%2f%3a%40%5b%60%7b%7f%0a") << name;
+        EXPECT_EQ(EncodePathPart(L"\u0100\u0141\u0130\u20ac"), L"%00%41%30%ac") << name;
+    }
+}
+
+TEST(PathEncoding, KeepsTheLettersOfTheHostsLocale) {
+    const RuntimeLocale german("German");
+    EXPECT_EQ(EncodePathPart(L"\u00e9\u00df\u00d7\u00a7\x81"), L"\u00e9\u00df%d7%a7%81");
 }
 
 TEST(RequestPath, EncodesBothParts) {

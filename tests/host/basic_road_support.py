@@ -1,5 +1,6 @@
 """What the tests of the basic road have in common: one machine that trusts a queue service of the test's own."""
 
+import base64
 import contextlib
 import json
 import shutil
@@ -16,6 +17,8 @@ import certificates
 from queue_service import Behaviour, QueueService
 
 PROJECT = "0123456789ABCDEF01234567"
+PATH = f"/projects/{PROJECT}/queues/sys_info_base/messages"
+PREFIX = "=?media_type:application/json.b64?="
 START = call("StartupEx", appName="Scan Studio", whyType=4, howType=7, trackSystemInfo=True,
              trackPrintQueueInfo=False)
 
@@ -44,16 +47,43 @@ class BasicRoadTestCase(SessionTestCase):
     def setUp(self):
         shutil.rmtree(self.machine.program_data, ignore_errors=True)
 
-    def serve(self, misbehaviour: str = "none", certificate: str = "valid", redirect_to: str = "",
-              address: Optional[str] = None) -> QueueService:
+    def serve(self, misbehaviour: str = "none", certificate: str = "valid", answers: tuple[bytes, ...] = (),
+              address: Optional[str] = None, port: int = 443, plain: bool = False) -> QueueService:
         """For a with statement."""
-        return QueueService(self.folder, address or self.ADDRESS,
-                            behaviour=Behaviour(misbehaviour, certificate, redirect_to))
+        return QueueService(self.folder, address or self.ADDRESS, port,
+                            Behaviour(misbehaviour, certificate, answers=answers, plain=plain))
+
+    def expected_request(self, message: str, path: str = PATH, token: str = " token9",
+                         agent: str = "Scan Studio/0.0.0.0") -> bytes:
+        """All bytes of the request with this message. Written out once more, by the means of this language."""
+        body = '{"messages":[{"body":"' + PREFIX + base64.b64encode(message.encode()).decode() + '"}]}'
+        return (f"POST {path} HTTP/1.1\r\n"
+                f"Host: {self.ADDRESS}\r\n"
+                "Pragma: no-cache\r\n"
+                "Cache-Control: no-cache\r\n"
+                "Content-Type: application/json\r\n"
+                "Accept: application/json\r\n"
+                f"Authorization: Bearer{token}\r\n"
+                f"User-Agent: {agent}\r\n"
+                f"Content-Length: {len(body)}\r\n"
+                f"\r\n{body}").encode("latin-1")
+
+    def logged_messages(self, outcome: Outcome) -> list[str]:
+        """The messages as the log has them before they are encoded."""
+        return [line.message.removeprefix("Message=") for line in outcome.log
+                if line.severity == "TRACE" and line.message.startswith("Message=")]
 
     def run_host(self, *steps: dict, opted_in: Optional[bool] = True, road: str = "basic",
                  companion: Optional[dict] = None, timeout: float = 100, **settings: Optional[str]) -> Outcome:
-        """Plays the steps. `opted_in` is in the local settings file to start from; None leaves that as it is. The
-        settings are put into the usual factory settings file or taken out with None."""
+        """Plays the steps. `companion` is its script; the rest as for prepare."""
+        self.prepare(opted_in, **settings)
+        self._place_companion(road, companion)
+        return self._play(steps, road, timeout)
+
+    def prepare(self, opted_in: Optional[bool] = True, **settings: Optional[str]) -> None:
+        """Makes the machine ready for a host. `opted_in` is in the local settings file to start from; None leaves
+        that as it is. The settings are put into the usual factory settings file or taken out with None. There is no
+        log yet."""
         deployment = {"Log": "on", "LogLevel": "debug", "ProjectId": PROJECT,
                       "LUMServerUri": f"https://{self.ADDRESS}", "AppDeployedId": "deployed-7",
                       "AuthenticationToken": "gbxra9"} | settings
@@ -63,10 +93,8 @@ class BasicRoadTestCase(SessionTestCase):
         if opted_in is not None:
             self.local_settings_file.parent.mkdir(parents=True, exist_ok=True)
             self.local_settings_file.write_text(basic_road.settings_text(UserOptIn=str(opted_in)))
-        self._place_companion(road, companion)
         if logs := self.machine.log_folder():
             shutil.rmtree(logs)
-        return self._play(steps, road, timeout)
 
     @property
     def local_settings_file(self) -> Path:

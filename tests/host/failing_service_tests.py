@@ -5,8 +5,6 @@ import unittest
 from basic_road_support import START
 from posting_support import NO_RESPONSE, SENT, PostingTestCase, answer, failed_send, line, posting, response
 
-import queue_service
-
 
 class FailingService(PostingTestCase):
     ADDRESS = "127.0.0.31"
@@ -54,23 +52,6 @@ class FailingService(PostingTestCase):
             outcome = self.post()
         self.check_lines(outcome, *failed_send("0x00002f7d"), *NO_RESPONSE, *answer(""))
         self.assertEqual([], service.seen.messages)
-
-    def test_redirect_is_followed_without_a_word(self):
-        other = "127.0.0.32"
-        with self.serve(address=other) as target, self.serve("redirect", redirect_to=f"https://{other}/there") as first:
-            outcome = self.post()
-        self.assertEqual([[]], [message.wrong for message in first.seen.messages])
-        self.assertEqual([b"GET /there HTTP/1.1"],
-                         [message.raw.split(b"\r\n")[0] for message in target.seen.messages])
-        self.assertEqual(SENT, posting(outcome)[6])
-
-    def test_answer_beyond_4095_bytes_is_left_unread(self):
-        with self.serve("long-answer"):
-            outcome = self.post()
-        # The log cuts its lines at nearly the same length.
-        logged = ("<- " + queue_service.LONG_ANSWER)[:4084] + "<TRUNCATED>"
-        self.check_lines(outcome, SENT, *response(200, "OK", 8192), line("DEBUG", "Post took # ms"),
-                         line("DATA", logged))
 
 
 if __name__ == "__main__":

@@ -1,10 +1,25 @@
 """How long posting holds its caller, and the life of its worker."""
 
+import concurrent.futures
+import json
+import time
 import unittest
+from typing import NamedTuple
 
 from basic_road_support import START
-from posting_support import SENT, PostingTestCase, answer, held, line, response
-from support import Outcome, call
+from posting_support import LONGEST_HOLD, SENT, PostingTestCase, answer, held, line, response
+from support import Outcome, call, session_player
+
+BAD_STEP = {"there is no": "such step"}
+"""Ends the host with the exit code 2."""
+
+
+class End(NamedTuple):
+    """Of a host's process."""
+
+    status: int
+    seconds: float
+    """It took so long from its start."""
 
 
 class SlowService(PostingTestCase):
@@ -12,7 +27,7 @@ class SlowService(PostingTestCase):
 
     def check_held(self, outcome: Outcome):
         self.assertGreaterEqual(held(outcome), 2.98)
-        self.assertLess(held(outcome), 3.9)
+        self.assertLess(held(outcome), LONGEST_HOLD)
 
     def test_caller_is_held_three_seconds_by_a_server_that_never_answers(self):
         for misbehaviour in ("never-answer", "no-handshake"):
@@ -49,11 +64,6 @@ class WorkerOfAnUnloadedLibrary(PostingTestCase):
             self.assertEqual(100, len(outcome.host))
             self.assertEqual(1, len(service.seen.connections), "the worker's library is the one that is loaded again")
 
-    def test_process_ends_with_its_own_exit_code_while_a_worker_waits(self):
-        with self.serve("no-handshake"):
-            outcome = self.run_host(START, {"unload": True}, {"there is no": "such step"}, timeout=60)
-        self.assertEqual(2, outcome.status)
-
     def test_ends_after_its_host_let_the_library_go_and_the_next_one_starts_afresh(self):
         with self.serve("slow-headers") as service:
             outcome = self.run_host(START, {"unload": True}, {"sleepMsec": 6000}, {"load": True}, START)
@@ -70,6 +80,46 @@ class WorkerOfAnUnloadedLibrary(PostingTestCase):
         self.assertEqual(0, outcome.status)
         self.assertGreaterEqual(len(service.seen.connections), 100)
         self.assertEqual(100, sum(line.message == "<- " for line in outcome.log))
+
+
+class EndingProcess(PostingTestCase):
+    """The service is silent for longer than any of these tests lasts."""
+
+    ADDRESS = "127.0.0.35"
+    SOON = 20
+    """Seconds from a host's start to its end: three are the wait for the worker, the rest is for a busy machine."""
+
+    def end_of_host(self, name: str, *steps: dict) -> End:
+        session = self.machine.host_folder / f"{name}.jsonl"
+        session.write_text("".join(json.dumps(step) + "\n" for step in steps))
+        started = time.monotonic()
+        with open(session.with_suffix(".errors"), "wb") as errors:
+            status = self.machine.run("lumeq-host.exe", [session.name], session_player.Conditions(road="basic"),
+                                      session.with_suffix(".output"), 60, errors)
+        return End(status, time.monotonic() - started)
+
+    def check_end(self, end: End, status: int):
+        self.assertEqual(status, end.status)
+        self.assertGreaterEqual(end.seconds, 2.98)
+        self.assertLess(end.seconds, self.SOON)
+
+    def test_is_not_held_by_its_waiting_worker(self):
+        for misbehaviour in ("no-handshake", "never-answer"):
+            with self.subTest(misbehaviour), self.serve(misbehaviour) as service:
+                self.prepare()
+                end = self.end_of_host("one", START, {"unload": True}, BAD_STEP)
+                self.assertEqual(1, len(service.seen.connections))
+            self.check_end(end, 2)
+
+    def test_is_one_of_several_with_a_worker_each(self):
+        endings = {"one": (), "two": ({"unload": True},), "three": (BAD_STEP,), "four": ({"unload": True}, BAD_STEP)}
+        with self.serve("never-answer") as service, concurrent.futures.ThreadPoolExecutor() as hosts:
+            self.prepare()
+            ends = list(hosts.map(lambda name: self.end_of_host(name, START, *endings[name]), endings))
+        for end, status in zip(ends, (0, 0, 2, 2)):
+            self.check_end(end, status)
+        self.assertEqual([[]] * 4, [message.wrong for message in service.seen.messages])
+        self.assertEqual(4, len({message.fields["app_session_uuid"] for message in service.seen.messages}))
 
 
 if __name__ == "__main__":

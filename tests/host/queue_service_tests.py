@@ -12,6 +12,7 @@ import time
 import unittest
 from pathlib import Path
 from typing import Iterator
+from unittest import mock
 
 from support import BUILD, ROOT
 
@@ -141,10 +142,13 @@ class ServiceTestCase(unittest.TestCase):
                 context.wrap_socket(plain, server_hostname=ADDRESS) as channel:
             yield channel
 
-    def exchange(self, port: int, raw: str = GOOD) -> str:
+    def exchange_bytes(self, port: int, raw: str = GOOD) -> bytes:
         with self.connect(port) as channel:
             channel.sendall(raw.encode("latin-1"))
-            return b"".join(iter(lambda: channel.recv(65536), b"")).decode()
+            return b"".join(iter(lambda: channel.recv(65536), b""))
+
+    def exchange(self, port: int, raw: str = GOOD) -> str:
+        return self.exchange_bytes(port, raw).decode()
 
 
 class Service(ServiceTestCase):
@@ -189,6 +193,25 @@ class Service(ServiceTestCase):
             channel.sendall(b"\x16\x03\x01")
             channel.settimeout(1)
             self.assertRaises(TimeoutError, channel.recv, 1)
+
+    def test_shakes_hands_late(self):
+        with mock.patch.object(queue_service, "HANDSHAKE_SECONDS", 0.5), self.serve("late-handshake") as service:
+            started = time.monotonic()
+            answer = self.exchange(service.port)
+        self.assertTrue(answer.startswith("HTTP/1.1 200 OK\r\n"))
+        self.assertGreaterEqual(time.monotonic() - started, 0.5)
+
+    def test_answers_as_it_is_told_and_then_as_usual(self):
+        with QueueService(self.folder, ADDRESS, 0, Behaviour(answers=(b"one", b"\xff\0"))) as service:
+            self.assertEqual([b"one", b"\xff\0"], [self.exchange_bytes(service.port) for _ in range(2)])
+            self.assertTrue(self.exchange(service.port).startswith("HTTP/1.1 200 OK\r\n"))
+
+    def test_serves_without_tls(self):
+        with QueueService(self.folder, ADDRESS, 0, Behaviour(plain=True)) as service, \
+                socket.create_connection((ADDRESS, service.port), timeout=20) as channel:
+            channel.sendall(GOOD.encode())
+            self.assertTrue(channel.recv(65536).startswith(b"HTTP/1.1 200 OK\r\n"))
+        self.assertEqual([GOOD.encode()], [message.raw for message in service.seen.messages])
 
     def test_accepts_and_resets(self):
         with self.serve("reset") as service:

@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <stdexcept>
+#include <string>
 #include <vector>
 
 namespace Zuvan::Lumeq::Testing {
@@ -32,28 +33,52 @@ bool HasLittleEndianUuids(const Bytes& tables) {
     return version >= 206;
 }
 
-/// The fixed part of the first structure of the type.
-Bytes Structure(const Bytes& tables, std::uint8_t type) {
-    std::size_t at = HeaderSize;
-    while (at + 4 <= tables.size()) {
-        const std::size_t length = tables[at + 1];
-        if (tables[at] == type)
-            return {tables.begin() + static_cast<std::ptrdiff_t>(at),
-                    tables.begin() + static_cast<std::ptrdiff_t>(at + length)};
-        // Texts follow, and behind the last of them stands one more zero byte.
-        at += length;
-        while (at + 1 < tables.size() && (tables[at] != 0 || tables[at + 1] != 0))
-            ++at;
-        at += 2;
+struct Structure {
+    Bytes fixedPart;
+    std::vector<std::string> texts; ///< Numbered from 1.
+};
+
+/// Moves on to the next one.
+Structure ReadStructure(const Bytes& tables, std::size_t& at) {
+    const auto begin = tables.begin() + static_cast<std::ptrdiff_t>(at);
+    Structure structure{{begin, begin + tables[at + 1]}, {}};
+    at += tables[at + 1];
+    // Texts follow, and behind the last of them stands one more zero byte; two where there is none.
+    while (at < tables.size() && tables[at] != 0) {
+        const auto text = tables.begin() + static_cast<std::ptrdiff_t>(at);
+        structure.texts.emplace_back(text, std::find(text, tables.end(), 0));
+        at += structure.texts.back().size() + 1;
     }
+    at += structure.texts.empty() ? 2 : 1;
+    return structure;
+}
+
+/// The first structure of the type.
+Structure FindStructure(const Bytes& tables, std::uint8_t type) {
+    for (std::size_t at = HeaderSize; at + 4 <= tables.size();)
+        if (Structure structure = ReadStructure(tables, at); structure.fixedPart[0] == type)
+            return structure;
     throw std::runtime_error("no firmware table of type " + std::to_string(type));
+}
+
+constexpr std::uint8_t System = 1;
+constexpr std::uint8_t Enclosure = 3;
+
+/// Empty where the firmware has none. `place` is that of the text's number.
+std::wstring SystemText(std::size_t place) {
+    const Structure system = FindStructure(FirmwareTables(), System);
+    const std::uint8_t number = system.fixedPart.at(place);
+    if (number == 0)
+        return {};
+    const std::string& text = system.texts.at(number - 1);
+    return {text.begin(), text.end()};
 }
 
 } // namespace
 
 std::wstring FirmwareUuid() {
     const Bytes tables = FirmwareTables();
-    Bytes system = Structure(tables, 1);
+    Bytes system = FindStructure(tables, System).fixedPart;
     if (system.size() < 24)
         throw std::runtime_error("the firmware tells no UUID");
     const auto uuid = system.begin() + 8;
@@ -71,9 +96,13 @@ std::wstring FirmwareUuid() {
     return text;
 }
 
+std::wstring FirmwareMaker() { return SystemText(4); }
+std::wstring FirmwareModel() { return SystemText(5); }
+std::wstring FirmwareSerialNumber() { return SystemText(7); }
+
 std::uint16_t FirmwareChassisType() {
     constexpr std::uint8_t LockBit = 0x80;
-    return static_cast<std::uint16_t>(Structure(FirmwareTables(), 3).at(5) & ~LockBit);
+    return static_cast<std::uint16_t>(FindStructure(FirmwareTables(), Enclosure).fixedPart.at(5) & ~LockBit);
 }
 
 } // namespace Zuvan::Lumeq::Testing

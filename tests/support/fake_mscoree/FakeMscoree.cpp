@@ -1,5 +1,7 @@
 #include "support/fake_mscoree/FakeMscoree.h"
 
+#include "support/ReferenceCounted.h"
+
 #include <windows.h>
 
 #include <algorithm>
@@ -7,7 +9,6 @@
 #include <sstream>
 #include <stdexcept>
 #include <string>
-#include <unknwn.h>
 #include <vector>
 
 // The interfaces and identifiers are written out here once more, and not taken from the code under test.
@@ -41,30 +42,12 @@ bool IsScripted(const std::wstring& word) {
 
 /// Counts itself in the given field for as long as it lives.
 template <class Interface, std::int32_t FakeMscoreeState::*Counter>
-class CountedObject : public Interface {
+class CountedObject : public ReferenceCounted<Interface> {
 public:
     CountedObject() { ++(state.*Counter); }
-    CountedObject(const CountedObject&) = delete;
-    CountedObject& operator=(const CountedObject&) = delete;
-
-    // Nobody is expected to ask, and who does gets nothing.
-    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID, void** result) override {
-        *result = nullptr;
-        return E_NOINTERFACE;
-    }
-    ULONG STDMETHODCALLTYPE AddRef() override { return ++_references; }
-    ULONG STDMETHODCALLTYPE Release() override {
-        const ULONG left = --_references;
-        if (left == 0)
-            delete this;
-        return left;
-    }
 
 protected:
-    virtual ~CountedObject() { --(state.*Counter); }
-
-private:
-    ULONG _references = 1;
+    ~CountedObject() override { --(state.*Counter); }
 };
 
 struct RuntimeInterface : IUnknown {

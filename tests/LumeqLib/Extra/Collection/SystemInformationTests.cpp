@@ -51,12 +51,21 @@ std::wstring KernelVersionText() {
     return text ? static_cast<const wchar_t*>(text) : L"";
 }
 
-std::wstring WindowsNtValue(const wchar_t* name) {
+/// Empty where there is none.
+std::wstring MachineText(const wchar_t* key, const wchar_t* name) {
     wchar_t text[256] = {};
     DWORD size = sizeof text;
-    RegGetValueW(HKEY_LOCAL_MACHINE, L"Software\\Microsoft\\Windows NT\\CurrentVersion", name, RRF_RT_REG_SZ,
-                 nullptr, text, &size);
+    RegGetValueW(HKEY_LOCAL_MACHINE, key, name, RRF_RT_REG_SZ, nullptr, text, &size);
     return text;
+}
+
+std::wstring WindowsNtValue(const wchar_t* name) {
+    return MachineText(L"Software\\Microsoft\\Windows NT\\CurrentVersion", name);
+}
+
+/// Wine's WMI has texts of its own where the firmware has none.
+std::wstring Or(const std::wstring& text, const std::wstring& otherwise) {
+    return text.empty() ? otherwise : text;
 }
 
 } // namespace
@@ -245,12 +254,17 @@ TEST(RealSystemInformation, CategoryIsTheFirmwaresChassis) {
     EXPECT_EQ(GetSysInfoBase().at(L"pc_category"), L"Computer");
 }
 
-TEST(RealSystemInformation, MakerAndModelAreThoseOfTheSystemProduct) {
+TEST(RealSystemInformation, MakerAndModelAreTheFirmwares) {
     const SystemInformation record = GetSysInfoBase();
-    const _variant_t vendor = Utils::GetWmiProperty(L"Win32_ComputerSystemProduct", L"Vendor");
-    const _variant_t name = Utils::GetWmiProperty(L"Win32_ComputerSystemProduct", L"Name");
-    EXPECT_EQ(_variant_t(record.at(L"pc_manufacturer").c_str()), vendor);
-    EXPECT_EQ(_variant_t(record.at(L"pc_modelname").c_str()), name);
+    EXPECT_EQ(record.at(L"pc_manufacturer"), Or(Testing::FirmwareMaker(), L"The Wine Project"));
+    EXPECT_EQ(record.at(L"pc_modelname"), Or(Testing::FirmwareModel(), L"Wine"));
+}
+
+TEST(RealSystemInformation, SkuIsTheRegistrysOrTheFirmwaresSerialNumber) {
+    if (Utils::GetWmiProperty(L"Win32_ComputerSystemProduct", L"SKUNumber").vt == VT_BSTR)
+        GTEST_SKIP() << "this machine's firmware has a number of its own";
+    const std::wstring registered = MachineText(L"HARDWARE\\DESCRIPTION\\System\\BIOS", L"SystemSKU");
+    EXPECT_EQ(GetSysInfoBase().at(L"pc_sku"), Or(registered, Or(Testing::FirmwareSerialNumber(), L"0")));
 }
 
 } // namespace Zuvan::Lumeq::Extra::Collection

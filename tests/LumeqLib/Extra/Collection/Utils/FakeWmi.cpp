@@ -1,10 +1,10 @@
 #include "FakeWmi.h"
 
 #include "Common/Utf.h"
+#include "support/ReferenceCounted.h"
 
 #include <windows.h>
 
-#include <atomic>
 #include <sstream>
 #include <stdexcept>
 #include <wbemidl.h>
@@ -25,31 +25,20 @@ void Record(const Arguments&... arguments) {
     fake->calls.push_back(line.str());
 }
 
-/// Counts its references like any COM object and reports its end.
+/// Reports its end.
 template <class Interface>
-class Counted : public Interface {
+class Counted : public ReferenceCounted<Interface> {
 public:
     explicit Counted(const char* name) : _name(name) { ++fake->liveObjects; }
-    virtual ~Counted() {
+
+protected:
+    ~Counted() override {
         --fake->liveObjects;
         Record("release", _name);
     }
 
-    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID, void** object) override {
-        *object = nullptr;
-        return E_NOINTERFACE;
-    }
-    ULONG STDMETHODCALLTYPE AddRef() override { return ++_references; }
-    ULONG STDMETHODCALLTYPE Release() override {
-        const ULONG left = --_references;
-        if (left == 0)
-            delete this;
-        return left;
-    }
-
 private:
     const char* _name;
-    std::atomic<ULONG> _references{1};
 };
 
 class Instance : public Counted<IWbemClassObject> {

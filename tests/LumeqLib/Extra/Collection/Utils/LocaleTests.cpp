@@ -15,7 +15,10 @@ struct Fact {
 Fact country;
 Fact language;
 
-int WINAPI ReadFake(LCID, LCTYPE type, LPWSTR buffer, int capacity) {
+LCID asked;
+
+int WINAPI ReadFake(LCID locale, LCTYPE type, LPWSTR buffer, int capacity) {
+    asked = locale;
     const Fact& fact = type == LOCALE_SISO3166CTRYNAME ? country : language;
     if (!fact.text)
         return 0;
@@ -42,6 +45,18 @@ std::wstring CountryFrom(Fact theCountry) {
 } // namespace
 
 TEST(CountryOf, IsTheCountry) { EXPECT_EQ(CountryFrom({L"US"}), L"US"); }
+
+TEST(CountryOf, IsAskedOfTheGivenLocale) {
+    country = language = {L"xx"};
+    CountryOf(LOCALE_USER_DEFAULT, &ReadFake);
+    EXPECT_EQ(asked, LOCALE_USER_DEFAULT);
+    CountryOf(LOCALE_SYSTEM_DEFAULT, &ReadFake);
+    EXPECT_EQ(asked, LOCALE_SYSTEM_DEFAULT);
+    LanguageOf(LOCALE_USER_DEFAULT, &ReadFake);
+    EXPECT_EQ(asked, LOCALE_USER_DEFAULT);
+    LanguageOf(LOCALE_SYSTEM_DEFAULT, &ReadFake);
+    EXPECT_EQ(asked, LOCALE_SYSTEM_DEFAULT);
+}
 
 TEST(CountryOf, IsUnknownWithoutASizeOrAReading) {
     EXPECT_EQ(CountryFrom({nullptr}), L"unknown");

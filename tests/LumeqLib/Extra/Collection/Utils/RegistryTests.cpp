@@ -1,5 +1,6 @@
 #include "LumeqLib/Extra/Collection/Utils/Registry.h"
 
+#include "support/ImportedFunction.h"
 #include "support/IsolatedMachine.h"
 
 #include <gtest/gtest.h>
@@ -57,6 +58,18 @@ TEST_F(ReadRegistryStringTest, EmptyTextAndNoDataAreEmpty) {
     EXPECT_EQ(Read(), L"");
     SetBytes(REG_SZ, L"", 0);
     EXPECT_EQ(Read(), L"");
+}
+
+TEST_F(ReadRegistryStringTest, KeyIsOpenedForReadingInTheSixtyFourBitView) {
+    static REGSAM asked = 0;
+    const Testing::ImportedFunction<decltype(RegOpenKeyExW)> watched(
+        "advapi32.dll", "RegOpenKeyExW", [](HKEY root, LPCWSTR, DWORD, REGSAM access, HKEY*) -> LSTATUS {
+            EXPECT_EQ(root, HKEY_LOCAL_MACHINE);
+            asked = access;
+            return ERROR_ACCESS_DENIED;
+        });
+    EXPECT_EQ(Read(), L"unknown");
+    EXPECT_EQ(asked, 0x20119u);
 }
 
 } // namespace Zuvan::Lumeq::Extra::Collection::Utils

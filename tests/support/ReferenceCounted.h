@@ -1,0 +1,37 @@
+// What the COM objects of the tests' own have in common.
+#pragma once
+
+#include <atomic>
+#include <unknwn.h>
+
+namespace Zuvan::Lumeq::Testing {
+
+/// Dies with its last reference; the first is its maker's. Nobody is expected to ask for another interface,
+/// and who does gets nothing.
+template <class Interface>
+class ReferenceCounted : public Interface {
+public:
+    ReferenceCounted() = default;
+    ReferenceCounted(const ReferenceCounted&) = delete;
+    ReferenceCounted& operator=(const ReferenceCounted&) = delete;
+
+    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID, void** object) override {
+        *object = nullptr;
+        return E_NOINTERFACE;
+    }
+    ULONG STDMETHODCALLTYPE AddRef() override { return ++_references; }
+    ULONG STDMETHODCALLTYPE Release() override {
+        const ULONG left = --_references;
+        if (left == 0)
+            delete this;
+        return left;
+    }
+
+protected:
+    virtual ~ReferenceCounted() = default;
+
+private:
+    std::atomic<ULONG> _references{1};
+};
+
+} // namespace Zuvan::Lumeq::Testing
