@@ -28,7 +28,7 @@ struct ExportCase {
     ExportCall accepted;
     /// Completes what an Initiated export has opened; null for the others.
     ExportCall close = nullptr;
-    const char* trace; ///< The last line at TRACE of the accepted call.
+    const char* trace; ///< A line at TRACE of the accepted call, its last where it gives something back.
     /// What the companion library is given last: an operation with its arguments, or an event as
     /// CompanionEvents gives it; null for nothing.
     const wchar_t* delivered = nullptr;

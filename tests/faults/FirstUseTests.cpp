@@ -55,6 +55,7 @@ Outcome RunFresh(IsolatedMachine& machine, const FirstUse& use, int nth,
     const bool happened = run.Library().Control().disarm() && nth > 0;
     run.ExpectUndisturbed(exported.accepted);
     run.ExpectNextCallWorks(exported.accepted, happened);
+    EXPECT_EQ(FailingLibrary::OpenApartments(), 0);
     return {happened, run.Library().Control().liveBlocks()};
 }
 

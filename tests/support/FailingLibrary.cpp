@@ -26,8 +26,12 @@ void STDAPICALLTYPE CountedUninitialize() {
 }
 
 HMODULE Load() {
-    if (GetModuleHandleW(FileName))
-        throw std::runtime_error("the failing library is loaded already");
+    // A worker of the one before may still be about to end.
+    for (int milliseconds = 0; GetModuleHandleW(FileName); ++milliseconds) {
+        if (milliseconds == 5000)
+            throw std::runtime_error("the failing library is still loaded");
+        Sleep(1);
+    }
     const std::wstring path = (TestProgramFolder() / "support" / "failing_library" / FileName).wstring();
     if (const HMODULE module = LoadLibraryW(path.c_str()))
         return module;
