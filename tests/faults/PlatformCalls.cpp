@@ -42,9 +42,11 @@ struct Failing {
 struct Caller {
     const char* exported;
     Road road;
+    const char* logLevel = "debug";
 };
 
 constexpr Caller Start{"StartupEx", Road::Basic};
+constexpr Caller StartWithoutLog{"StartupEx", Road::Basic, ""};
 constexpr Caller Choice{"SetUserOptInEx", Road::Basic};
 constexpr Caller Line{"ToString", Road::Basic};
 constexpr Caller Event{"ButtonClicked", Road::Managed};
@@ -63,7 +65,8 @@ PlatformCall Fails(Tag, Caller caller, const char* library, const char* function
             reinterpret_cast<void*>(&Stand::Call),
             reinterpret_cast<void**>(&Stand::real),
             caller.exported,
-            caller.road};
+            caller.road,
+            caller.logLevel};
 }
 
 constexpr char Advapi[] = "advapi32.dll";
@@ -102,7 +105,7 @@ const PlatformCall Calls[] = {
     Fails([] {}, Choice, Kernel, "MoveFileExW", &MoveFileExW, FALSE, ERROR_DISK_FULL),
     Fails([] {}, Start, Kernel, "OpenThread", &OpenThread, nullptr),
     Fails([] {}, Start, Kernel, "VerifyVersionInfoW", &VerifyVersionInfoW, FALSE, ERROR_OLD_WIN_VERSION),
-    Fails([] {}, Start, Kernel, "WaitForSingleObject", &WaitForSingleObject, WAIT_FAILED),
+    Fails([] {}, StartWithoutLog, Kernel, "WaitForSingleObject", &WaitForSingleObject, WAIT_FAILED),
     Fails([] {}, Choice, Kernel, "WriteFile", &::WriteFile, FALSE, ERROR_DISK_FULL),
     Fails([] {}, Start, Ole, "CoCreateInstance", &CoCreateInstance, REGDB_E_CLASSNOTREG),
     Fails([] {}, Start, Ole, "CoInitializeEx", &CoInitializeEx, E_OUTOFMEMORY),

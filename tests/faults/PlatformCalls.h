@@ -16,6 +16,7 @@ struct PlatformCall {
     void** real;
     const char* exported;
     Road road;
+    const char* logLevel;
 };
 std::ostream& operator<<(std::ostream& stream, const PlatformCall& call);
 

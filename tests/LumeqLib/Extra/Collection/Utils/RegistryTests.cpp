@@ -1,5 +1,6 @@
 #include "LumeqLib/Extra/Collection/Utils/Registry.h"
 
+#include "support/ImportedFunction.h"
 #include "support/IsolatedMachine.h"
 
 #include <gtest/gtest.h>
@@ -57,6 +58,26 @@ TEST_F(ReadRegistryStringTest, EmptyTextAndNoDataAreEmpty) {
     EXPECT_EQ(Read(), L"");
     SetBytes(REG_SZ, L"", 0);
     EXPECT_EQ(Read(), L"");
+}
+
+TEST_F(ReadRegistryStringTest, TextThatIsGoneAfterItsSizeWasToldIsUnknown) {
+    _machine.SetText(HKEY_LOCAL_MACHINE, L"Software\\Thing", L"Name", L"text");
+    const Testing::ImportedFunction<decltype(RegQueryValueExW)> failing(
+        "advapi32.dll", "RegQueryValueExW",
+        [](HKEY key, const wchar_t* name, DWORD* reserved, DWORD* type, BYTE* data, DWORD* size) -> LSTATUS {
+            return data ? ERROR_FILE_NOT_FOUND
+                        : Testing::RealFunction<decltype(RegQueryValueExW)>(
+                              "advapi32.dll", "RegQueryValueExW")(key, name, reserved, type, data, size);
+        });
+    EXPECT_EQ(Read(), L"unknown");
+}
+
+TEST_F(ReadRegistryStringTest, KeyThatMayNotBeOpenedIsUnknown) {
+    _machine.SetText(HKEY_LOCAL_MACHINE, L"Software\\Thing", L"Name", L"text");
+    const Testing::ImportedFunction<decltype(RegOpenKeyExW)> denied(
+        "advapi32.dll", "RegOpenKeyExW",
+        [](HKEY, const wchar_t*, DWORD, REGSAM, HKEY*) -> LSTATUS { return ERROR_ACCESS_DENIED; });
+    EXPECT_EQ(Read(), L"unknown");
 }
 
 } // namespace Zuvan::Lumeq::Extra::Collection::Utils
