@@ -60,6 +60,9 @@ bool IsFirstUseDeferred() noexcept {
 bool FindLogFiles() {
     wchar_t temporary[MAX_PATH + 1] = {};
     GetTempPathW(MAX_PATH + 1, temporary);
+    // Without it the names would mean files of the current folder, which may be anybody's.
+    if (*temporary == L'\0')
+        return false;
     const std::wstring folder = JoinPath(temporary, L"Zuvan\\LUMEQ");
     if (!PathIsDirectoryW(folder.c_str()) &&
         SHCreateDirectoryExW(nullptr, folder.c_str(), nullptr) != ERROR_SUCCESS)
