@@ -38,9 +38,10 @@ std::vector<std::string> SteadyMessages(const std::filesystem::path& log, const 
     return messages;
 }
 
-IsolatedMachine& Equip(IsolatedMachine& machine, Road road, const std::string& logLevel) {
+IsolatedMachine& Equip(IsolatedMachine& machine, Road road, const std::string& logLevel,
+                       const std::string& server) {
     machine.WriteFactorySettings(
-        "<ProjectId>P1</ProjectId><LUMServerUri>127.0.0.99</LUMServerUri>" +
+        "<ProjectId>P1</ProjectId><LUMServerUri>" + server + "</LUMServerUri>" +
         (logLevel.empty() ? "<Log>off</Log>" : "<Log>on</Log><LogLevel>" + logLevel + "</LogLevel>"));
     UseFakeMscoree(road == Road::Managed ? L"v4.0.30319" : L"v2.0.50727");
     if (road == Road::Managed && !std::filesystem::exists(machine.HostFolder() / L"LumeqShim.Managed.dll"))
@@ -59,8 +60,8 @@ ExportTest::~ExportTest() {
 }
 
 ExportRun::ExportRun(IsolatedMachine& machine, const ExportCase& exported, Road road,
-                     const std::string& logLevel)
-    : _machine(Equip(machine, road, logLevel)), _exported(exported), _road(road),
+                     const std::string& logLevel, const std::string& server)
+    : _machine(Equip(machine, road, logLevel, server)), _exported(exported), _road(road),
       _isLogged(!logLevel.empty()), _quick(_library.Module()) {}
 
 void ExportRun::Prepare() {

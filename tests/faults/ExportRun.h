@@ -26,8 +26,9 @@ protected:
 /// The library, freshly loaded on a machine of its own, and one export of it.
 class ExportRun {
 public:
-    /// An empty `logLevel` for no log.
-    ExportRun(IsolatedMachine& machine, const ExportCase& exported, Road road, const std::string& logLevel);
+    /// An empty `logLevel` for no log. Without a server the message fails as soon as it connects.
+    ExportRun(IsolatedMachine& machine, const ExportCase& exported, Road road, const std::string& logLevel,
+              const std::string& server = "");
 
     const FailingLibrary& Library() const { return _library; }
 

@@ -19,7 +19,7 @@ protected:
     bool FailCall(int nth) {
         std::filesystem::remove_all(_machine.ProgramData() / "Zuvan");
         const ExportCase& exported = FindExportCase(GetParam().exported);
-        ExportRun run(_machine, exported, GetParam().road, GetParam().logLevel);
+        ExportRun run(_machine, exported, GetParam().road, GetParam().logLevel, "127.0.0.99");
         run.Prepare();
         bool happened = false;
         {
