@@ -1,8 +1,12 @@
 #include "Common/Guid.h"
 
+#include "support/ImportedFunction.h"
+
 #include <gtest/gtest.h>
 
+#include <objbase.h>
 #include <regex>
+#include <rpc.h>
 
 namespace Zuvan::Lumeq::Common {
 
@@ -13,6 +17,18 @@ TEST(NewGuidString, IsBracedUpperCaseAndNewEachTime) {
     EXPECT_TRUE(std::regex_match(first, form));
     EXPECT_TRUE(std::regex_match(second, form));
     EXPECT_NE(first, second);
+}
+
+TEST(NewGuidString, OfASystemThatMakesNoneIsAllZeros) {
+    const Testing::ImportedFunction<decltype(UuidCreate)> failing(
+        "rpcrt4.dll", "UuidCreate", [](UUID*) -> RPC_STATUS { return RPC_S_UUID_NO_ADDRESS; });
+    EXPECT_EQ(NewGuidString(), L"{00000000-0000-0000-0000-000000000000}");
+}
+
+TEST(NewGuidString, ThatCannotBeWrittenIsEmpty) {
+    const Testing::ImportedFunction<decltype(StringFromGUID2)> failing(
+        "ole32.dll", "StringFromGUID2", [](const GUID&, wchar_t*, int) -> int { return 0; });
+    EXPECT_EQ(NewGuidString(), L"");
 }
 
 } // namespace Zuvan::Lumeq::Common

@@ -1,6 +1,7 @@
 #include "Common/HostFile.h"
 
 #include "support/HostExecutable.h"
+#include "support/ImportedFunction.h"
 
 #include <windows.h>
 
@@ -41,6 +42,13 @@ std::filesystem::path MakeFileWithVersion(const std::filesystem::path& folder, s
     return path;
 }
 
+/// A file that has a version.
+std::wstring KernelFile() {
+    wchar_t folder[MAX_PATH] = {};
+    GetSystemDirectoryW(folder, MAX_PATH);
+    return std::wstring(folder) + L"\\kernel32.dll";
+}
+
 } // namespace
 
 TEST(HostFile, ExecutableWithoutVersionResourceHasZeroVersion) {
@@ -61,6 +69,33 @@ TEST(HostFile, FixedBlockOfAnotherLengthGivesZeroVersion) {
     for (const std::uint16_t length : {48, 56})
         EXPECT_EQ(GetFileVersion(MakeFileWithVersion(folder, length), L"unknown"), L"0.0.0.0") << length;
     std::filesystem::remove_all(folder);
+}
+
+TEST(HostFile, ExecutableThatTheSystemDoesNotTellHasNeitherNameNorVersion) {
+    const Testing::ImportedFunction<decltype(GetModuleFileNameW)> failing(
+        "kernel32.dll", "GetModuleFileNameW", [](HMODULE, wchar_t* path, DWORD) -> DWORD {
+            path[0] = L'x';
+            return 0;
+        });
+    EXPECT_EQ(GetHostFilePath(), L"");
+    EXPECT_EQ(GetExecutableName(), L"");
+    EXPECT_EQ(GetHostFileVersion(), L"0.0.0.0");
+}
+
+TEST(HostFile, ResourceThatCannotBeReadGivesZeroVersion) {
+    const Testing::ImportedFunction<decltype(GetFileVersionInfoW)> failing(
+        "version.dll", "GetFileVersionInfoW",
+        [](const wchar_t*, DWORD, DWORD, void*) -> BOOL { return FALSE; });
+    EXPECT_EQ(GetFileVersion(KernelFile(), L"unknown"), L"0.0.0.0");
+}
+
+TEST(HostFile, ResourceWithoutFixedBlockGivesZeroVersion) {
+    const Testing::ImportedFunction<decltype(VerQueryValueW)> failing(
+        "version.dll", "VerQueryValueW", [](const void*, const wchar_t*, void**, UINT* length) -> BOOL {
+            *length = 52;
+            return FALSE;
+        });
+    EXPECT_EQ(GetFileVersion(KernelFile(), L"unknown"), L"0.0.0.0");
 }
 
 } // namespace Zuvan::Lumeq::Common

@@ -511,4 +511,50 @@ TEST_F(LoggerTest, DurationIsLoggedAtDebugWithoutArguments) {
     EXPECT_TRUE(std::regex_match(lines[0].message, std::regex("Work took \\d+ ms"))) << lines[0].message;
 }
 
+TEST_F(LoggerTest, FolderThatCannotBeMadeLosesTheLineAndTheNextTriesAgain) {
+    machine.WriteFactorySettings();
+    {
+        const ImportedFunction<decltype(SHCreateDirectoryExW)> failing(
+            "shell32.dll", "SHCreateDirectoryExW",
+            [](HWND, const wchar_t*, const SECURITY_ATTRIBUTES*) -> int { return ERROR_ACCESS_DENIED; });
+        const Testing::DebuggerStandIn debugger;
+        Log(SeverityLevel::ERROR, L"lost");
+        EXPECT_THAT(debugger.Texts(), IsEmpty());
+    }
+    Log(SeverityLevel::ERROR, L"written");
+    EXPECT_THAT(LogLines(ErrorFile()), ElementsAre(LoggedLine{"ERROR", "", "written"}));
+}
+
+TEST_F(LoggerTest, PathThatCannotBeJoinedLosesTheLineAndTheNextTriesAgain) {
+    machine.WriteFactorySettings();
+    {
+        const ImportedFunction<decltype(PathCombineW)> failing(
+            "shlwapi.dll", "PathCombineW", [](wchar_t* joined, const wchar_t*, const wchar_t*) -> wchar_t* {
+                joined[0] = L'\0';
+                return nullptr;
+            });
+        Log(SeverityLevel::ERROR, L"lost");
+    }
+    Log(SeverityLevel::ERROR, L"written");
+    EXPECT_THAT(LogLines(ErrorFile()), ElementsAre(LoggedLine{"ERROR", "", "written"}));
+}
+
+TEST_F(LoggerTest, TemporaryFolderThatIsNotToldIsNotTheCurrentOne) {
+    machine.WriteFactorySettings();
+    const std::filesystem::path before = std::filesystem::current_path();
+    // Somebody else's, who would like to read along.
+    const std::filesystem::path planted = machine.ProgramData() / "Zuvan" / "LUMEQ";
+    std::filesystem::create_directories(planted);
+    std::filesystem::current_path(machine.ProgramData());
+    {
+        const ImportedFunction<decltype(GetTempPathW)> failing("kernel32.dll", "GetTempPathW",
+                                                               [](DWORD, wchar_t*) -> DWORD { return 0; });
+        Log(SeverityLevel::ERROR, L"lost");
+    }
+    Log(SeverityLevel::ERROR, L"written");
+    std::filesystem::current_path(before);
+    EXPECT_FALSE(std::filesystem::exists(planted / "Lumeq.Error.txt"));
+    EXPECT_THAT(LogLines(ErrorFile()), ElementsAre(LoggedLine{"ERROR", "", "written"}));
+}
+
 } // namespace Zuvan::Lumeq::Common

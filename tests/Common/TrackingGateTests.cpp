@@ -1,5 +1,6 @@
 #include "Common/TrackingGate.h"
 
+#include "support/ImportedFunction.h"
 #include "support/IsolatedMachine.h"
 
 #include <gtest/gtest.h>
@@ -58,6 +59,14 @@ TEST_F(TrackingGate, IgnoresTheMachinesKey) {
 TEST_F(TrackingGate, DoesNotNoticeALaterChange) {
     EXPECT_FALSE(IsTrackingDisabled());
     machine.SetDword(HKEY_CURRENT_USER, Key, Value, 1);
+    EXPECT_FALSE(IsTrackingDisabled());
+}
+
+TEST_F(TrackingGate, IsOpenIfTheKeyMayNotBeRead) {
+    machine.SetDword(HKEY_CURRENT_USER, Key, Value, 1);
+    const Testing::ImportedFunction<decltype(RegOpenKeyExW)> denied(
+        "advapi32.dll", "RegOpenKeyExW",
+        [](HKEY, const wchar_t*, DWORD, REGSAM, HKEY*) -> LSTATUS { return ERROR_ACCESS_DENIED; });
     EXPECT_FALSE(IsTrackingDisabled());
 }
 

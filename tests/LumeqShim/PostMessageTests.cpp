@@ -388,4 +388,45 @@ TEST_F(PostMessageTest, AnswerThatEndsWithinACharacterOfTheHostsLocaleIsLogged) 
     EXPECT_THAT(last.message, testing::StartsWith("<- a"));
 }
 
+TEST_F(PostMessageTest, HandleStaysOpenIfTheExitCodeIsNotTold) {
+    const ImportedFunction<decltype(CreateThread)> watched("kernel32.dll", "CreateThread",
+                                                           &CreatedThread::Create);
+    const ImportedFunction<decltype(GetExitCodeThread)> failing("kernel32.dll", "GetExitCodeThread",
+                                                                [](HANDLE, DWORD* exitCode) -> BOOL {
+                                                                    *exitCode = 0;
+                                                                    return FALSE;
+                                                                });
+    Post();
+    EXPECT_TRUE(CreatedThread::IsOpen());
+}
+
+TEST_F(PostMessageTest, ClientIsOpenedWithoutAgentIfTheSystemTellsNone) {
+    static std::string agent = "unchanged";
+    const ImportedFunction<decltype(ObtainUserAgentString)> failing(
+        "urlmon.dll", "ObtainUserAgentString", [](DWORD, char*, DWORD*) -> HRESULT { return E_OUTOFMEMORY; });
+    const ImportedFunction<HINTERNET WINAPI(LPCSTR, DWORD, LPCSTR, LPCSTR, DWORD)> watched(
+        "wininet.dll", "InternetOpenA", [](LPCSTR theAgent, DWORD, LPCSTR, LPCSTR, DWORD) -> HINTERNET {
+            agent = theAgent;
+            return nullptr;
+        });
+    Post();
+    EXPECT_EQ(agent, "");
+}
+
+TEST_F(PostMessageTest, AnswerThatCannotBeReadIsEmpty) {
+    const ImportedFunction<BOOL WINAPI(HINTERNET, LPCWSTR, DWORD, LPVOID, DWORD)> sent(
+        "wininet.dll", "HttpSendRequestW",
+        [](HINTERNET, LPCWSTR, DWORD, LPVOID, DWORD) -> BOOL { return TRUE; });
+    const ImportedFunction<BOOL WINAPI(HINTERNET, DWORD, LPVOID, LPDWORD, LPDWORD)> untold(
+        "wininet.dll", "HttpQueryInfoW",
+        [](HINTERNET, DWORD, LPVOID, LPDWORD, LPDWORD) -> BOOL { return FALSE; });
+    const ImportedFunction<BOOL WINAPI(HINTERNET, LPVOID, DWORD, LPDWORD)> failing(
+        "wininet.dll", "InternetReadFile", [](HINTERNET, LPVOID, DWORD, LPDWORD) -> BOOL { return FALSE; });
+    EXPECT_THAT(Post(),
+                ElementsAre(Line("DEBUG", Called), Line("TRACE", Message), Line("DEBUG", Encoded),
+                            Line("DEBUG", About), Line("DATA", Sending), Line("DATA", HttpPost),
+                            Line("DEBUG", "HttpSendRequest sent"), Line("DATA", " <-HTTP RESULT= (0)"),
+                            Line("DEBUG", "Headers="), Duration(), Line("DATA", "<- ")));
+}
+
 } // namespace Zuvan::LumeqShim

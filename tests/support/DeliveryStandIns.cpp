@@ -22,6 +22,25 @@ void CopyCompanion(const wchar_t* target, const std::filesystem::path& folder) {
                                folder / L"LumeqShim.Managed.dll");
 }
 
+/// Null if it is not loaded.
+template <class Function>
+std::vector<std::wstring>* CompanionTexts(const char* name) {
+    const HMODULE library = GetModuleHandleW(L"LumeqShim.Managed.dll");
+    return library ? Common::FindFunction<Function>(library, name)() : nullptr;
+}
+
+std::vector<std::wstring>* Calls() {
+    return CompanionTexts<ScriptedCompanionCallsFunction>("ScriptedCompanion_Calls");
+}
+
+std::vector<std::wstring>* Events() {
+    return CompanionTexts<ScriptedCompanionEventsFunction>("ScriptedCompanion_Events");
+}
+
+std::vector<std::wstring> CopyOf(const std::vector<std::wstring>* texts) {
+    return texts ? *texts : std::vector<std::wstring>();
+}
+
 } // namespace
 
 void UseFakeMscoree(const std::wstring& script) {
@@ -46,11 +65,16 @@ void PlaceCompanionWithoutFlush(const std::filesystem::path& folder) {
 
 void LetCompanionRaise(const wchar_t* kind) { SetEnvironmentVariableW(L"LUMEQ_SCRIPTED_COMPANION", kind); }
 
-std::vector<std::wstring> CompanionCalls() {
-    const HMODULE library = GetModuleHandleW(L"LumeqShim.Managed.dll");
-    if (!library)
-        return {};
-    return *Common::FindFunction<ScriptedCompanionCallsFunction>(library, "ScriptedCompanion_Calls")();
+std::vector<std::wstring> CompanionCalls() { return CopyOf(Calls()); }
+
+void LetCompanionReadEvents() { LetCompanionRaise(L"read"); }
+
+std::vector<std::wstring> CompanionEvents() { return CopyOf(Events()); }
+
+void ForgetCompanionCalls() {
+    for (std::vector<std::wstring>* texts : {Calls(), Events()})
+        if (texts)
+            texts->clear();
 }
 
 void FreeCompanion() {

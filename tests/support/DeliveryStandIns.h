@@ -31,6 +31,15 @@ void LetCompanionRaise(const wchar_t* kind);
 /// The calls that reached the companion library; none if it is not loaded.
 std::vector<std::wstring> CompanionCalls();
 
+/// From now on the companion reads the events that it is given, and nothing raises.
+void LetCompanionReadEvents();
+
+/// The events that it read, each as its object label and its action with a blank between them.
+std::vector<std::wstring> CompanionEvents();
+
+/// Makes it forget both.
+void ForgetCompanionCalls();
+
 /// Frees the companion library, so that its file can be removed. The last thing of a test.
 void FreeCompanion();
 

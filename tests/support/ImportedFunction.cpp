@@ -1,7 +1,5 @@
 #include "support/ImportedFunction.h"
 
-#include <windows.h>
-
 #include <cstdint>
 #include <cstring>
 #include <stdexcept>
@@ -12,29 +10,32 @@ namespace Zuvan::Lumeq::Testing {
 namespace {
 
 template <class Value>
-Value* At(std::uintptr_t offset) {
-    return reinterpret_cast<Value*>(reinterpret_cast<std::uintptr_t>(GetModuleHandleW(nullptr)) + offset);
+Value* At(HMODULE module, std::uintptr_t offset) {
+    return reinterpret_cast<Value*>(reinterpret_cast<std::uintptr_t>(module) + offset);
 }
 
-const IMAGE_IMPORT_DESCRIPTOR* ImportedLibrary(const char* library) {
-    const auto* header = At<IMAGE_NT_HEADERS>(static_cast<std::uintptr_t>(At<IMAGE_DOS_HEADER>(0)->e_lfanew));
+const IMAGE_IMPORT_DESCRIPTOR* ImportedLibrary(HMODULE module, const char* library) {
+    const auto* header =
+        At<IMAGE_NT_HEADERS>(module, static_cast<std::uintptr_t>(At<IMAGE_DOS_HEADER>(module, 0)->e_lfanew));
     const auto& directory = header->OptionalHeader.DataDirectory[IMAGE_DIRECTORY_ENTRY_IMPORT];
-    for (const auto* import = At<IMAGE_IMPORT_DESCRIPTOR>(directory.VirtualAddress); import->Name != 0;
-         ++import)
-        if (_stricmp(At<char>(import->Name), library) == 0)
+    for (const auto* import = At<IMAGE_IMPORT_DESCRIPTOR>(module, directory.VirtualAddress);
+         import->Name != 0; ++import)
+        if (_stricmp(At<char>(module, import->Name), library) == 0)
             return import;
     throw std::runtime_error(std::string("not imported: ") + library);
 }
 
 } // namespace
 
-void** ImportSlot(const char* library, const char* function) {
-    const IMAGE_IMPORT_DESCRIPTOR* import = ImportedLibrary(library);
-    const auto* names = At<IMAGE_THUNK_DATA>(import->OriginalFirstThunk);
-    auto* addresses = At<IMAGE_THUNK_DATA>(import->FirstThunk);
+void** ImportSlot(HMODULE module, const char* library, const char* function) {
+    if (!module)
+        module = GetModuleHandleW(nullptr);
+    const IMAGE_IMPORT_DESCRIPTOR* import = ImportedLibrary(module, library);
+    const auto* names = At<IMAGE_THUNK_DATA>(module, import->OriginalFirstThunk);
+    auto* addresses = At<IMAGE_THUNK_DATA>(module, import->FirstThunk);
     for (; names->u1.AddressOfData != 0; ++names, ++addresses)
         if (!IMAGE_SNAP_BY_ORDINAL(names->u1.Ordinal) &&
-            std::strcmp(At<IMAGE_IMPORT_BY_NAME>(names->u1.AddressOfData)->Name, function) == 0)
+            std::strcmp(At<IMAGE_IMPORT_BY_NAME>(module, names->u1.AddressOfData)->Name, function) == 0)
             return reinterpret_cast<void**>(&addresses->u1.Function);
     throw std::runtime_error(std::string("not imported: ") + library + " " + function);
 }

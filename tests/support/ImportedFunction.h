@@ -1,11 +1,13 @@
-// Puts a function of the test's own in the place of one that the program imports.
+// Puts a function of the test's own in the place of one that the program, or a library of its, imports.
 #pragma once
+
+#include <windows.h>
 
 namespace Zuvan::Lumeq::Testing {
 
-/// The place in this program's import table that holds the address of `function` of `library`. Throws
-/// std::runtime_error where the program does not import it.
-void** ImportSlot(const char* library, const char* function);
+/// The place in the import table of `module`, null for this program, that holds the address of `function` of
+/// `library`. Throws std::runtime_error where the module does not import it.
+void** ImportSlot(HMODULE module, const char* library, const char* function);
 
 /// What the loaded library exports.
 void* ExportedFunction(const char* library, const char* function);
@@ -19,12 +21,15 @@ Function* RealFunction(const char* library, const char* function) {
     return reinterpret_cast<Function*>(ExportedFunction(library, function));
 }
 
-/// While it lives, calls from this program's code arrive at the replacement. `Function` is a function type.
+/// While it lives, calls from this program's code, or the given module's, arrive at the replacement.
+/// `Function` is a function type.
 template <class Function>
 class ImportedFunction {
 public:
     ImportedFunction(const char* library, const char* function, Function* replacement)
-        : _slot(ImportSlot(library, function)),
+        : ImportedFunction(nullptr, library, function, replacement) {}
+    ImportedFunction(HMODULE module, const char* library, const char* function, Function* replacement)
+        : _slot(ImportSlot(module, library, function)),
           _original(ExchangeImport(_slot, reinterpret_cast<void*>(replacement))) {}
     ~ImportedFunction() { ExchangeImport(_slot, _original); }
     ImportedFunction(const ImportedFunction&) = delete;

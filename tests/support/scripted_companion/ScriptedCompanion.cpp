@@ -20,6 +20,7 @@ using Extra::Eventing::StringDictionary;
 using LumeqShim::StartupTypes;
 
 std::vector<std::wstring> calls;
+std::vector<std::wstring> events;
 
 std::wstring Script() {
     wchar_t text[64] = {};
@@ -57,11 +58,18 @@ std::wstring TextOf(const StringDictionary& data) {
     return text;
 }
 
+std::wstring TextOf(const EventingEvent& event, const wchar_t* key) {
+    const std::wstring* const text = event.Record().at(key).StringIf();
+    return text ? *text : L"(no text)";
+}
+
 } // namespace
 
 extern "C" {
 
-const std::vector<std::wstring>* ScriptedCompanion_Calls() { return &calls; }
+std::vector<std::wstring>* ScriptedCompanion_Calls() { return &calls; }
+
+std::vector<std::wstring>* ScriptedCompanion_Events() { return &events; }
 
 void StartupInternal(const std::wstring& appName, const StartupTypes* types, bool trackSystemInfo,
                      bool trackPrintQueueInfo) {
@@ -88,6 +96,9 @@ void LocalSettingsSubfolderInternal(const std::wstring& path) {
 }
 
 void PostEventInternal(const EventingEvent& event, void* second, void* third) {
+    if (Script() == L"read")
+        events.push_back(TextOf(event, L"app_event_object_label") + L" " +
+                         TextOf(event, L"app_event_action"));
     Take(L"PostEventInternal", reinterpret_cast<std::uintptr_t>(&event),
          reinterpret_cast<std::uintptr_t>(second), reinterpret_cast<std::uintptr_t>(third));
 }

@@ -440,4 +440,52 @@ TEST_F(WholeFile, LongestPathCanStillBeSaved) {
     EXPECT_EQ(Content(deep), "<New/>");
 }
 
+TEST_F(WholeFile, MemoryForTheContentThatIsNotThereKeepsTheFile) {
+    {
+        const ImportedFunction<decltype(CreateStreamOnHGlobal)> failing(
+            "ole32.dll", "CreateStreamOnHGlobal",
+            [](HGLOBAL, BOOL, IStream**) -> HRESULT { return E_OUTOFMEMORY; });
+        EXPECT_EQ(static_cast<unsigned long>(Save()), 0x8007000EU);
+    }
+    ExpectUntouched();
+}
+
+TEST_F(WholeFile, ContentThatDoesNotReachTheDiskKeepsTheFile) {
+    {
+        const ImportedFunction<decltype(FlushFileBuffers)> failing("kernel32.dll", "FlushFileBuffers",
+                                                                   [](HANDLE) -> BOOL {
+                                                                       SetLastError(ERROR_DISK_FULL);
+                                                                       return FALSE;
+                                                                   });
+        EXPECT_EQ(static_cast<unsigned long>(Save()), 0x80070070U);
+    }
+    ExpectUntouched();
+}
+
+TEST_F(WholeFile, IsSavedIfItsAccessRightsCannotBeReadOrCopied) {
+    {
+        const ImportedFunction<decltype(GetSecurityInfo)> unreadable(
+            "advapi32.dll", "GetSecurityInfo",
+            [](HANDLE, SE_OBJECT_TYPE, SECURITY_INFORMATION, PSID*, PSID*, ACL**, ACL**,
+               PSECURITY_DESCRIPTOR*) -> DWORD { return ERROR_ACCESS_DENIED; });
+        EXPECT_EQ(Save(), S_OK);
+    }
+    const ImportedFunction<decltype(SetKernelObjectSecurity)> refused(
+        "advapi32.dll", "SetKernelObjectSecurity",
+        [](HANDLE, SECURITY_INFORMATION, PSECURITY_DESCRIPTOR) -> BOOL { return FALSE; });
+    EXPECT_EQ(Save(), S_OK);
+    EXPECT_EQ(Content(), "<New/>");
+    EXPECT_EQ(FileCount(), 1);
+}
+
+TEST_F(WholeFile, IsSavedIfTheFolderCannotBeSearched) {
+    const ImportedFunction<decltype(FindFirstFileW)> denied("kernel32.dll", "FindFirstFileW",
+                                                            [](const wchar_t*, WIN32_FIND_DATAW*) -> HANDLE {
+                                                                SetLastError(ERROR_ACCESS_DENIED);
+                                                                return INVALID_HANDLE_VALUE;
+                                                            });
+    EXPECT_EQ(Save(), S_OK);
+    EXPECT_EQ(Content(), "<New/>");
+}
+
 } // namespace Zuvan::Lumeq::Core::Utils

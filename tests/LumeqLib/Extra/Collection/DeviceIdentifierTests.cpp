@@ -2,8 +2,10 @@
 
 #include "Common/Pattern.h"
 #include "LumeqLib/Extra/Collection/BiidKey.h"
+#include "support/FailingAllocation.h"
 
 #include <gtest/gtest.h>
+#include <new>
 
 namespace Zuvan::Lumeq::Extra::Collection {
 
@@ -42,6 +44,13 @@ TEST(HmacSha256Hex, HoldsOnlyLowerCaseHexadecimalDigits) {
     const Common::Pattern biid(L"^[a-f0-9]{64}$");
     for (int i = 0; i < 200; ++i)
         EXPECT_TRUE(biid.Matches(HmacSha256Hex(std::to_string(i)))) << i;
+}
+
+TEST(HmacSha256Hex, MemoryThatRunsOutIsAStandardException) {
+    for (const int nth : {1, 2}) {
+        const Testing::FailingAllocation failing(nth);
+        EXPECT_THROW(HmacSha256Hex("1c852a4d-b800-1f08"), std::bad_alloc) << nth;
+    }
 }
 
 } // namespace Zuvan::Lumeq::Extra::Collection

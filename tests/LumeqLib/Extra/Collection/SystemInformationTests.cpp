@@ -2,12 +2,14 @@
 
 #include "FakeSources.h"
 #include "support/Firmware.h"
+#include "support/ImportedFunction.h"
 #include "support/IsolatedMachine.h"
 
 #include <windows.h>
 
 #include <gmock/gmock.h>
 #include <powrprof.h>
+#include <shlobj.h>
 #include <vector>
 
 namespace Zuvan::Lumeq::Extra::Collection {
@@ -265,6 +267,21 @@ TEST(RealSystemInformation, SkuIsTheRegistrysOrTheFirmwaresSerialNumber) {
         GTEST_SKIP() << "this machine's firmware has a number of its own";
     const std::wstring registered = MachineText(L"HARDWARE\\DESCRIPTION\\System\\BIOS", L"SystemSKU");
     EXPECT_EQ(GetSysInfoBase().at(L"pc_sku"), Or(registered, Or(Testing::FirmwareSerialNumber(), L"0")));
+}
+
+TEST(SystemInformation, BatteryIsUnknownIfTheSystemDoesNotTell) {
+    const Testing::ImportedFunction<decltype(GetSystemPowerStatus)> failing(
+        "kernel32.dll", "GetSystemPowerStatus", [](SYSTEM_POWER_STATUS*) -> BOOL { return FALSE; });
+    EXPECT_EQ(FieldOf(Testing::FakeSources(), L"pc_battery"), L"unknown");
+}
+
+TEST(SystemInformation, OsVersionWithoutTheSystemFolderIsTakenAsItStands) {
+    const Testing::ImportedFunction<decltype(SHGetFolderPathW)> failing(
+        "shell32.dll", "SHGetFolderPathW",
+        [](HWND, int, HANDLE, DWORD, wchar_t*) -> HRESULT { return E_FAIL; });
+    Testing::FakeSources sources;
+    sources.wmi[L"Win32_OperatingSystem.Version"] = L"10.0.17763";
+    EXPECT_EQ(FieldOf(sources, L"os_version"), L"10.0.17763");
 }
 
 } // namespace Zuvan::Lumeq::Extra::Collection

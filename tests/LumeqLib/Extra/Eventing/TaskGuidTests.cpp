@@ -1,7 +1,10 @@
 #include "LumeqLib/Extra/Eventing/TaskGuid.h"
 
+#include "support/ImportedFunction.h"
+
 #include <gtest/gtest.h>
 #include <regex>
+#include <rpc.h>
 
 namespace Zuvan::Lumeq::Extra::Eventing {
 
@@ -21,6 +24,12 @@ TEST(TaskGuid, IsNewEachTime) {
 TEST(TaskGuid, RenderingThatFailedReadsError) {
     EXPECT_EQ(TaskGuidText(std::nullopt), L"Error!");
     EXPECT_EQ(TaskGuidText(L"01020304-0506-0708-a9ba-cbdcedfe0f10"), L"01020304-0506-0708-a9ba-cbdcedfe0f10");
+}
+
+TEST(TaskGuid, ThatTheSystemDoesNotRenderReadsError) {
+    const Testing::ImportedFunction<decltype(UuidToStringW)> failing(
+        "rpcrt4.dll", "UuidToStringW", [](UUID*, RPC_WSTR*) -> RPC_STATUS { return RPC_S_OUT_OF_MEMORY; });
+    EXPECT_EQ(TaskGuidText(RenderTaskGuid(NewTaskGuid())), L"Error!");
 }
 
 } // namespace Zuvan::Lumeq::Extra::Eventing

@@ -72,4 +72,16 @@ TEST_F(ReadRegistryStringTest, KeyIsOpenedForReadingInTheSixtyFourBitView) {
     EXPECT_EQ(asked, 0x20119u);
 }
 
+TEST_F(ReadRegistryStringTest, TextThatIsGoneAfterItsSizeWasToldIsUnknown) {
+    _machine.SetText(HKEY_LOCAL_MACHINE, L"Software\\Thing", L"Name", L"text");
+    const Testing::ImportedFunction<decltype(RegQueryValueExW)> failing(
+        "advapi32.dll", "RegQueryValueExW",
+        [](HKEY key, const wchar_t* name, DWORD* reserved, DWORD* type, BYTE* data, DWORD* size) -> LSTATUS {
+            return data ? ERROR_FILE_NOT_FOUND
+                        : Testing::RealFunction<decltype(RegQueryValueExW)>(
+                              "advapi32.dll", "RegQueryValueExW")(key, name, reserved, type, data, size);
+        });
+    EXPECT_EQ(Read(), L"unknown");
+}
+
 } // namespace Zuvan::Lumeq::Extra::Collection::Utils

@@ -1,8 +1,11 @@
 #include "LumeqLib/Extra/Collection/Utils/SystemFacts.h"
 
+#include "support/ImportedFunction.h"
+
 #include <comutil.h>
 #include <gtest/gtest.h>
 #include <initializer_list>
+#include <shlobj.h>
 
 namespace Zuvan::Lumeq::Extra::Collection::Utils {
 
@@ -83,6 +86,55 @@ TEST(LastNumberIn, NoArrayIsNothing) {
 TEST(KernelFileVersion, WithoutAFolderOrAFileIsUnknown) {
     EXPECT_EQ(KernelFileVersionIn(std::nullopt), L"unknown");
     EXPECT_EQ(KernelFileVersionIn(L"C:\\no such folder"), L"unknown");
+}
+
+TEST(LastNumberIn, ArrayOfSeveralDimensionsIsNothing) {
+    SAFEARRAYBOUND bounds[] = {{2, 0}, {2, 0}};
+    _variant_t value;
+    value.vt = VT_ARRAY | VT_I2;
+    value.parray = SafeArrayCreate(VT_I2, 2, bounds);
+    EXPECT_EQ(LastNumberIn(value), std::nullopt);
+}
+
+TEST(LastNumberIn, WithoutEitherBoundIsNothing) {
+    const _variant_t array = ArrayOf<short>(VT_I2, {8, 10});
+    for (const char* bound : {"SafeArrayGetLBound", "SafeArrayGetUBound"}) {
+        const Testing::ImportedFunction<decltype(SafeArrayGetLBound)> failing(
+            "oleaut32.dll", bound, [](SAFEARRAY*, UINT, LONG*) -> HRESULT { return E_INVALIDARG; });
+        EXPECT_EQ(LastNumberIn(array), std::nullopt) << bound;
+    }
+    EXPECT_EQ(LastNumberIn(array), 10);
+}
+
+TEST(LastNumberIn, ElementThatCannotBeReadLeavesTheOneBefore) {
+    const _variant_t array = ArrayOf<short>(VT_I2, {8, 10});
+    const Testing::ImportedFunction<decltype(SafeArrayGetElement)> failing(
+        "oleaut32.dll", "SafeArrayGetElement", [](SAFEARRAY*, LONG* at, void* element) -> HRESULT {
+            if (*at == 1)
+                return E_OUTOFMEMORY;
+            *static_cast<short*>(element) = 8;
+            return S_OK;
+        });
+    EXPECT_EQ(LastNumberIn(array), 8);
+}
+
+TEST(PowerStatus, ThatTheSystemDoesNotTellIsNothing) {
+    const Testing::ImportedFunction<decltype(GetSystemPowerStatus)> failing(
+        "kernel32.dll", "GetSystemPowerStatus", [](SYSTEM_POWER_STATUS* status) -> BOOL {
+            status->ACLineStatus = 1;
+            return FALSE;
+        });
+    EXPECT_FALSE(ReadPowerStatus().has_value());
+}
+
+TEST(SystemFolder, ThatTheSystemDoesNotTellIsNothing) {
+    const Testing::ImportedFunction<decltype(SHGetFolderPathW)> failing(
+        "shell32.dll", "SHGetFolderPathW", [](HWND, int, HANDLE, DWORD, wchar_t* path) -> HRESULT {
+            path[0] = L'x';
+            return E_FAIL;
+        });
+    EXPECT_EQ(FindSystemFolder(), std::nullopt);
+    EXPECT_EQ(GetKernelFileVersion(), L"unknown");
 }
 
 } // namespace Zuvan::Lumeq::Extra::Collection::Utils

@@ -1,0 +1,41 @@
+// The platform's functions that the library calls, each of which can be made to fail once.
+#pragma once
+
+#include "faults/ExportRun.h"
+
+#include <iosfwd>
+#include <span>
+
+namespace Zuvan::Lumeq::Testing {
+
+/// One function, and a first call of the library that comes to it.
+struct PlatformCall {
+    const char* library;
+    const char* function;
+    void* failing; ///< Takes its place: fails when it is time, and else calls `*real`.
+    void** real;
+    const char* exported;
+    Road road;
+    const char* logLevel;
+};
+std::ostream& operator<<(std::ostream& stream, const PlatformCall& call);
+
+std::span<const PlatformCall> PlatformCalls();
+
+/// While it lives, the `nth` call that the module makes to the function, counted from 1, fails. One at a
+/// time.
+class FailingPlatformCall {
+public:
+    FailingPlatformCall(HMODULE module, const PlatformCall& call, int nth);
+    ~FailingPlatformCall();
+    FailingPlatformCall(const FailingPlatformCall&) = delete;
+    FailingPlatformCall& operator=(const FailingPlatformCall&) = delete;
+
+    bool Happened() const;
+
+private:
+    void** _slot;
+    void* _original;
+};
+
+} // namespace Zuvan::Lumeq::Testing

@@ -1,0 +1,24 @@
+// Spares a library what takes the real system its time: the log's mutex, which all tests share, the debugger
+// channel, and waiting for the disk.
+#pragma once
+
+#include "support/ImportedFunction.h"
+
+namespace Zuvan::Lumeq::Testing {
+
+/// While it lives, the module's own calls come here.
+class QuickSystem {
+public:
+    explicit QuickSystem(HMODULE module);
+
+private:
+    ImportedFunction<decltype(CreateMutexW)> _createMutex;
+    ImportedFunction<decltype(WaitForSingleObject)> _wait;
+    ImportedFunction<decltype(ReleaseMutex)> _releaseMutex;
+    ImportedFunction<decltype(CloseHandle)> _closeHandle;
+    ImportedFunction<decltype(FlushFileBuffers)> _flush;
+    ImportedFunction<decltype(OutputDebugStringA)> _debugNarrow;
+    ImportedFunction<decltype(OutputDebugStringW)> _debugWide;
+};
+
+} // namespace Zuvan::Lumeq::Testing
