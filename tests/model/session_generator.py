@@ -1,0 +1,285 @@
+"""Makes sessions of a seed: any export with any argument, in any order, under any circumstances."""
+
+import random
+from typing import Any, Callable, Optional
+
+from machine_model import DAMAGED, Circumstances
+from played_sessions import OUTSIDE, Session
+from schema import EXPORTS, PATTERNS, Argument, Export
+from wide_text import characters, has_unpaired, spelled, wide
+
+INT32_EXTREMES = (-2147483648, 2147483647)
+
+# Letters, spaces and others that every rule about letters, digits and spaces takes for the same as the platform does.
+ODD = [*"aZ09_-/.\\?#:%{}\"'<>|*&;=+@ ~", "\0", "\x01", "\x07", "\b", "\t", "\n", "\v", "\f", "\r", "\r\n", "\x1a", "\x1b",
+       "\x1f", "\x7f", "\x80", "\x9b", "\x9f", "\u00a0", "\u2003", "\u3000", "\u00e9", "\u00df", "\u0436", "\u6f22", "\ud55c",
+       "\u20ac", "\u2013", "\ufffd", "\ud800", "\udbff", "\udc00", "\udfff", "\udc00\ud800", "\ud83d\ude00", "\udbff\udfff"]
+# For rules that ask for neither.
+STRANGE = [*ODD, "\x85", "\u00ad", "\u0130", "\u0131", "\u017f", "\u212a", "\u200b", "\u200e", "\u2028", "\u2029", "\ufeff",
+           "\ufffe", "\uffff", "\ufdd0", "\u0301", "\u0660", "\u00b2"]
+# A path may hold none of these, so that no session makes a folder whose name the platform changes.
+FORBIDDEN = ["\0", "\x01", "\t", "\n", "\x1f", "\"", "*", "/", ":", "<", ">", "?", "|", "\x7f", "\x80", "\x9f", "\\\\\\"]
+
+WORDS = ["a", "Z", "7", "setup", "Scan", "main_menu", "Home2", "x_y_z", "A_", "ok-button", "S__1"]
+NAMES = ["App", "Scan Station 2", "a", "!", "a  b", "100%", "%s%n%d", 'the "best"', "C:\\x", "\u00e9t\u00e9", "\u6f22\u5b57",
+         "\ud83d\ude00", "\u00a0", "\u2003\u3000", "a\x7fb", "\ud800", "<TRUNCATED>", "LumeqApi", "\\n", "{flow}"]
+DIGITS = ["1.0", "1.2.3", "1.2.3.4", "10.20", "0.0", "1", "1.", "1.2.3.4.5", "00.000.0"]
+URLS = ["http://a", "https://host/a/b", "file://server/x y", "http://h/p?q=1", "https://u:p@h:8/#f?x?y", "HTTP://A/b",
+        "http:///a", "ftp://a", "http://?", "file://\u00e9/\u6f22", "http://a\u00a0b/c", "http://a/b\u00a0c", "https://\ud800"]
+RESULTS = ["success", "unknown", "error", "error_1", "error_ab", "error_a", "error_123456", "error_A1", "SUCCESS", "error_",
+           "error_1a"]
+BIID = "0123456789abcdef" * 4
+
+# Texts that a rule takes, or nearly.
+SEEDS = {
+    "appName": NAMES, "adName": [*NAMES, ""], "adProduct": [*NAMES, ""], "adVariant": [*NAMES, ""],
+    "codeName": ["tarvik", "a", "abc"], "orgName": ["dvrn", "z"], "formName": ["printer", "a_b"],
+    "reportName": ["setup", "x_y"], "controlName": WORDS, "context": ["Tarvik 3000", *NAMES], "flow": [*WORDS, ""],
+    "installName": ["Setup 1.2.exe", *NAMES], "installVersion": DIGITS, "mode": WORDS, "paperSize": ["A4 plain", *NAMES],
+    "screenName": WORDS, "screenPath": [*WORDS, "", "a/b", "A_/b_1/c", "x_1/y_2"], "taskResult": RESULTS, "url": URLS,
+    "schemaVersion": ["1.0", "10.20", *DIGITS],
+}
+# What a text of any length is made of.
+UNITS = {"codeName": ["a"], "orgName": ["b"], "formName": ["a", "a_"], "reportName": ["a", "_a"], "schemaVersion": ["1", "1."],
+         "installVersion": ["1", "1."], "taskResult": ["error_", "a"], "screenPath": ["a/", "a_", "b"], "mode": ["a_", "a"]}
+ASKS_FOR_LETTERS = {"controlName", "flow", "screenName", "screenPath", "url", "mode", "taskResult", "schemaVersion",
+                    # A name of spaces alone is no name.
+                    "adName", "adProduct", "adVariant"}
+
+SUBFOLDERS = ["Sub", "Brand\\Line", "a b\\c", "sub\\", "Zuvan.1\\2", f"\\{OUTSIDE}\\In", f"\\{OUTSIDE}"]
+BASIC_SUBFOLDERS = [" ", "x" * 300, "y\\" * 150 + "y", "z" * 100000]
+BAD_SUBFOLDERS = ["", "\\", "\\\\", "a\\\\b", "a\\\\", "\\\\a"]
+
+FLAGS = ["True", "False", "TRUE", "fALSE", "true", "maybe", "", "  ", "1", "Truee"]
+LOGS = [("on", "trace", "")] * 8 + [
+    ("on", "debug", ""), ("on", "warning", ""), ("on", "error", ""), ("off", "trace", ""), ("ON", "Trace", ""), ("on", "", ""),
+    ("on", "loud", ""), ("date", "trace", "2036-12-31"), ("Date", "TRACE", "2001-02-03"), ("date", "trace", ""), ("", "trace", ""),
+    ("perhaps", "debug", "2036-12-31")]
+OPERATIONS = ["Startup", "Shutdown", "Flush", "GetUserOptIn", "SetUserOptIn", "SetLocalValue", "LocalSettingsSubfolder",
+              "PostEvent", "PostData", "TrackPrintQueueInfo", "TrackSystemInformation"]
+
+
+class SessionGenerator:
+    def __init__(self, seed: int):
+        self._random = random.Random(seed)
+        self._loads = 0
+        self._is_loaded = True
+
+    def session(self, decks: int = 4) -> Session:
+        """`decks`: how often each export is called."""
+        circumstances = self._circumstances()
+        self._road = circumstances.road
+        steps: list[dict] = []
+        for _ in range(decks):
+            deck = list(EXPORTS.values())
+            self._random.shuffle(deck)
+            for export in deck:
+                steps += self._between()
+                steps.append(self._call(export))
+        return Session(steps, circumstances)
+
+    def _chance(self, probability: float) -> bool:
+        return self._random.random() < probability
+
+    def _one(self, *choices: Any) -> Any:
+        return self._random.choice(choices)
+
+    # Circumstances
+
+    def _circumstances(self) -> Circumstances:
+        road = self._one("managed", "managed", "basic")
+        failures = {}
+        if road == "managed" and self._chance(0.3):
+            for operation in self._random.sample(OPERATIONS, self._random.randint(1, len(OPERATIONS))):
+                failures[operation + "Internal"] = self._one("vesto", "com", "std", "unknown")
+        return Circumstances(
+            road=road, log=self._one(*LOGS), project=self._one(None, None, "", "   ", "\t"),
+            factory_damaged=self._chance(0.02), settings=self._settings(), damaged_subfolder=self._chance(0.3),
+            failures=failures,
+            without_companion=road == "managed" and self._chance(0.07),
+            disabled=self._one(0, 1, 1, 2, -1) if self._chance(0.06) else None)
+
+    def _settings(self) -> Optional[list]:
+        if self._chance(0.35):
+            return None
+        if self._chance(0.03):
+            return [DAMAGED]
+        keys = ["UserOptIn", "OptinBeforePause", "AppDeployedUuid", "Other", "UserOptIn", "OptinBeforePause"]
+        elements = [[key, self._one(*FLAGS)] for key in self._random.sample(keys, self._random.randint(0, 5))]
+        return [self._one("LumeqConfig", "LumeqConfig", "LUMConfig", "Anything"),
+                self._one({"version": "4.0"}, {"version": "9"}, {}, {"version": "4.0", "other": "x"}), elements]
+
+    # Steps
+
+    def _between(self) -> list[dict]:
+        steps: list[dict] = []
+        if not self._is_loaded and self._chance(0.3):
+            steps.append({"load": True})
+            self._is_loaded = True
+            self._loads += 1
+        elif self._is_loaded and self._chance(0.003):
+            steps.append({"unload": True})
+            self._is_loaded = False
+        if self._chance(0.01):
+            steps.append({"times": self._random.randint(0, 3),
+                          "calls": [self._call(self._one(*EXPORTS.values())) for _ in range(2)]})
+        if self._chance(0.005):
+            steps.append({"sleepMsec": self._random.randint(0, 20)})
+        return steps
+
+    def _call(self, export: Export) -> dict:
+        # Most calls are such that what they do can be seen.
+        care = self._one("good", "good", "good", "good", "near", "near", "any")
+        spoiled = self._one(*export.arguments).name if export.arguments else ""
+        step: dict[str, Any] = {"call": export.name}
+        for argument in export.arguments:
+            its_care = "near" if care == "near" and argument.name == spoiled else "any" if care == "any" else "good"
+            make: Callable = getattr(self, "_" + argument.kind)
+            value = make(argument, its_care)
+            if value is not None or argument.kind == "buffer" or self._chance(0.5):
+                step[argument.name] = value
+        if export.family == "initiated":
+            step["handle"] = self._handle_name(export.name.removesuffix("Initiated"))
+        return {name: value for name, value in step.items() if value is not Omitted}
+
+    def _handle_name(self, task: str) -> str:
+        # A task does not outlive the library that it belongs to.
+        if self._chance(0.1):
+            task = "any"
+        return f"{task}{self._one(1, 1, 2)}-{self._loads}"
+
+    # Texts
+
+    def _length(self) -> int:
+        return self._one(2, 50, 127, 128, 129, 260, 1000, self._random.randint(3800, 4110), 5000, 20000,
+                         100000 if self._chance(0.2) else 300)
+
+    def _text(self, pattern: str, care: str) -> str:
+        alphabet = ODD if pattern in ASKS_FOR_LETTERS else STRANGE
+        text = self._one(*SEEDS[pattern])
+        if care == "good":
+            return self._taken(pattern)
+        if care == "any" and self._chance(0.3):
+            text = "".join(self._random.choices(alphabet, k=self._random.randint(0, 12)))
+        if self._chance(0.25):
+            text += self._one(*UNITS.get(pattern, WORDS[:4]), *("ab", "x ")) * self._length()
+        for _ in range(self._random.choice((0, 1, 1, 2)) if len(text) < 200 else self._random.choice((0, 1))):
+            text = self._changed(text, alphabet)
+        return text
+
+    def _taken(self, pattern: str) -> str:
+        """A text that the rule takes; it may still be refused by a stricter one."""
+        texts = [text for text in SEEDS[pattern] if PATTERNS[pattern].matches(text)]
+        text = self._one(*texts)
+        if self._chance(0.04):
+            text = text + self._one(*UNITS.get(pattern, ["a"])) * self._length()
+        return text if PATTERNS[pattern].matches(text) else self._one(*texts)
+
+    def _changed(self, text: str, alphabet: list[str]) -> str:
+        at = self._random.randint(0, len(text))
+        odd = self._one(*alphabet)
+        return self._one(text + odd, odd + text, text[:at] + odd + text[at:], text[:at] + odd + text[at + 1:],
+                         text[:at] + text[at + 1:], text.upper() if text.isascii() else text, text + text[:1], odd)
+
+    def _required(self, argument: Argument, care: str) -> Any:
+        if argument.pattern == "subpath":
+            return spelled(self._subpath(care))
+        return spelled(self._text(argument.pattern, care))
+
+    def _optional(self, argument: Argument, care: str) -> Any:
+        if self._chance(0.35):
+            return None
+        return self._required(argument, care)
+
+    def _model(self, argument: Argument, care: str) -> Any:
+        return self._required(argument, care)
+
+    def _subpath(self, care: str) -> str:
+        if care == "good":
+            return self._one(*SUBFOLDERS, *(BASIC_SUBFOLDERS if self._road == "basic" else []))
+        if self._chance(0.3):
+            return self._one(*BAD_SUBFOLDERS)
+        text = self._one(*SUBFOLDERS, "x" * self._length())
+        at = self._random.randint(0, len(text))
+        return text[:at] + self._one(*FORBIDDEN) + text[at:]
+
+    # Other values
+
+    def _enumeration(self, argument: Argument, care: str) -> int:
+        if care == "good":
+            return self._random.randrange(len(argument.enumeration.texts))
+        return self._one(self._random.randint(-2, 70), self._random.randint(-2, 14), *INT32_EXTREMES)
+
+    def _number(self, argument: Argument, care: str) -> int:
+        return self._one(0, 1, 7, 250, INT32_EXTREMES[1]) if care == "good" else self._one(-1, -70, *INT32_EXTREMES)
+
+    def _flag(self, argument: Argument, care: str) -> bool:
+        return self._chance(0.5)
+
+    def _byte(self, argument: Argument, care: str) -> int:
+        return self._one(0, 0, 1, 1, 2, 128, 255)
+
+    def _handle(self, argument: Argument, care: str) -> str:
+        return self._handle_name(self._one("ScanAcquire", "PrintBasic", "FileSendTo", "DeviceConnect", "DeviceConfig",
+                                           "SoftwareInstall"))
+
+    def _free_text(self) -> str:
+        if self._chance(0.02):
+            return self._one("x", "ab", "\ud83d\ude00", "\n") * self._length()
+        return self._one("", "value", *NAMES, "".join(self._random.choices(STRANGE, k=self._random.randint(0, 5))))
+
+    def _dictionary(self, keys: list[str], care: str) -> Any:
+        pairs = [(self._one(*keys, self._free_text()), self._free_text()) for _ in range(self._one(0, 1, 2, 3, 5))]
+        if self._chance(0.02):
+            pairs += [(f"key {number}", "v") for number in range(self._one(50, 500))]
+        if self._chance(0.5) and not any(has_unpaired(key) for key, _ in pairs):
+            return {characters(key): spelled(value) for key, value in pairs}
+        return [[spelled(key), spelled(value)] for key, value in pairs]
+
+    def _context(self, argument: Argument, care: str) -> Any:
+        if self._chance(0.5):
+            return None
+        return self._dictionary(["a", "b", "", "schema", "_dev_modelname", "_app_event_task_guid", "context_local"], care)
+
+    def _details(self, argument: Argument, care: str) -> Any:
+        return self._dictionary(["a", "b", "", "schema", "moniker", "Schema"], care)
+
+    def _features(self, argument: Argument, care: str) -> dict:
+        keys = ["deskew", "auto crop", "", "\u6f22", "\U0001f600", "a\0b", "schema"]
+        return {key: self._chance(0.5) for key in self._random.sample(keys, self._random.randint(0, len(keys)))}
+
+    def _devices(self, argument: Argument, care: str) -> list:
+        return [self._device(care) for _ in range(self._random.randint(0, 5))]
+
+    def _device(self, care: str) -> Any:
+        if self._chance(0.1):
+            return {}
+        device = self._dictionary(["dev_modelname", "dev_connection", "DEV_BIID", " dev_biid"], care)
+        pairs = list(device.items()) if isinstance(device, dict) else device
+        if not self._chance(0.05):
+            bad = self._one("", "Unknown", BIID[:63], BIID + "0", BIID.replace("a", "A", 1), "g" * 64, "unknown\n", "unknown\0",
+                            self._free_text())
+            pairs = [*pairs, ["dev_biid", spelled(bad if self._chance(0.25) else self._one("unknown", BIID, "f" * 64))]]
+        return [list(pair) for pair in pairs]
+
+    def _narrow(self, argument: Argument, care: str) -> Any:
+        good = self._one("1c852a4d-b800-1f08-abcd-3c52821f9ab0", "x", {"repeat": "ab", "times": self._length()}, "%s%n\"")
+        return good if care == "good" else self._one(
+            "", {"units": [0]}, {"units": [0, 97]}, {"units": [97, 98, 0, 99]}, ["a\n", {"repeat": "b", "times": 5000}], good)
+
+    def _result(self, argument: Argument, care: str) -> Any:
+        return self._one("", "before", spelled(self._free_text()))
+
+    def _buffer(self, argument: Argument, care: str) -> Any:
+        return self._one(Omitted, "before", "x" * 255, "", Omitted if care == "good" else None)
+
+    def _size(self, argument: Argument, care: str) -> Any:
+        return self._one(Omitted, 256, 200) if care == "good" else self._one(0, 1, 3, 4, 7, 8, 40, 64, 65, 255, 256)
+
+
+class Omitted:
+    """In the place of an argument that does not stand in the session."""
+
+
+def session_of(seed: int, decks: int = 4) -> Session:
+    return SessionGenerator(seed).session(decks)

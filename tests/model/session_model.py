@@ -1,0 +1,535 @@
+"""A model of the exported rules: what a session must hand over, log, answer and leave behind.
+
+Independent of the library: it shares no code and no table with it.
+"""
+
+import hashlib
+import hmac
+from dataclasses import dataclass
+from typing import Any, Callable, Optional
+
+import wide_text
+from machine_model import Circumstances, Companion, Document, Failure, Log, LogLine, SettingsFiles, report, told
+from schema import EXPORTS, HYPERLINK_LABEL, PATTERNS, TASK_RESULT, URL_LABEL, WHITE_SPACE, Export
+from wide_text import formatted, quoted
+
+API = "Zuvan::Lumeq::API::"
+
+# The key of development builds.
+BIID_KEY = b"0123456789abcdef" * 8
+
+OPT_IN, BEFORE_PAUSE = "UserOptIn", "OptinBeforePause"
+
+NULL_HANDLE, SET_HANDLE = "0" * 16, "F" * 16
+
+
+class Chance:
+    """Stands for a value that no two runs share, the same for all places that show it."""
+
+    def __init__(self, kind: str):
+        self.kind = kind
+
+    def __repr__(self) -> str:
+        return f"<{self.kind} {id(self):x}>"
+
+
+@dataclass
+class Prediction:
+    answers: list[dict]
+    """The host's lines."""
+    operations: list[dict]
+    """The companion's, without their times."""
+    log: list[LogLine]
+    """But for DEBUG."""
+    settings: dict[str, Any]
+    """The local settings files by their folders."""
+
+
+@dataclass
+class Task:
+    label: str
+    context: dict
+
+
+class SessionModel:
+    """One host process."""
+
+    def __init__(self, circumstances: Circumstances):
+        self._circumstances = circumstances
+        self._files = SettingsFiles(circumstances)
+        self._log = Log(circumstances)
+        self._companion = Companion(circumstances, self._files)
+        self._handles: dict[str, Optional[Task]] = {}
+        self._answers: list[dict] = []
+        self._load()
+
+    def play(self, steps: list[dict]) -> Prediction:
+        self._play(steps)
+        return Prediction(self._answers, self._companion.operations, self._log.lines, self._files.all())
+
+    def _play(self, steps: list[dict]) -> None:
+        for step in steps:
+            if "call" in step:
+                self._answers.append(self._call(step))
+            elif "times" in step:
+                for _ in range(step["times"]):
+                    self._play(step["calls"])
+            elif "unload" in step:
+                self._loaded = False
+            elif "load" in step:
+                self._load()
+
+    def _load(self) -> None:
+        self._loaded = True
+        self._subfolder = ""
+        self._model_name = ""
+        self._message_sent = False
+        self._log.restart()
+
+    def _call(self, step: dict) -> dict:
+        answer = {"call": step["call"]}
+        if not self._loaded:
+            return {**answer, "error": "Lumeq.dll is not loaded"}
+        export = EXPORTS[step["call"]]
+        if export.family == "plain":
+            return {**answer, **self._plain(export, step)}
+        return {**answer, **self._framed(export, step)}
+
+    # The frame
+
+    def _framed(self, export: Export, step: dict) -> dict:
+        arguments = self._arguments(export, step)
+        if self._circumstances.disabled == 1:
+            return self._untouched(export, step, arguments)
+        self._trace(export, told(export.trace, self._texts(export, arguments)))
+        family: Callable = getattr(self, "_" + export.family)
+        try:
+            done = family(export, arguments)
+        except Failure as failure:
+            self._report(export, str(failure), "Exception")
+            done = None
+        return self._untouched(export, step, arguments) if done is None else done
+
+    def _untouched(self, export: Export, step: dict, arguments: dict) -> dict:
+        """What the host sees of a call that gave nothing."""
+        if export.family == "initiated":
+            self._handles[step.get("handle", "")] = None
+            return {"handle": "null"}
+        if export.family == "completed":
+            return {"handle": "set" if self._task(arguments) else "null"}
+        if export.family == "get_opt_in":
+            return {"returns": False}
+        for argument in export.arguments:
+            if argument.kind == "result":
+                return {"returns": wide_text.shown(arguments[argument.name])}
+        return {}
+
+    @staticmethod
+    def _arguments(export: Export, step: dict) -> dict:
+        values: dict[str, Any] = {}
+        for argument in export.arguments:
+            form = step.get(argument.name)
+            values[argument.name] = READERS[argument.kind](form)
+        values["handle"] = step.get("handle", "")
+        return values
+
+    def _texts(self, export: Export, arguments: dict) -> dict[str, str]:
+        texts = {}
+        for argument in export.arguments:
+            value = arguments[argument.name]
+            if argument.kind == "enumeration":
+                texts[argument.name] = argument.enumeration.text(value)
+                texts[argument.name + "_number"] = str(value)
+            elif argument.kind == "handle":
+                texts[argument.name] = SET_HANDLE if self._handles.get(value) else NULL_HANDLE
+            else:
+                texts[argument.name] = SHOWN[argument.kind](value)
+        return texts
+
+    def _trace(self, export: Export, message: str) -> None:
+        self._log.write("TRACE", API + export.name, message)
+
+    def _warn(self, message: str, function: str = "") -> None:
+        self._log.write("WARNING", function, message)
+
+    def _report(self, export: Export, detail: str, title: str = "Validation failed") -> bool:
+        self._log.write("ERROR", "", *report(title, API + export.name, detail))
+        return False
+
+    def _passes(self, export: Export, arguments: dict, names: Optional[tuple] = None) -> bool:
+        """Every check is made, whatever the earlier ones gave."""
+        results = [self._check(export, argument, arguments)
+                   for name in (export.checks if names is None else names)
+                   for argument in export.arguments if argument.name == name]
+        return all(results)
+
+    def _check(self, export: Export, argument, arguments: dict) -> bool:
+        value = arguments[argument.name]
+        if argument.kind == "handle":
+            return self._task(arguments) is not None or self._report(export, "null taskHandle arg")
+        if argument.kind == "number":
+            return value >= 0 or self._report(export, f"invalid {argument.name} arg: {value}")
+        if value is None or PATTERNS[argument.pattern].matches(value):
+            return True
+        strength = "optional" if argument.kind == "optional" else "REQUIRED"
+        name = "urlNoPii" if argument.name == "url" else argument.name
+        return self._report(export, f"invalid [{strength}] {name} arg: {quoted(value)}")
+
+    @staticmethod
+    def _converted(export: Export, arguments: dict, names: list[str]) -> None:
+        """The first undefined value ends the call."""
+        enumerations = {argument.name: argument.enumeration for argument in export.arguments}
+        for name in names:
+            if not enumerations[name].has(arguments[name]):
+                raise Failure(enumerations[name].thrown(arguments[name]))
+
+    # Events
+
+    def _context(self, arguments: dict, **local_entries) -> dict:
+        model = arguments["globalContext"] or self._model_name or None
+        local = arguments["localContext"]
+        if local_entries:
+            local = {**(local or {}), **local_entries}
+        return {"schema": "app_event_context/1.0.0", "context_global": {"_dev_modelname": model}, "context_local": local}
+
+    def _post(self, actor: str, action: str, object_: str, label: str, context: dict, details: Optional[dict]) -> None:
+        self._deliver("PostEventXX", "PostEvent", timestamp=Chance("timestamp"), record={
+            "schema": "app_eventinfo/2.0.1", "app_event_actor": actor, "app_event_action": action,
+            "app_event_object": object_, "app_event_object_label": label, "app_event_context": context,
+            "app_event_details": details or None})
+
+    def _screen(self, export: Export, arguments: dict) -> Optional[dict]:
+        if not self._passes(export, arguments):
+            return None
+        label = "".join(("/" + arguments["flow"] + ".flow" if arguments["flow"] else "",
+                         "/" + arguments["screenPath"] if arguments["screenPath"] else "",
+                         "/" + arguments["screenName"],
+                         "-" + arguments["mode"] if arguments["mode"] else "",
+                         export.facts["suffix"] + arguments["controlName"] if "controlName" in arguments else ""))
+        details = self._ad_details(export, arguments) if "adType" in arguments else None
+        if export.facts["object"] == "hyperlink" and not HYPERLINK_LABEL.matches(label):
+            raise Failure("objectLabel is not formatted correctly. Must be of form "
+                          "[/<Flow>.flow][/<ScreenPath>]/<ScreenName>[-<Mode>]#url_<ControlName>")
+        action = "unchecked" if arguments.get("isChecked") == 0 else export.facts["action"]
+        self._post(export.facts["actor"], action, export.facts["object"], label, self._context(arguments), details)
+        return None
+
+    def _ad_details(self, export: Export, arguments: dict) -> dict:
+        self._converted(export, arguments, ["adType"])
+        details = {"schema": "generic/1.0.0", "moniker": "x-dvrn_ad_basic/1.0",
+                   "campaign_type": export.arguments[0].enumeration.text(arguments["adType"])}
+        for name in ("product", "name", "variant"):
+            text = arguments[name]
+            details["campaign_" + name] = "unknown" if not text or WHITE_SPACE.matches(text) else text
+        return details
+
+    def _url(self, export: Export, arguments: dict) -> Optional[dict]:
+        url = arguments["url"].partition("?")[0]
+        if not self._passes(export, {**arguments, "url": url}):
+            return None
+        if wide_text.has_unpaired(url):
+            raise Failure("bad conversion")
+        if not URL_LABEL.matches(url):
+            raise Failure("objectLabel is not formatted correctly. Must be of form ^(file|https?)://[^?]+$")
+        self._post("app", "launched", "url", url, self._context(arguments), None)
+        return None
+
+    def _generic(self, export: Export, arguments: dict) -> Optional[dict]:
+        if not self._passes(export, arguments):
+            return None
+        kind = export.facts["object"]
+        moniker = "x-{orgName}_{codeName}_".format_map(arguments) + f"{kind}_{arguments[kind + 'Name']}/" + arguments["version"]
+        self._post(export.facts["actor"], export.facts["action"], kind, kind + "_generic", self._context(arguments), {
+            **arguments["details"], "schema": f"app_event_{kind}_generic/1.0.0", "moniker": moniker})
+        return None
+
+    # Tasks
+
+    def _task(self, arguments: dict) -> Optional[Task]:
+        return self._handles.get(arguments["taskHandle"])
+
+    def _initiated(self, export: Export, arguments: dict) -> Optional[dict]:
+        if not self._passes(export, arguments):
+            return None
+        task = Task(export.facts["label"], self._context(arguments, _app_event_task_guid=Chance("guid")))
+        self._post("self", "initiated", "task", task.label, task.context, None)
+        self._handles[arguments["handle"]] = task
+        return {"handle": "set"}
+
+    def _completed(self, export: Export, arguments: dict) -> Optional[dict]:
+        if not self._passes(export, arguments):
+            return None
+        self._converted(export, arguments, export.facts["conversions"])
+        details = {"schema": export.facts["schema"]}
+        texts = {argument.name: argument.enumeration.text(arguments[argument.name])
+                 for argument in export.arguments if argument.enumeration}
+        for key, name in export.facts["fields"]:
+            details[key] = texts.get(name, arguments[name])
+            if isinstance(details[key], int):
+                details[key] = str(details[key])
+        result = arguments["taskResult"]
+        if not TASK_RESULT.matches(result):
+            raise Failure("Task result is not formatted correctly. Must be of form "
+                          "success|unknown|(error(_([a-zA-Z][a-zA-Z0-9]+|[0-9]+))?)")
+        task = self._task(arguments)
+        self._post("self", "completed", "task", task.label, task.context,
+                   {**details, "task_result": result, "task_duration": Chance("duration")})
+        self._handles[arguments["taskHandle"]] = None
+        return {"handle": "null"}
+
+    # Devices and texts
+
+    def _printers(self, export: Export, arguments: dict) -> Optional[dict]:
+        for device in arguments["discoveredDeviceList"]:
+            if not device:
+                self._warn("skipping discovered device with no information (empty dictionary)", API + export.name)
+                continue
+            if "dev_biid" not in device:
+                raise Failure("invalid unordered_map<K, T> key")
+            if not PATTERNS["biid"].matches(device["dev_biid"]):
+                self._warn(formatted("skipping discovered device with invalid BIID: %s", quoted(device["dev_biid"])),
+                           API + export.name)
+                continue
+            self._deliver("PostDataXX", "PostData", dataType="sys_printer_discoverylist", data=device)
+        return None
+
+    def _biid(self, export: Export, arguments: dict) -> Optional[dict]:
+        uuid = arguments["deviceUuid"]
+        if not uuid:
+            self._report(export, "empty deviceUuid")
+            return None
+        biid = hmac.new(BIID_KEY, uuid.partition(b"\0")[0], hashlib.sha256).hexdigest()
+        self._trace(export, f"...returns biid: {quoted(biid)}")
+        return {"returns": biid}
+
+    def _to_string(self, export: Export, arguments: dict) -> Optional[dict]:
+        text = export.arguments[0].enumeration.text(arguments["enumValue"])
+        self._trace(export, f"...returns textValue: {quoted(text)}")
+        return {"returns": text}
+
+    def _plain(self, export: Export, step: dict) -> dict:
+        argument = export.facts["passes"]
+        form = step[argument]
+        if argument == "deviceUuid":
+            form = {"units": list(wide_text.session_bytes(form).partition(b"\0")[0])}
+        text = self._framed(EXPORTS[export.facts["of"]], {argument: form})["returns"]
+        size = step.get("size", 256)
+        has_buffer = "buffer" not in step or step["buffer"] is not None
+        before = wide_text.session_text(step.get("buffer") or "").partition("\0")[0]
+        if not has_buffer or size == 0:
+            return {"returns": {"result": 22, "text": wide_text.shown(before) if has_buffer else None}}
+        if len(text) >= size:
+            return {"returns": {"result": 34, "text": ""}}
+        return {"returns": {"result": 0, "text": text}}
+
+    # The session's life
+
+    def _startup(self, export: Export, arguments: dict) -> Optional[dict]:
+        passes = self._passes(export, arguments, ("appName",))
+        if self._has_flag(BEFORE_PAUSE):
+            self._log.write("ERROR", API + export.name,
+                            f"{BEFORE_PAUSE} exists and it shouldn't that means there was a CRASH!!")
+            self._end_pause()
+        if not passes:
+            return None
+        self._converted(export, arguments, ["whyType", "howType"])
+        numbers = {argument.name: argument.enumeration.records[arguments[argument.name]]
+                   for argument in export.arguments if argument.enumeration}
+        if not self._deliver("StartupXX", "Startup", appName=arguments["appName"], **numbers,
+                             trackSystemInfo=arguments["trackSystemInfo"],
+                             trackPrintQueueInfo=arguments["trackPrintQueueInfo"]):
+            self._basic_start()
+        return None
+
+    def _basic_start(self) -> None:
+        if self._flag(OPT_IN) and not self._message_sent:
+            self._message_sent = True
+            self._warn("Project ID is empty. Ensure *LumeqConfig.xml is in path!")
+
+    def _timeout(self, export: Export, arguments: dict) -> int:
+        return arguments["timeoutMsec"] if self._passes(export, arguments, ("timeoutMsec",)) else 10000
+
+    def _shutdown(self, export: Export, arguments: dict) -> Optional[dict]:
+        timeout = self._timeout(export, arguments)
+        self._end_pause()
+        self._deliver("ShutdownXX", "Shutdown", timeoutMsec=timeout)
+        return None
+
+    def _flush(self, export: Export, arguments: dict) -> Optional[dict]:
+        self._deliver("FlushXX", "Flush", timeoutMsec=self._timeout(export, arguments))
+        return None
+
+    def _track(self, export: Export, arguments: dict) -> Optional[dict]:
+        self._deliver(export.facts["operation"] + "XX", export.facts["operation"])
+        return None
+
+    def _global_context(self, export: Export, arguments: dict) -> Optional[dict]:
+        if self._passes(export, arguments):
+            self._model_name = arguments["globalContext"]
+        return None
+
+    def _subfolder_path(self, path: str) -> None:
+        if self._circumstances.road == "managed":
+            if not self._deliver("LocalSubfolderPathXX", "LocalSettingsSubfolder", path=path):
+                return
+            self._companion.use_subfolder(path)
+        self._subfolder = path
+
+    def _pause(self, export: Export, arguments: dict) -> Optional[dict]:
+        self._store("SetLocalValue", BEFORE_PAUSE, self._flag(OPT_IN))
+        self._set_opt_in_flag(False)
+        return None
+
+    def _resume(self, export: Export, arguments: dict) -> Optional[dict]:
+        self._end_pause()
+        return None
+
+    def _end_pause(self) -> None:
+        if self._flag(BEFORE_PAUSE):
+            self._set_opt_in_flag(True)
+        self._with_file("BasicClearOptIn", lambda document: self._remove(document, BEFORE_PAUSE))
+
+    def _set_opt_in(self, export: Export, arguments: dict) -> Optional[dict]:
+        if self._has_flag(BEFORE_PAUSE):
+            self._basic_set(BEFORE_PAUSE, arguments["userHasOptedIn"])
+        self._set_opt_in_flag(arguments["userHasOptedIn"])
+        return None
+
+    def _get_opt_in(self, export: Export, arguments: dict) -> Optional[dict]:
+        value = self._opt_in()
+        self._trace(export, f"...returns: {str(value).lower()}")
+        return {"returns": value}
+
+    # Delivery and the settings
+
+    def _deliver(self, region: str, operation: str, **members) -> bool:
+        """Whether the companion did it."""
+        if self._circumstances.road == "basic":
+            return False
+        failure = self._companion.ask(region, operation, **members)
+        if failure:
+            self._warn(failure)
+        return not failure
+
+    def _opt_in(self) -> bool:
+        if self._circumstances.road == "basic":
+            return self._flag(OPT_IN)
+        if not self._deliver("GetUserOptInXX", "GetUserOptIn"):
+            return False
+        try:
+            return self._companion.read(OPT_IN).lower() == "true"
+        except Failure as failure:
+            self._warn(f"GetUserOptInXX exception with {failure}")
+            return False
+
+    def _set_opt_in_flag(self, value: bool) -> None:
+        self._store("SetUserOptInXX", OPT_IN, value)
+
+    def _store(self, region: str, key: str, value: bool) -> None:
+        """By the companion, or by the library itself where that fails."""
+        asked = (self._deliver(region, "SetUserOptIn", userHasOptedIn=value) if key == OPT_IN
+                 else self._deliver(region, "SetLocalValue", key=key, value=str(value)))
+        if asked:
+            try:
+                self._companion.write(key, str(value))
+                return
+            except Failure as failure:
+                self._warn(f"{region} exception with {failure}")
+        self._basic_set(key, value)
+
+    def _flag(self, key: str) -> bool:
+        return self._with_file("BasicGetUserOptIn", lambda document: document.text(key).lower() == "true")
+
+    def _has_flag(self, key: str) -> bool:
+        return self._with_file("BasicDidUserOpted", lambda document: document.text(key).lower() in ("true", "false"))
+
+    def _basic_set(self, key: str, value: bool) -> None:
+        def change(document: Document) -> bool:
+            document.write(key, str(value))
+            self._save(document)
+            return True
+
+        self._with_file("BasicSetUserOptIn", change)
+
+    def _remove(self, document: Document, key: str) -> bool:
+        element = document.find(key)
+        if element:
+            document.elements.remove(element)
+            self._save(document)
+        return element is not None
+
+    def _save(self, document: Document) -> None:
+        if document.root == "LUMConfig":
+            document.root = "LumeqConfig"
+        self._files.save(self._subfolder, document)
+
+    def _with_file(self, region: str, work: Callable[[Document], bool]) -> bool:
+        """Without a readable factory file the local one cannot be reached either."""
+        try:
+            if self._circumstances.factory_damaged:
+                raise Failure("Error parsing factory settings file")
+            return work(self._files.load(self._subfolder))
+        except Failure as failure:
+            self._warn(f"{region} exception with {failure}")
+            return False
+
+    def _subfolder_export(self, export: Export, arguments: dict) -> Optional[dict]:
+        if self._passes(export, arguments):
+            self._subfolder_path(arguments["subpath"])
+        return None
+
+
+def _optional_text(form: Any) -> Optional[str]:
+    return None if form is None else wide_text.c_text(wide_text.session_text(form))
+
+
+def _optional_dictionary(form: Any) -> Optional[dict]:
+    return None if form is None else wide_text.session_dictionary(form)
+
+
+def _features(form: dict) -> dict:
+    return {wide_text.wide(key): str(value).lower() for key, value in form.items()}
+
+
+# How an argument is read from a session, by kind.
+READERS: dict[str, Callable] = {
+    "required": wide_text.session_text,
+    "optional": _optional_text,
+    "model": _optional_text,
+    "context": _optional_dictionary,
+    "details": wide_text.session_dictionary,
+    "enumeration": int,
+    "flag": bool,
+    "byte": int,
+    "number": int,
+    "features": _features,
+    "devices": lambda form: list(map(wide_text.session_dictionary, form)),
+    "handle": str,
+    "narrow": wide_text.session_bytes,
+    "result": lambda form: "" if form is None else wide_text.session_text(form),
+}
+
+
+def _count(dictionary: Any) -> str:
+    return "(null)" if dictionary is None else f"[{len(dictionary)} item(s)]"
+
+
+# How an argument is shown in the log, by kind.
+SHOWN: dict[str, Callable] = {
+    "required": quoted,
+    "optional": quoted,
+    "model": quoted,
+    "context": _count,
+    "details": _count,
+    "flag": lambda flag: str(int(flag)),
+    "byte": str,
+    "number": str,
+    "features": _count,
+    "devices": _count,
+    "narrow": lambda narrow: narrow.decode("latin-1"),
+    "result": quoted,
+}
+
+
+def predict(steps: list[dict], circumstances: Circumstances) -> Prediction:
+    return SessionModel(circumstances).play(steps)
