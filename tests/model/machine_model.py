@@ -1,51 +1,13 @@
-"""What a session finds on its machine, and a small model of that machine: its settings files, log and companion."""
+"""A small model of the machine that a session plays on: its settings files, its log and its companion."""
 
 import datetime
 from dataclasses import dataclass, field
 from typing import NamedTuple, Optional
 
+from circumstances import DAMAGED, DAMAGED_SUBFOLDER, Circumstances
 from wide_text import c_text, formatted, logged
 
-DAMAGED = "damaged"
-DAMAGED_TEXT = "<LumeqConfig><UserOptIn>True</UserOptIn>"
-
 SEVERITIES = {"ERROR": 1, "WARNING": 2, "TRACE": 3, "DEBUG": 4}
-
-
-@dataclass
-class Circumstances:
-    """All of it can be written as JSON."""
-
-    road: str = "managed"
-    log: tuple[str, str, str] = ("on", "trace", "")
-    """The factory file's Log, LogLevel and LogDate."""
-    project: Optional[str] = None
-    """Its ProjectId, which has to be blank: no session is to send anything. None: no such key."""
-    factory_damaged: bool = False
-    settings: Optional[list] = None
-    """The local settings file: its root's name, its root's attributes, its elements; or [DAMAGED]; None: no file."""
-    damaged_subfolder: bool = False
-    """The subfolder Sub begins with a file that is no XML."""
-    failures: dict[str, str] = field(default_factory=dict)
-    """The companion's operations that fail, and how: vesto, com, std or unknown."""
-    without_companion: bool = False
-    disabled: Optional[int] = None
-    """The registry value TrackingDisabled."""
-
-    def factory_text(self) -> str:
-        switch, level, date = self.log
-        project = "" if self.project is None else f"<ProjectId>{self.project}</ProjectId>"
-        return (f'<LumeqConfig version="4.0"><Log>{switch}</Log><LogLevel>{level}</LogLevel><LogDate>{date}</LogDate>'
-                f"{project}{'' if self.factory_damaged else '</LumeqConfig>'}")
-
-    def settings_text(self) -> Optional[str]:
-        if self.settings is None:
-            return None
-        if self.settings[0] == DAMAGED:
-            return DAMAGED_TEXT
-        root, attributes, elements = self.settings
-        return (f"<{root}" + "".join(f' {name}="{value}"' for name, value in attributes.items()) + ">"
-                + "".join(f"<{name}>{value}</{name}>" for name, value in elements) + f"</{root}>")
 
 
 class Failure(Exception):
@@ -82,8 +44,6 @@ class Document:
 class SettingsFiles:
     """Those of the machine, by subfolder."""
 
-    SUBFOLDER = "Sub"
-
     FOLDER = "C:\\ProgramData\\Zuvan"
     NAME = "LumeqLocalSettings.xml"
     DAMAGE = "Error parsing local settings file"
@@ -92,7 +52,7 @@ class SettingsFiles:
     def __init__(self, circumstances: Circumstances):
         self._files: dict[str, object] = {}
         if circumstances.damaged_subfolder:
-            self._files[self.place(self.SUBFOLDER)] = DAMAGED
+            self._files[self.place(DAMAGED_SUBFOLDER)] = DAMAGED
         initial = circumstances.settings
         if initial is not None:
             self._files[self.place("")] = DAMAGED if initial[0] == DAMAGED else Document(

@@ -8,12 +8,15 @@ from pathlib import Path
 from typing import Any, Iterator
 
 sys.path.insert(0, str(Path(__file__).resolve().parent.parent / "host"))
-from machine_model import DAMAGED, LogLine  # noqa: E402
-from session_model import SET_HANDLE, Chance, Prediction  # noqa: E402
+from circumstances import DAMAGED  # noqa: E402
+from machine_model import LogLine  # noqa: E402
+from session_arguments import SET_HANDLE  # noqa: E402
+from session_model import Chance, Prediction  # noqa: E402
 from support import LINE, Outcome, lines_of  # noqa: E402
 from wide_text import wide  # noqa: E402
 
 SETTINGS_FILE = "LumeqLocalSettings.xml"
+LEFTOVERS = "leftovers.txt"
 PLACE = "programdata\\zuvan\\"
 
 _GUID = re.compile("[0-9a-f]{8}(-[0-9a-f]{4}){3}-[0-9a-f]{12}")
@@ -139,8 +142,9 @@ def _log(prediction: Prediction, outcome: Outcome) -> Iterator[str]:
     yield from _paired("log line", prediction.log, [line for line in lines if line[0] != "DEBUG"], equal)
     yield from _paired("line of the error file", [line for line in prediction.log if line.severity == "ERROR"],
                        _read_log(outcome.text("Lumeq.Error.txt")), equal)
-    if "Lumeq.Data.txt" in outcome.files:
-        yield "a data file came, and nothing was to be sent"
+    for name in ("Lumeq.Data.txt", LEFTOVERS):
+        if name in outcome.files:
+            yield f"{name} came: {_around(outcome.text(name), 0)}"
 
 
 def _settings(prediction: Prediction, outcome: Outcome) -> Iterator[str]:

@@ -1,4 +1,4 @@
-"""Plays a session under its circumstances on a machine of Wine's, and keeps what another run needs."""
+"""Plays a session on a machine of Wine's, and keeps what another run of it needs."""
 
 import dataclasses
 import json
@@ -6,29 +6,17 @@ import shutil
 import sys
 import tempfile
 from pathlib import Path
-from typing import NamedTuple, Optional
+from typing import Iterator, Optional
 
 ROOT = Path(__file__).resolve().parent.parent.parent
 sys.path[:0] = [str(ROOT / "tests" / "host"), str(ROOT / "tools")]
 import session_player  # noqa: E402
-from machine_model import DAMAGED_TEXT, Circumstances, SettingsFiles  # noqa: E402
+from circumstances import DAMAGED_SUBFOLDER, DAMAGED_TEXT, OUTSIDE, Circumstances, Session  # noqa: E402
+from model_check import LEFTOVERS, SETTINGS_FILE  # noqa: E402
 from support import HOST_SECONDS, Outcome  # noqa: E402
 
-OUTSIDE = "Soak"
-"""The folder of the drive that sessions with a subfolder from the drive's root choose."""
-
-
-class Session(NamedTuple):
-    steps: list[dict]
-    circumstances: Circumstances
-
-    @property
-    def calls(self) -> int:
-        return count_calls(self.steps)
-
-
-def count_calls(steps: list[dict]) -> int:
-    return sum(step["times"] * count_calls(step["calls"]) if "times" in step else "call" in step for step in steps)
+HOST_FILES = {"lumeq-host.exe", "Lumeq.dll", "LumeqShim.Managed.dll", "LumeqCompanion.json", "LumeqCompanion.jsonl",
+              "LumeqConfig.xml", "session.jsonl"}
 
 
 def write(session: Session, folder: Path) -> session_player.Conditions:
@@ -72,16 +60,28 @@ def _play_on(machine: session_player.Machine, session: Session, build: Path, kee
     outside = machine.prefix / "drive_c" / OUTSIDE
     shutil.rmtree(outside, ignore_errors=True)
     if session.circumstances.damaged_subfolder:
-        subfolder = machine.program_data / SettingsFiles.SUBFOLDER / "LUMEQ"
+        subfolder = machine.program_data / DAMAGED_SUBFOLDER / "LUMEQ"
         subfolder.mkdir(parents=True)
-        (subfolder / SettingsFiles.NAME).write_text(DAMAGED_TEXT, encoding="utf-8")
+        (subfolder / SETTINGS_FILE).write_text(DAMAGED_TEXT, encoding="utf-8")
     with tempfile.TemporaryDirectory(dir=machine.prefix) as name:
         folder = keep or Path(name)
         out = folder / "out"
+        shutil.rmtree(out, ignore_errors=True)
         conditions = write(session, folder)
         with open(Path(name) / "errors", "w+b") as errors:
             status = session_player.play_on(machine, folder / "session.jsonl", out, conditions, build, HOST_SECONDS, errors)
-            errors.seek(0)
             if outside.exists():
                 shutil.copytree(outside, out / "drive" / OUTSIDE)
+            leftovers = sorted(map(str, _leftovers(machine, outside)))
+            if leftovers:
+                (out / LEFTOVERS).write_text("\n".join(leftovers), encoding="utf-8")
+            errors.seek(0)
             return Outcome(status, errors.read().decode("utf-8", "replace"), out)
+
+
+def _leftovers(machine: session_player.Machine, outside: Path) -> Iterator[Path]:
+    """Files that nobody is to make."""
+    for folder, names in ((machine.host_folder, HOST_FILES), (machine.program_data, {SETTINGS_FILE}),
+                          (outside, {SETTINGS_FILE}), (machine.log_folder(), set(session_player.LOG_FILES))):
+        if folder:
+            yield from (file for file in folder.rglob("*") if file.is_file() and file.name not in names)

@@ -3,8 +3,7 @@
 import random
 from typing import Any, Callable, Optional
 
-from machine_model import DAMAGED, Circumstances
-from played_sessions import OUTSIDE, Session
+from circumstances import DAMAGED, OUTSIDE, Circumstances, Session
 from schema import EXPORTS, PATTERNS, Argument, Export
 from wide_text import characters, has_unpaired, spelled, wide
 
@@ -20,7 +19,7 @@ STRANGE = [*ODD, "\x85", "\u00ad", "\u0130", "\u0131", "\u017f", "\u212a", "\u20
 # A path may hold none of these, so that no session makes a folder whose name the platform changes.
 FORBIDDEN = ["\0", "\x01", "\t", "\n", "\x1f", "\"", "*", "/", ":", "<", ">", "?", "|", "\x7f", "\x80", "\x9f", "\\\\\\"]
 
-WORDS = ["a", "Z", "7", "setup", "Scan", "main_menu", "Home2", "x_y_z", "A_", "ok-button", "S__1"]
+WORDS = ["a", "Z", "7", "setup", "Scan", "main_menu", "Home2", "x_y_z", "A_", "ok-button", "S__1", "caf\u00e9s"]
 NAMES = ["App", "Scan Station 2", "a", "!", "a  b", "100%", "%s%n%d", 'the "best"', "C:\\x", "\u00e9t\u00e9", "\u6f22\u5b57",
          "\ud83d\ude00", "\u00a0", "\u2003\u3000", "a\x7fb", "\ud800", "<TRUNCATED>", "LumeqApi", "\\n", "{flow}"]
 DIGITS = ["1.0", "1.2.3", "1.2.3.4", "10.20", "0.0", "1", "1.", "1.2.3.4.5", "00.000.0"]
@@ -38,6 +37,22 @@ SEEDS = {
     "installName": ["Setup 1.2.exe", *NAMES], "installVersion": DIGITS, "mode": WORDS, "paperSize": ["A4 plain", *NAMES],
     "screenName": WORDS, "screenPath": [*WORDS, "", "a/b", "A_/b_1/c", "x_1/y_2"], "taskResult": RESULTS, "url": URLS,
     "schemaVersion": ["1.0", "10.20", *DIGITS],
+}
+# Texts right beside a rule.
+BESIDE = {
+    "appName": ["", " ", " a", "a ", "a\n", "\ta", "a\x80b", "\x9f"], "adName": [" ", " a", "a ", "a\x80b"],
+    "adProduct": [" ", " a", "a ", "a\x9fb"], "adVariant": [" ", " a", "a ", "a\x80b"],
+    "codeName": ["", "A", "aB", "a1", "a_b", "a b", "a\n"], "orgName": ["", "A", "aB", "a1", "a-b", " a"],
+    "formName": ["", "a_b_c", "a_b_c_d", "_a", "a_", "a__b", "A_b"], "reportName": ["", "a_b_c", "_a", "a_", "a1", "A"],
+    "controlName": ["", "-a", "a-", "a_", "_a", "a b", "a#b", "\u00e9"], "context": ["", "x" * 129, "a\nb", "a\x80", "\x1f"],
+    "flow": ["_a", "a_", "a-b", "a b", "\u00e9a", "a\u00e9"], "installName": ["", "a?b", "a:b", "a\\b", "a\x7f", "\x9f", "*"],
+    "installVersion": ["", "1.2", "1.2.3.4.5", "1.2.3.", ".1.2.3", "1..2.3", "v1.2.3"],
+    "mode": ["", "_a", "a_", "a__b", "a-b", "\u00e9"], "paperSize": ["", " ", " a", "a ", "a\tb"],
+    "screenName": ["", "_a", "a_", "a-b", "\u00e9cran", "caf\u00e9", "a/b"], "screenPath": ["/", "/a", "a/", "a//b", "a/_b"],
+    "taskResult": ["", "Success", "error_", "error_1a", "error_a_b", "errors", "success\n"],
+    "url": ["", "http://", "http:/a", "http:///a", "ftp://a", "http://a/b c", "http://a/b\tc", "http://a/b\u00a0c",
+            " http://a"],
+    "schemaVersion": ["", "1", "1.", ".1", "1.0.0", "1x0", "1.0 "],
 }
 # What a text of any length is made of.
 UNITS = {"codeName": ["a"], "orgName": ["b"], "formName": ["a", "a_"], "reportName": ["a", "_a"], "schemaVersion": ["1", "1."],
@@ -59,6 +74,9 @@ OPERATIONS = ["Startup", "Shutdown", "Flush", "GetUserOptIn", "SetUserOptIn", "S
               "PostEvent", "PostData", "TrackPrintQueueInfo", "TrackSystemInformation"]
 
 
+SPOILED_KINDS = {"required", "optional", "model", "enumeration", "number", "narrow", "buffer", "size"}
+
+
 class SessionGenerator:
     def __init__(self, seed: int):
         self._random = random.Random(seed)
@@ -66,16 +84,17 @@ class SessionGenerator:
         self._is_loaded = True
 
     def session(self, decks: int = 4) -> Session:
-        """`decks`: how often each export is called."""
+        """`decks`: how often each export is called, at least."""
         circumstances = self._circumstances()
         self._road = circumstances.road
         steps: list[dict] = []
         for _ in range(decks):
-            deck = list(EXPORTS.values())
+            deck = [*EXPORTS.values(), EXPORTS["StartupEx"]]
             self._random.shuffle(deck)
             for export in deck:
                 steps += self._between()
-                steps.append(self._call(export))
+                step = self._call(export)
+                steps.append({"threads": [[step]]} if self._chance(0.02) else step)
         return Session(steps, circumstances)
 
     def _chance(self, probability: float) -> bool:
@@ -129,9 +148,10 @@ class SessionGenerator:
 
     def _call(self, export: Export) -> dict:
         # Most calls are such that what they do can be seen.
-        care = self._one("good", "good", "good", "good", "near", "near", "any")
-        spoiled = self._one(*export.arguments).name if export.arguments else ""
+        care = self._one("good", "good", "good", "near", "near", "near", "any")
+        spoiled = self._one("", *(argument.name for argument in export.arguments if argument.kind in SPOILED_KINDS))
         step: dict[str, Any] = {"call": export.name}
+        self._task = export.name.removesuffix("Completed").removesuffix("Initiated")
         for argument in export.arguments:
             its_care = "near" if care == "near" and argument.name == spoiled else "any" if care == "any" else "good"
             make: Callable = getattr(self, "_" + argument.kind)
@@ -139,14 +159,13 @@ class SessionGenerator:
             if value is not None or argument.kind == "buffer" or self._chance(0.5):
                 step[argument.name] = value
         if export.family == "initiated":
-            step["handle"] = self._handle_name(export.name.removesuffix("Initiated"))
+            step["handle"] = self._handle_name()
         return {name: value for name, value in step.items() if value is not Omitted}
 
-    def _handle_name(self, task: str) -> str:
+    def _handle_name(self) -> str:
         # A task does not outlive the library that it belongs to.
-        if self._chance(0.1):
-            task = "any"
-        return f"{task}{self._one(1, 1, 2)}-{self._loads}"
+        task = self._one("Any", "DeviceConfig", "ScanAcquire") if self._chance(0.15) else self._task
+        return f"{task}{self._one(1, 1, 1, 2)}-{self._loads}"
 
     # Texts
 
@@ -159,6 +178,8 @@ class SessionGenerator:
         text = self._one(*SEEDS[pattern])
         if care == "good":
             return self._taken(pattern)
+        if self._chance(0.5):
+            return self._one(*BESIDE[pattern])
         if care == "any" and self._chance(0.3):
             text = "".join(self._random.choices(alphabet, k=self._random.randint(0, 12)))
         if self._chance(0.25):
@@ -220,8 +241,7 @@ class SessionGenerator:
         return self._one(0, 0, 1, 1, 2, 128, 255)
 
     def _handle(self, argument: Argument, care: str) -> str:
-        return self._handle_name(self._one("ScanAcquire", "PrintBasic", "FileSendTo", "DeviceConnect", "DeviceConfig",
-                                           "SoftwareInstall"))
+        return self._handle_name()
 
     def _free_text(self) -> str:
         if self._chance(0.02):

@@ -9,18 +9,17 @@ from dataclasses import dataclass
 from typing import Any, Callable, Optional
 
 import wide_text
-from machine_model import Circumstances, Companion, Document, Failure, Log, LogLine, SettingsFiles, report, told
-from schema import EXPORTS, HYPERLINK_LABEL, PATTERNS, TASK_RESULT, URL_LABEL, WHITE_SPACE, Export
+from circumstances import Circumstances
+from delivery_model import BEFORE_PAUSE, Delivery
+from machine_model import Failure, Log, LogLine, report, told
+from schema import EXPORTS, HYPERLINK_LABEL, PATTERNS, TASK_RESULT, URL_LABEL, WHITE_SPACE, Argument, Export
+from session_arguments import read_arguments, shown_arguments
 from wide_text import formatted, quoted
 
 API = "Zuvan::Lumeq::API::"
 
 # The key of development builds.
 BIID_KEY = b"0123456789abcdef" * 8
-
-OPT_IN, BEFORE_PAUSE = "UserOptIn", "OptinBeforePause"
-
-NULL_HANDLE, SET_HANDLE = "0" * 16, "F" * 16
 
 
 class Chance:
@@ -56,16 +55,16 @@ class SessionModel:
 
     def __init__(self, circumstances: Circumstances):
         self._circumstances = circumstances
-        self._files = SettingsFiles(circumstances)
         self._log = Log(circumstances)
-        self._companion = Companion(circumstances, self._files)
+        self._delivery = Delivery(circumstances, self._log)
         self._handles: dict[str, Optional[Task]] = {}
         self._answers: list[dict] = []
         self._load()
 
     def play(self, steps: list[dict]) -> Prediction:
         self._play(steps)
-        return Prediction(self._answers, self._companion.operations, self._log.lines, self._files.all())
+        return Prediction(self._answers, self._delivery.companion.operations, self._log.lines,
+                          self._delivery.files.all())
 
     def _play(self, steps: list[dict]) -> None:
         for step in steps:
@@ -74,6 +73,10 @@ class SessionModel:
             elif "times" in step:
                 for _ in range(step["times"]):
                     self._play(step["calls"])
+            elif "threads" in step:
+                # One thread at a time, or nobody could say what comes.
+                (its_steps,) = step["threads"]
+                self._play(its_steps)
             elif "unload" in step:
                 self._loaded = False
             elif "load" in step:
@@ -81,10 +84,9 @@ class SessionModel:
 
     def _load(self) -> None:
         self._loaded = True
-        self._subfolder = ""
         self._model_name = ""
-        self._message_sent = False
         self._log.restart()
+        self._delivery.restart()
 
     def _call(self, step: dict) -> dict:
         answer = {"call": step["call"]}
@@ -98,10 +100,13 @@ class SessionModel:
     # The frame
 
     def _framed(self, export: Export, step: dict) -> dict:
-        arguments = self._arguments(export, step)
+        arguments = read_arguments(export, step)
+        if export.family == "initiated":
+            arguments["handle"] = step.get("handle", "")
         if self._circumstances.disabled == 1:
             return self._untouched(export, step, arguments)
-        self._trace(export, told(export.trace, self._texts(export, arguments)))
+        has_task = "taskHandle" in arguments and self._task(arguments) is not None
+        self._trace(export, told(export.trace, shown_arguments(export, arguments, has_task)))
         family: Callable = getattr(self, "_" + export.family)
         try:
             done = family(export, arguments)
@@ -113,7 +118,7 @@ class SessionModel:
     def _untouched(self, export: Export, step: dict, arguments: dict) -> dict:
         """What the host sees of a call that gave nothing."""
         if export.family == "initiated":
-            self._handles[step.get("handle", "")] = None
+            self._handles[arguments["handle"]] = None
             return {"handle": "null"}
         if export.family == "completed":
             return {"handle": "set" if self._task(arguments) else "null"}
@@ -123,28 +128,6 @@ class SessionModel:
             if argument.kind == "result":
                 return {"returns": wide_text.shown(arguments[argument.name])}
         return {}
-
-    @staticmethod
-    def _arguments(export: Export, step: dict) -> dict:
-        values: dict[str, Any] = {}
-        for argument in export.arguments:
-            form = step.get(argument.name)
-            values[argument.name] = READERS[argument.kind](form)
-        values["handle"] = step.get("handle", "")
-        return values
-
-    def _texts(self, export: Export, arguments: dict) -> dict[str, str]:
-        texts = {}
-        for argument in export.arguments:
-            value = arguments[argument.name]
-            if argument.kind == "enumeration":
-                texts[argument.name] = argument.enumeration.text(value)
-                texts[argument.name + "_number"] = str(value)
-            elif argument.kind == "handle":
-                texts[argument.name] = SET_HANDLE if self._handles.get(value) else NULL_HANDLE
-            else:
-                texts[argument.name] = SHOWN[argument.kind](value)
-        return texts
 
     def _trace(self, export: Export, message: str) -> None:
         self._log.write("TRACE", API + export.name, message)
@@ -163,7 +146,7 @@ class SessionModel:
                    for argument in export.arguments if argument.name == name]
         return all(results)
 
-    def _check(self, export: Export, argument, arguments: dict) -> bool:
+    def _check(self, export: Export, argument: Argument, arguments: dict) -> bool:
         value = arguments[argument.name]
         if argument.kind == "handle":
             return self._task(arguments) is not None or self._report(export, "null taskHandle arg")
@@ -193,7 +176,7 @@ class SessionModel:
         return {"schema": "app_event_context/1.0.0", "context_global": {"_dev_modelname": model}, "context_local": local}
 
     def _post(self, actor: str, action: str, object_: str, label: str, context: dict, details: Optional[dict]) -> None:
-        self._deliver("PostEventXX", "PostEvent", timestamp=Chance("timestamp"), record={
+        self._delivery.ask("PostEventXX", "PostEvent", timestamp=Chance("timestamp"), record={
             "schema": "app_eventinfo/2.0.1", "app_event_actor": actor, "app_event_action": action,
             "app_event_object": object_, "app_event_object_label": label, "app_event_context": context,
             "app_event_details": details or None})
@@ -290,7 +273,7 @@ class SessionModel:
                 self._warn(formatted("skipping discovered device with invalid BIID: %s", quoted(device["dev_biid"])),
                            API + export.name)
                 continue
-            self._deliver("PostDataXX", "PostData", dataType="sys_printer_discoverylist", data=device)
+            self._delivery.ask("PostDataXX", "PostData", dataType="sys_printer_discoverylist", data=device)
         return None
 
     def _biid(self, export: Export, arguments: dict) -> Optional[dict]:
@@ -326,41 +309,34 @@ class SessionModel:
 
     def _startup(self, export: Export, arguments: dict) -> Optional[dict]:
         passes = self._passes(export, arguments, ("appName",))
-        if self._has_flag(BEFORE_PAUSE):
+        if self._delivery.has_flag(BEFORE_PAUSE):
             self._log.write("ERROR", API + export.name,
                             f"{BEFORE_PAUSE} exists and it shouldn't that means there was a CRASH!!")
-            self._end_pause()
+            self._delivery.end_pause()
         if not passes:
             return None
         self._converted(export, arguments, ["whyType", "howType"])
         numbers = {argument.name: argument.enumeration.records[arguments[argument.name]]
                    for argument in export.arguments if argument.enumeration}
-        if not self._deliver("StartupXX", "Startup", appName=arguments["appName"], **numbers,
-                             trackSystemInfo=arguments["trackSystemInfo"],
-                             trackPrintQueueInfo=arguments["trackPrintQueueInfo"]):
-            self._basic_start()
+        self._delivery.start(appName=arguments["appName"], **numbers, trackSystemInfo=arguments["trackSystemInfo"],
+                             trackPrintQueueInfo=arguments["trackPrintQueueInfo"])
         return None
-
-    def _basic_start(self) -> None:
-        if self._flag(OPT_IN) and not self._message_sent:
-            self._message_sent = True
-            self._warn("Project ID is empty. Ensure *LumeqConfig.xml is in path!")
 
     def _timeout(self, export: Export, arguments: dict) -> int:
         return arguments["timeoutMsec"] if self._passes(export, arguments, ("timeoutMsec",)) else 10000
 
     def _shutdown(self, export: Export, arguments: dict) -> Optional[dict]:
         timeout = self._timeout(export, arguments)
-        self._end_pause()
-        self._deliver("ShutdownXX", "Shutdown", timeoutMsec=timeout)
+        self._delivery.end_pause()
+        self._delivery.ask("ShutdownXX", "Shutdown", timeoutMsec=timeout)
         return None
 
     def _flush(self, export: Export, arguments: dict) -> Optional[dict]:
-        self._deliver("FlushXX", "Flush", timeoutMsec=self._timeout(export, arguments))
+        self._delivery.ask("FlushXX", "Flush", timeoutMsec=self._timeout(export, arguments))
         return None
 
     def _track(self, export: Export, arguments: dict) -> Optional[dict]:
-        self._deliver(export.facts["operation"] + "XX", export.facts["operation"])
+        self._delivery.ask(export.facts["operation"] + "XX", export.facts["operation"])
         return None
 
     def _global_context(self, export: Export, arguments: dict) -> Optional[dict]:
@@ -368,167 +344,29 @@ class SessionModel:
             self._model_name = arguments["globalContext"]
         return None
 
-    def _subfolder_path(self, path: str) -> None:
-        if self._circumstances.road == "managed":
-            if not self._deliver("LocalSubfolderPathXX", "LocalSettingsSubfolder", path=path):
-                return
-            self._companion.use_subfolder(path)
-        self._subfolder = path
+    def _subfolder_export(self, export: Export, arguments: dict) -> Optional[dict]:
+        if self._passes(export, arguments):
+            self._delivery.use_subfolder(arguments["subpath"])
+        return None
 
     def _pause(self, export: Export, arguments: dict) -> Optional[dict]:
-        self._store("SetLocalValue", BEFORE_PAUSE, self._flag(OPT_IN))
-        self._set_opt_in_flag(False)
+        self._delivery.pause()
         return None
 
     def _resume(self, export: Export, arguments: dict) -> Optional[dict]:
-        self._end_pause()
+        self._delivery.end_pause()
         return None
 
-    def _end_pause(self) -> None:
-        if self._flag(BEFORE_PAUSE):
-            self._set_opt_in_flag(True)
-        self._with_file("BasicClearOptIn", lambda document: self._remove(document, BEFORE_PAUSE))
-
     def _set_opt_in(self, export: Export, arguments: dict) -> Optional[dict]:
-        if self._has_flag(BEFORE_PAUSE):
-            self._basic_set(BEFORE_PAUSE, arguments["userHasOptedIn"])
-        self._set_opt_in_flag(arguments["userHasOptedIn"])
+        if self._delivery.has_flag(BEFORE_PAUSE):
+            self._delivery.set_flag(BEFORE_PAUSE, arguments["userHasOptedIn"])
+        self._delivery.set_opt_in(arguments["userHasOptedIn"])
         return None
 
     def _get_opt_in(self, export: Export, arguments: dict) -> Optional[dict]:
-        value = self._opt_in()
+        value = self._delivery.opt_in()
         self._trace(export, f"...returns: {str(value).lower()}")
         return {"returns": value}
-
-    # Delivery and the settings
-
-    def _deliver(self, region: str, operation: str, **members) -> bool:
-        """Whether the companion did it."""
-        if self._circumstances.road == "basic":
-            return False
-        failure = self._companion.ask(region, operation, **members)
-        if failure:
-            self._warn(failure)
-        return not failure
-
-    def _opt_in(self) -> bool:
-        if self._circumstances.road == "basic":
-            return self._flag(OPT_IN)
-        if not self._deliver("GetUserOptInXX", "GetUserOptIn"):
-            return False
-        try:
-            return self._companion.read(OPT_IN).lower() == "true"
-        except Failure as failure:
-            self._warn(f"GetUserOptInXX exception with {failure}")
-            return False
-
-    def _set_opt_in_flag(self, value: bool) -> None:
-        self._store("SetUserOptInXX", OPT_IN, value)
-
-    def _store(self, region: str, key: str, value: bool) -> None:
-        """By the companion, or by the library itself where that fails."""
-        asked = (self._deliver(region, "SetUserOptIn", userHasOptedIn=value) if key == OPT_IN
-                 else self._deliver(region, "SetLocalValue", key=key, value=str(value)))
-        if asked:
-            try:
-                self._companion.write(key, str(value))
-                return
-            except Failure as failure:
-                self._warn(f"{region} exception with {failure}")
-        self._basic_set(key, value)
-
-    def _flag(self, key: str) -> bool:
-        return self._with_file("BasicGetUserOptIn", lambda document: document.text(key).lower() == "true")
-
-    def _has_flag(self, key: str) -> bool:
-        return self._with_file("BasicDidUserOpted", lambda document: document.text(key).lower() in ("true", "false"))
-
-    def _basic_set(self, key: str, value: bool) -> None:
-        def change(document: Document) -> bool:
-            document.write(key, str(value))
-            self._save(document)
-            return True
-
-        self._with_file("BasicSetUserOptIn", change)
-
-    def _remove(self, document: Document, key: str) -> bool:
-        element = document.find(key)
-        if element:
-            document.elements.remove(element)
-            self._save(document)
-        return element is not None
-
-    def _save(self, document: Document) -> None:
-        if document.root == "LUMConfig":
-            document.root = "LumeqConfig"
-        self._files.save(self._subfolder, document)
-
-    def _with_file(self, region: str, work: Callable[[Document], bool]) -> bool:
-        """Without a readable factory file the local one cannot be reached either."""
-        try:
-            if self._circumstances.factory_damaged:
-                raise Failure("Error parsing factory settings file")
-            return work(self._files.load(self._subfolder))
-        except Failure as failure:
-            self._warn(f"{region} exception with {failure}")
-            return False
-
-    def _subfolder_export(self, export: Export, arguments: dict) -> Optional[dict]:
-        if self._passes(export, arguments):
-            self._subfolder_path(arguments["subpath"])
-        return None
-
-
-def _optional_text(form: Any) -> Optional[str]:
-    return None if form is None else wide_text.c_text(wide_text.session_text(form))
-
-
-def _optional_dictionary(form: Any) -> Optional[dict]:
-    return None if form is None else wide_text.session_dictionary(form)
-
-
-def _features(form: dict) -> dict:
-    return {wide_text.wide(key): str(value).lower() for key, value in form.items()}
-
-
-# How an argument is read from a session, by kind.
-READERS: dict[str, Callable] = {
-    "required": wide_text.session_text,
-    "optional": _optional_text,
-    "model": _optional_text,
-    "context": _optional_dictionary,
-    "details": wide_text.session_dictionary,
-    "enumeration": int,
-    "flag": bool,
-    "byte": int,
-    "number": int,
-    "features": _features,
-    "devices": lambda form: list(map(wide_text.session_dictionary, form)),
-    "handle": str,
-    "narrow": wide_text.session_bytes,
-    "result": lambda form: "" if form is None else wide_text.session_text(form),
-}
-
-
-def _count(dictionary: Any) -> str:
-    return "(null)" if dictionary is None else f"[{len(dictionary)} item(s)]"
-
-
-# How an argument is shown in the log, by kind.
-SHOWN: dict[str, Callable] = {
-    "required": quoted,
-    "optional": quoted,
-    "model": quoted,
-    "context": _count,
-    "details": _count,
-    "flag": lambda flag: str(int(flag)),
-    "byte": str,
-    "number": str,
-    "features": _count,
-    "devices": _count,
-    "narrow": lambda narrow: narrow.decode("latin-1"),
-    "result": quoted,
-}
 
 
 def predict(steps: list[dict], circumstances: Circumstances) -> Prediction:
