@@ -7,6 +7,9 @@ from circumstances import DAMAGED, OUTSIDE, Circumstances, Session
 from schema import EXPORTS, PATTERNS, Argument, Export
 from wide_text import characters, has_unpaired, spelled, wide
 
+FIXED_SEEDS = range(242, 266)
+"""Of the sessions that the tests play."""
+
 INT32_EXTREMES = (-2147483648, 2147483647)
 
 # Letters, spaces and others that every rule about letters, digits and spaces takes for the same as the platform does.
@@ -115,7 +118,7 @@ class SessionGenerator:
             road=road, log=self._one(*LOGS), project=self._one(None, None, "", "   ", "\t"),
             factory_damaged=self._chance(0.02), settings=self._settings(), damaged_subfolder=self._chance(0.3),
             failures=failures,
-            without_companion=road == "managed" and self._chance(0.07),
+            without_companion=road == "managed" and self._chance(0.12),
             disabled=self._one(0, 1, 1, 2, -1) if self._chance(0.06) else None)
 
     def _settings(self) -> Optional[list]:
@@ -149,11 +152,12 @@ class SessionGenerator:
     def _call(self, export: Export) -> dict:
         # Most calls are such that what they do can be seen.
         care = self._one("good", "good", "good", "near", "near", "near", "any")
-        spoiled = self._one("", *(argument.name for argument in export.arguments if argument.kind in SPOILED_KINDS))
+        spoilable = [argument.name for argument in export.arguments if argument.kind in SPOILED_KINDS]
+        spoiled = self._random.sample(spoilable, min(len(spoilable), self._one(1, 1, 2, 3)))
         step: dict[str, Any] = {"call": export.name}
         self._task = export.name.removesuffix("Completed").removesuffix("Initiated")
         for argument in export.arguments:
-            its_care = "near" if care == "near" and argument.name == spoiled else "any" if care == "any" else "good"
+            its_care = "near" if care == "near" and argument.name in spoiled else "any" if care == "any" else "good"
             make: Callable = getattr(self, "_" + argument.kind)
             value = make(argument, its_care)
             if value is not None or argument.kind == "buffer" or self._chance(0.5):
@@ -178,7 +182,7 @@ class SessionGenerator:
         text = self._one(*SEEDS[pattern])
         if care == "good":
             return self._taken(pattern)
-        if self._chance(0.5):
+        if self._chance(0.6):
             return self._one(*BESIDE[pattern])
         if care == "any" and self._chance(0.3):
             text = "".join(self._random.choices(alphabet, k=self._random.randint(0, 12)))
@@ -229,7 +233,8 @@ class SessionGenerator:
     def _enumeration(self, argument: Argument, care: str) -> int:
         if care == "good":
             return self._random.randrange(len(argument.enumeration.texts))
-        return self._one(self._random.randint(-2, 70), self._random.randint(-2, 14), *INT32_EXTREMES)
+        return self._one(self._random.randint(-2, 70), self._random.randint(-2, 70), self._random.randint(-2, 14),
+                         self._one(*INT32_EXTREMES))
 
     def _number(self, argument: Argument, care: str) -> int:
         return self._one(0, 1, 7, 250, INT32_EXTREMES[1]) if care == "good" else self._one(-1, -70, *INT32_EXTREMES)

@@ -1,4 +1,4 @@
-"""Takes from a session what its difference does not need."""
+"""Takes from a session the steps that its difference does not need."""
 
 from typing import Callable
 
@@ -6,7 +6,7 @@ from circumstances import Session
 
 
 def smaller(session: Session, fails: Callable[[Session], bool]) -> Session:
-    """A session that still fails: without any one of its steps it would not."""
+    """A shorter session that still fails, or the same if there is none."""
     length = max(len(session.steps) // 2, 1)
     while True:
         at = 0
