@@ -66,7 +66,8 @@ def load_as_it_was(model: SessionModel) -> None:
 FORGOTTEN = {
     "the end of a pause": (Delivery, "end_pause", lambda self: None),
     "the pause that a choice goes to": (Delivery, "has_flag", lambda self, key: False),
-    "that the message goes out once": (Delivery, "_message_sent", property(lambda self: False, lambda self, value: None)),
+    "that the message goes out once": (
+        Delivery, "_message_sent", property(lambda self: False, lambda self, value: None)),
     "the fallback of a failed write": (Delivery, "set_flag", lambda self, key, value: None),
     "that a library loaded again starts afresh": (SessionModel, "_load", load_as_it_was),
     "the model name of all events": (SessionModel, "_global_context", lambda self, export, arguments: [
@@ -84,13 +85,13 @@ class RandomSessions(SessionTestCase):
 
     def noticed(self) -> bool:
         """Whether any of the sessions differs from the model as it is now."""
-        return any(differences(predict(session.steps, session.circumstances), outcome)
+        return any(differences(predict(*session), outcome)
                    for _, session, outcome in self.played)
 
     def test_all_comes_as_predicted(self):
         for seed, session, outcome in self.played:
             with self.subTest(seed=seed):
-                found = differences(predict(session.steps, session.circumstances), outcome)
+                found = differences(predict(*session), outcome)
                 self.assertEqual([], found, f"tools/soak 1 --seed {seed} plays it again")
 
     def test_nearly_right_rule_is_noticed(self):
@@ -124,7 +125,7 @@ class Comparison(SessionTestCase):
     def setUpClass(cls):
         super().setUpClass()
         cls.session = session_of(2)
-        cls.prediction = predict(cls.session.steps, cls.session.circumstances)
+        cls.prediction = predict(*cls.session)
         cls.outcome = played_sessions.play(cls.session, cls.machine, BUILD)
 
     def setUp(self):

@@ -7,8 +7,6 @@ DAMAGED = "damaged"
 DAMAGED_TEXT = "<LumeqConfig><UserOptIn>True</UserOptIn>"
 DAMAGED_SUBFOLDER = "Sub"
 
-OUTSIDE = "Soak"
-"""The folder of the drive that sessions with a subfolder from the drive's root choose."""
 
 @dataclass
 class Circumstances:

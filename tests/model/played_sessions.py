@@ -11,8 +11,10 @@ from typing import Iterator, Optional
 ROOT = Path(__file__).resolve().parent.parent.parent
 sys.path[:0] = [str(ROOT / "tests" / "host"), str(ROOT / "tools")]
 import session_player  # noqa: E402
-from circumstances import DAMAGED_SUBFOLDER, DAMAGED_TEXT, OUTSIDE, Circumstances, Session  # noqa: E402
-from model_check import LEFTOVERS, SETTINGS_FILE  # noqa: E402
+from circumstances import DAMAGED_SUBFOLDER, DAMAGED_TEXT, Circumstances, Session  # noqa: E402
+from model_check import LEFTOVERS, SETTINGS_FILE, differences  # noqa: E402
+from session_model import predict  # noqa: E402
+from session_texts import OUTSIDE  # noqa: E402
 from support import HOST_SECONDS, Outcome  # noqa: E402
 
 HOST_FILES = {"lumeq-host.exe", "Lumeq.dll", "LumeqShim.Managed.dll", "LumeqCompanion.json", "LumeqCompanion.jsonl",
@@ -47,13 +49,24 @@ def read(folder: Path) -> Session:
 
 
 def play(session: Session, machine: session_player.Machine, build: Path, keep: Optional[Path] = None) -> Outcome:
-    """On the machine, cleared, or on one of its own where the registry has to differ. With `keep`, what went in and what
-    came out stays there."""
+    """On the machine, cleared, or on one of its own where the registry has to differ.
+
+    With `keep`, what went in and what came out stays there.
+    """
     if session.circumstances.disabled is not None:
         with session_player.machine(build) as its_own:
             return _play_on(its_own, session, build, keep)
     machine.clear()
     return _play_on(machine, session, build, keep)
+
+
+def differences_of(session: Session, machine: session_player.Machine, build: Path,
+                   keep: Optional[Path] = None) -> list[str]:
+    """Plays the session and tells what differs from its prediction."""
+    try:
+        return differences(predict(*session), play(session, machine, build, keep))
+    except json.JSONDecodeError as problem:
+        return [f"what came cannot be read: {problem}"]
 
 
 def _play_on(machine: session_player.Machine, session: Session, build: Path, keep: Optional[Path]) -> Outcome:
@@ -69,7 +82,8 @@ def _play_on(machine: session_player.Machine, session: Session, build: Path, kee
         shutil.rmtree(out, ignore_errors=True)
         conditions = write(session, folder)
         with open(Path(name) / "errors", "w+b") as errors:
-            status = session_player.play_on(machine, folder / "session.jsonl", out, conditions, build, HOST_SECONDS, errors)
+            status = session_player.play_on(machine, folder / "session.jsonl", out, conditions, build, HOST_SECONDS,
+                                            errors)
             if outside.exists():
                 shutil.copytree(outside, out / "drive" / OUTSIDE)
             leftovers = sorted(map(str, _leftovers(machine, outside)))

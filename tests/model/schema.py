@@ -7,8 +7,8 @@ from typing import NamedTuple, Optional
 class Pattern:
     """A rule for a whole text, by code units.
 
-    Written so that no text takes more than linear time: where a rule nests quantifiers, this is the same language without
-    them.
+    Written so that no text takes more than linear time: where a rule nests quantifiers, this is the same language
+    without them.
     """
 
     def __init__(self, expression: str, ignores_case: bool = False):
@@ -19,8 +19,9 @@ class Pattern:
 
 
 # Letters and digits that nobody disputes; what else the platform counts as such is its own affair, and no session asks.
-LETTERS = "\u00c0-\u00d6\u00d8-\u00f6\u00f8-\u00fe\u03b1-\u03c9\u0430-\u044f\u4e00-\u9fa5\uac00-\ud7a3"
-SPACES = "\t-\r \u00a0\u2000-\u200a\u3000"
+LETTERS = ("\u0130\u0131\u017f\u212a\uff21"
+           "\u00c0-\u00d6\u00d8-\u00f6\u00f8-\u00fe\u03b1-\u03c9\u0430-\u044f\u4e00-\u9fa5\uac00-\ud7a3")
+SPACES = "\t-\r \u00a0\u2000-\u200a\u2028\u2029\u3000"
 W = f"[0-9A-Za-z_{LETTERS}]"
 
 _VISIBLE = r"[^\x00-\x20\x80-\x9f]"
@@ -99,7 +100,8 @@ HOW = _enumeration(
     records=(9, 0, 1, 2, 3, 4, 5, 6, 7, 8))
 INSTALL = _enumeration("InstallType", "exe msi")
 WHY = _enumeration(
-    "WhyType", "add_device add_software reconfigure_device start_app view_device view_device_error view_device_supplies",
+    "WhyType",
+    "add_device add_software reconfigure_device start_app view_device view_device_error view_device_supplies",
     records=(4, 0, 1, 2, 3, 5, 6, 7))
 _SHORTCUTS = "email_jpg email_pdf every_day_scan save_jpg save_pdf save_text send_cloud user"
 _VARIANCES = "modified modified_one_off original original_one_off user user_one_off"
@@ -107,14 +109,16 @@ FILE_DESTINATION = _enumeration(
     "File::DestinationType",
     "cloud_box cloud_dropbox cloud_googledrive cloud_onedrive email_mapi email_smtp folder")
 FILE_MIME = _enumeration(
-    "File::MimeType", "application/pdf application/pdfsearchable image/jpg image/bmp image/tiff image/png application/rtf "
+    "File::MimeType",
+    "application/pdf application/pdfsearchable image/jpg image/bmp image/tiff image/png application/rtf "
     "text/unicode text/ansi text/utf8")
 FILE_SHORTCUT = _enumeration("File::ShortcutType", _SHORTCUTS)
 FILE_VARIANCE = _enumeration("File::ShortcutVarianceType", _VARIANCES)
 SCAN_COLOR = _enumeration("Scan::ColorModeType", "auto blackwhite color gray halftone", logged_name="ColorModeType")
 SCAN_ITEM = _enumeration("Scan::ItemType", "document photo")
 SCAN_MIME = _enumeration(
-    "Scan::MimeType", "application/pdf application/pdfsearchable application/rtf image/bmp image/jpg image/png image/tiff "
+    "Scan::MimeType",
+    "application/pdf application/pdfsearchable application/rtf image/bmp image/jpg image/png image/tiff "
     "text/ansi text/unicode text/utf8")
 SCAN_PAGE = _enumeration(
     "Scan::PageSizeType",
@@ -226,7 +230,8 @@ _ALL = (
     Export("Resume", "resume", (), ""),
     Export("SetUserOptInEx", "set_opt_in", (Argument("userHasOptedIn", "flag"),), "userHasOptedIn: {userHasOptedIn}"),
     Export("GetUserOptInEx", "get_opt_in", (), ""),
-    Export("SetLocalSubfolderPathEx", "subfolder_export", (_required("subpath"),), "subpath: {subpath}", checks=("subpath",)),
+    Export("SetLocalSubfolderPathEx", "subfolder_path", (_required("subpath"),), "subpath: {subpath}",
+           checks=("subpath",)),
     Export("TrackPrintQueueInfoEx", "track", (), "", {"operation": "TrackPrintQueueInfo"}),
     Export("TrackSystemInformationEx", "track", (), "", {"operation": "TrackSystemInformation"}),
     Export("SetGlobalContextEx", "global_context", (Argument("globalContext", "model", "context"),),

@@ -6,7 +6,8 @@ from pathlib import Path
 
 from circumstances import Circumstances, Session
 from schema import EXPORTS, PATTERNS
-from session_generator import BASIC_SUBFOLDERS, BESIDE, FIXED_SEEDS, SEEDS, SUBFOLDERS, session_of
+from session_generator import FIXED_SEEDS, session_of
+from session_texts import BASIC_SUBFOLDERS, BESIDE, SEEDS, SUBFOLDERS
 from smaller_session import smaller
 
 SESSIONS = [session_of(seed) for seed in FIXED_SEEDS]
@@ -70,7 +71,8 @@ class Generator(unittest.TestCase):
 
     def test_sessions_hold_what_is_hard_to_take(self):
         text = "".join(json.dumps(step) for session in SESSIONS for step in session.steps)
-        for hard in ('"times": 100000', '"units": [55296]', "\\u0000", "\\u0001", "\\u0080", "\\ud83d\\ude00", "%s%n%d", "null"):
+        for hard in ('"times": 100000', '"units": [55296]', "\\u0000", "\\u0001", "\\u0080", "\\ud83d\\ude00", "%s%n%d",
+                     "null"):
             self.assertIn(hard, text)
 
 

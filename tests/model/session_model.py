@@ -104,7 +104,7 @@ class SessionModel:
         if export.family == "initiated":
             arguments["handle"] = step.get("handle", "")
         if self._circumstances.disabled == 1:
-            return self._untouched(export, step, arguments)
+            return self._untouched(export, arguments)
         has_task = "taskHandle" in arguments and self._task(arguments) is not None
         self._trace(export, told(export.trace, shown_arguments(export, arguments, has_task)))
         family: Callable = getattr(self, "_" + export.family)
@@ -113,9 +113,9 @@ class SessionModel:
         except Failure as failure:
             self._report(export, str(failure), "Exception")
             done = None
-        return self._untouched(export, step, arguments) if done is None else done
+        return self._untouched(export, arguments) if done is None else done
 
-    def _untouched(self, export: Export, step: dict, arguments: dict) -> dict:
+    def _untouched(self, export: Export, arguments: dict) -> dict:
         """What the host sees of a call that gave nothing."""
         if export.family == "initiated":
             self._handles[arguments["handle"]] = None
@@ -173,7 +173,8 @@ class SessionModel:
         local = arguments["localContext"]
         if local_entries:
             local = {**(local or {}), **local_entries}
-        return {"schema": "app_event_context/1.0.0", "context_global": {"_dev_modelname": model}, "context_local": local}
+        return {"schema": "app_event_context/1.0.0", "context_global": {"_dev_modelname": model},
+                "context_local": local}
 
     def _post(self, actor: str, action: str, object_: str, label: str, context: dict, details: Optional[dict]) -> None:
         self._delivery.ask("PostEventXX", "PostEvent", timestamp=Chance("timestamp"), record={
@@ -181,9 +182,9 @@ class SessionModel:
             "app_event_object": object_, "app_event_object_label": label, "app_event_context": context,
             "app_event_details": details or None})
 
-    def _screen(self, export: Export, arguments: dict) -> Optional[dict]:
+    def _screen(self, export: Export, arguments: dict) -> None:
         if not self._passes(export, arguments):
-            return None
+            return
         label = "".join(("/" + arguments["flow"] + ".flow" if arguments["flow"] else "",
                          "/" + arguments["screenPath"] if arguments["screenPath"] else "",
                          "/" + arguments["screenName"],
@@ -195,7 +196,6 @@ class SessionModel:
                           "[/<Flow>.flow][/<ScreenPath>]/<ScreenName>[-<Mode>]#url_<ControlName>")
         action = "unchecked" if arguments.get("isChecked") == 0 else export.facts["action"]
         self._post(export.facts["actor"], action, export.facts["object"], label, self._context(arguments), details)
-        return None
 
     def _ad_details(self, export: Export, arguments: dict) -> dict:
         self._converted(export, arguments, ["adType"])
@@ -206,25 +206,23 @@ class SessionModel:
             details["campaign_" + name] = "unknown" if not text or WHITE_SPACE.matches(text) else text
         return details
 
-    def _url(self, export: Export, arguments: dict) -> Optional[dict]:
+    def _url(self, export: Export, arguments: dict) -> None:
         url = arguments["url"].partition("?")[0]
         if not self._passes(export, {**arguments, "url": url}):
-            return None
+            return
         if wide_text.has_unpaired(url):
             raise Failure("bad conversion")
         if not URL_LABEL.matches(url):
             raise Failure("objectLabel is not formatted correctly. Must be of form ^(file|https?)://[^?]+$")
         self._post("app", "launched", "url", url, self._context(arguments), None)
-        return None
 
-    def _generic(self, export: Export, arguments: dict) -> Optional[dict]:
+    def _generic(self, export: Export, arguments: dict) -> None:
         if not self._passes(export, arguments):
-            return None
+            return
         kind = export.facts["object"]
-        moniker = "x-{orgName}_{codeName}_".format_map(arguments) + f"{kind}_{arguments[kind + 'Name']}/" + arguments["version"]
+        moniker = f"x-{{orgName}}_{{codeName}}_{kind}_{{{kind}Name}}/{{version}}".format_map(arguments)
         self._post(export.facts["actor"], export.facts["action"], kind, kind + "_generic", self._context(arguments), {
             **arguments["details"], "schema": f"app_event_{kind}_generic/1.0.0", "moniker": moniker})
-        return None
 
     # Tasks
 
@@ -262,7 +260,7 @@ class SessionModel:
 
     # Devices and texts
 
-    def _printers(self, export: Export, arguments: dict) -> Optional[dict]:
+    def _printers(self, export: Export, arguments: dict) -> None:
         for device in arguments["discoveredDeviceList"]:
             if not device:
                 self._warn("skipping discovered device with no information (empty dictionary)", API + export.name)
@@ -274,7 +272,6 @@ class SessionModel:
                            API + export.name)
                 continue
             self._delivery.ask("PostDataXX", "PostData", dataType="sys_printer_discoverylist", data=device)
-        return None
 
     def _biid(self, export: Export, arguments: dict) -> Optional[dict]:
         uuid = arguments["deviceUuid"]
@@ -307,61 +304,52 @@ class SessionModel:
 
     # The session's life
 
-    def _startup(self, export: Export, arguments: dict) -> Optional[dict]:
+    def _startup(self, export: Export, arguments: dict) -> None:
         passes = self._passes(export, arguments, ("appName",))
         if self._delivery.has_flag(BEFORE_PAUSE):
             self._log.write("ERROR", API + export.name,
                             f"{BEFORE_PAUSE} exists and it shouldn't that means there was a CRASH!!")
             self._delivery.end_pause()
         if not passes:
-            return None
+            return
         self._converted(export, arguments, ["whyType", "howType"])
         numbers = {argument.name: argument.enumeration.records[arguments[argument.name]]
                    for argument in export.arguments if argument.enumeration}
         self._delivery.start(appName=arguments["appName"], **numbers, trackSystemInfo=arguments["trackSystemInfo"],
                              trackPrintQueueInfo=arguments["trackPrintQueueInfo"])
-        return None
 
     def _timeout(self, export: Export, arguments: dict) -> int:
         return arguments["timeoutMsec"] if self._passes(export, arguments, ("timeoutMsec",)) else 10000
 
-    def _shutdown(self, export: Export, arguments: dict) -> Optional[dict]:
+    def _shutdown(self, export: Export, arguments: dict) -> None:
         timeout = self._timeout(export, arguments)
         self._delivery.end_pause()
         self._delivery.ask("ShutdownXX", "Shutdown", timeoutMsec=timeout)
-        return None
 
-    def _flush(self, export: Export, arguments: dict) -> Optional[dict]:
+    def _flush(self, export: Export, arguments: dict) -> None:
         self._delivery.ask("FlushXX", "Flush", timeoutMsec=self._timeout(export, arguments))
-        return None
 
-    def _track(self, export: Export, arguments: dict) -> Optional[dict]:
+    def _track(self, export: Export, arguments: dict) -> None:
         self._delivery.ask(export.facts["operation"] + "XX", export.facts["operation"])
-        return None
 
-    def _global_context(self, export: Export, arguments: dict) -> Optional[dict]:
+    def _global_context(self, export: Export, arguments: dict) -> None:
         if self._passes(export, arguments):
             self._model_name = arguments["globalContext"]
-        return None
 
-    def _subfolder_export(self, export: Export, arguments: dict) -> Optional[dict]:
+    def _subfolder_path(self, export: Export, arguments: dict) -> None:
         if self._passes(export, arguments):
             self._delivery.use_subfolder(arguments["subpath"])
-        return None
 
-    def _pause(self, export: Export, arguments: dict) -> Optional[dict]:
+    def _pause(self, export: Export, arguments: dict) -> None:
         self._delivery.pause()
-        return None
 
-    def _resume(self, export: Export, arguments: dict) -> Optional[dict]:
+    def _resume(self, export: Export, arguments: dict) -> None:
         self._delivery.end_pause()
-        return None
 
-    def _set_opt_in(self, export: Export, arguments: dict) -> Optional[dict]:
+    def _set_opt_in(self, export: Export, arguments: dict) -> None:
         if self._delivery.has_flag(BEFORE_PAUSE):
             self._delivery.set_flag(BEFORE_PAUSE, arguments["userHasOptedIn"])
         self._delivery.set_opt_in(arguments["userHasOptedIn"])
-        return None
 
     def _get_opt_in(self, export: Export, arguments: dict) -> Optional[dict]:
         value = self._delivery.opt_in()

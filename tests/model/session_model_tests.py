@@ -20,8 +20,8 @@ def button(**arguments) -> dict:
 
 
 def install(result: str = "success", **others) -> dict:
-    return call("SoftwareInstallCompleted", **{"taskHandle": "h", "taskResult": result, "installerType": 2, "name": "Setup",
-                                               "version": "1.2.3", **others})
+    return call("SoftwareInstallCompleted", **{
+        "taskHandle": "h", "taskResult": result, "installerType": 2, "name": "Setup", "version": "1.2.3", **others})
 
 
 def errors(prediction: Prediction) -> list[str]:
@@ -54,12 +54,14 @@ API = "Zuvan::Lumeq::API::"
 class Events(unittest.TestCase):
     def test_label_of_a_control_holds_all_its_parts_in_order(self):
         self.assertEqual(["/setup.flow/a/b_/Home-edit_2#ok-button", "/Home#ok"], labels(played(
-            button(flow="setup", screenPath="a/b_", mode="edit_2", controlName="ok-button"), button(flow="", screenPath=""))))
+            button(flow="setup", screenPath="a/b_", mode="edit_2", controlName="ok-button"),
+            button(flow="", screenPath=""))))
 
     def test_hyperlink_is_checked_once_more(self):
         link = {**button(mode="a_b"), "call": "HyperlinkClicked"}
-        self.assertEqual([f"Exception in {API}HyperlinkClicked: objectLabel is not formatted correctly. Must be of form "
-                          "[/<Flow>.flow][/<ScreenPath>]/<ScreenName>[-<Mode>]#url_<ControlName>"], errors(played(link)))
+        self.assertEqual([
+            f"Exception in {API}HyperlinkClicked: objectLabel is not formatted correctly. Must be of form "
+            "[/<Flow>.flow][/<ScreenPath>]/<ScreenName>[-<Mode>]#url_<ControlName>"], errors(played(link)))
         self.assertEqual(["/Home-ab#url_ok"], labels(played({**link, "mode": "ab"})))
 
     def test_every_bad_argument_is_an_error_of_its_own(self):
@@ -77,12 +79,14 @@ class Events(unittest.TestCase):
 
     def test_url_goes_out_without_its_query(self):
         url = "https://u@h/p#f"
-        self.assertEqual([url], labels(played(call("UrlLaunchedEx", url=url + "?q"), call("UrlLaunchedEx", url="HTTP://a"))))
+        self.assertEqual([url], labels(played(call("UrlLaunchedEx", url=url + "?q"),
+                                              call("UrlLaunchedEx", url="HTTP://a"))))
         self.assertEqual([f"Exception in {API}UrlLaunchedEx: bad conversion"],
                          errors(played(call("UrlLaunchedEx", url=["file://", {"units": [0xD800]}]))))
 
     def test_blank_ad_texts_become_unknown(self):
-        prediction = played(call("AdClosed", adType=1, product="", name="\u00a0", variant="v", screenName="a", controlName="b"))
+        prediction = played(call("AdClosed", adType=1, product="", name="\u00a0", variant="v", screenName="a",
+                                 controlName="b"))
         self.assertEqual({"schema": "generic/1.0.0", "moniker": "x-dvrn_ad_basic/1.0", "campaign_type": "banner",
                           "campaign_product": "unknown", "campaign_name": "unknown", "campaign_variant": "v"},
                          prediction.operations[0]["record"]["app_event_details"])
@@ -90,11 +94,13 @@ class Events(unittest.TestCase):
 
 class Tasks(unittest.TestCase):
     def test_completed_task_is_gone_and_one_that_is_refused_stays(self):
-        prediction = played(call("SoftwareInstallInitiated", handle="h"), install("error_a"), install("error_ab"), install())
+        prediction = played(call("SoftwareInstallInitiated", handle="h"), install("error_a"), install("error_ab"),
+                            install())
         self.assertEqual(["set", "set", "null", "null"], [answer["handle"] for answer in prediction.answers])
-        self.assertEqual([f"Exception in {API}SoftwareInstallCompleted: Task result is not formatted correctly. Must be of "
-                          "form success|unknown|(error(_([a-zA-Z][a-zA-Z0-9]+|[0-9]+))?)",
-                          f"Validation failed in {API}SoftwareInstallCompleted: null taskHandle arg"], errors(prediction))
+        self.assertEqual([
+            f"Exception in {API}SoftwareInstallCompleted: Task result is not formatted correctly. Must be of form "
+            "success|unknown|(error(_([a-zA-Z][a-zA-Z0-9]+|[0-9]+))?)",
+            f"Validation failed in {API}SoftwareInstallCompleted: null taskHandle arg"], errors(prediction))
         first, second = (operation["record"] for operation in prediction.operations)
         self.assertIs(first["app_event_context"]["context_local"]["_app_event_task_guid"],
                       second["app_event_context"]["context_local"]["_app_event_task_guid"])
@@ -115,10 +121,12 @@ class Tasks(unittest.TestCase):
 class Devices(unittest.TestCase):
     def test_empty_one_is_skipped_and_one_without_identifier_ends_the_list(self):
         good = {"dev_biid": "unknown"}
-        prediction = played(call("TrackDiscoveredPrintersEx", discoveredDeviceList=[{}, good, {"dev_biid": "x\0y"}, {"a": "b"}, good]))
+        prediction = played(call("TrackDiscoveredPrintersEx",
+                                 discoveredDeviceList=[{}, good, {"dev_biid": "x\0y"}, {"a": "b"}, good]))
         self.assertEqual(["skipping discovered device with no information (empty dictionary)",
                           'skipping discovered device with invalid BIID: "x'], warnings(prediction))
-        self.assertEqual([f"Exception in {API}TrackDiscoveredPrintersEx: invalid unordered_map<K, T> key"], errors(prediction))
+        self.assertEqual([f"Exception in {API}TrackDiscoveredPrintersEx: invalid unordered_map<K, T> key"],
+                         errors(prediction))
         self.assertEqual([{"operation": "PostDataInternal", "dataType": "sys_printer_discoverylist", "data": good}],
                          prediction.operations)
 
@@ -128,7 +136,8 @@ class Devices(unittest.TestCase):
                          call("GetBiid_Internal", size=0, buffer="b", **uuid), call("GetBiid_Internal", deviceUuid=""),
                          call("ToString_Internal", size=4, enumValue=7)).answers
         self.assertEqual([{"result": 34, "text": ""}, {"result": 22, "text": None}, {"result": 22, "text": "b"},
-                          {"result": 0, "text": ""}, {"result": 0, "text": "usb"}], [answer["returns"] for answer in answers])
+                          {"result": 0, "text": ""}, {"result": 0, "text": "usb"}],
+                         [answer["returns"] for answer in answers])
 
 
 class Pauses(unittest.TestCase):
@@ -140,20 +149,23 @@ class Pauses(unittest.TestCase):
         for road in ("basic", "managed"):
             self.assertEqual({"UserOptIn": "False", "OptinBeforePause": "True"},
                              self.flags_after(call("Pause"), before=opted_in, road=road))
-            self.assertEqual({"UserOptIn": "True"}, self.flags_after(call("Pause"), call("Resume"), before=opted_in, road=road))
+            self.assertEqual({"UserOptIn": "True"},
+                             self.flags_after(call("Pause"), call("Resume"), before=opted_in, road=road))
             self.assertEqual({"UserOptIn": "False"}, self.flags_after(
                 call("Pause"), call("Pause"), call("ShutdownEx", timeoutMsec=0), before=opted_in, road=road))
 
     def test_start_tells_of_a_crash_whatever_its_name(self):
         prediction = played(start(""), road="basic", settings=["LUMConfig", {"a": "b"}, [["OptinBeforePause", "tRUE"]]])
         self.assertEqual([f'Validation failed in {API}StartupEx: invalid [REQUIRED] appName arg: ""',
-                          "OptinBeforePause exists and it shouldn't that means there was a CRASH!!"], errors(prediction))
+                          "OptinBeforePause exists and it shouldn't that means there was a CRASH!!"],
+                         errors(prediction))
         self.assertEqual(("LumeqConfig", {"a": "b"}, [("UserOptIn", "True")]),
                          prediction.settings["programdata\\zuvan\\lumeq"])
 
     def test_value_that_is_no_flag_is_no_pause(self):
-        self.assertEqual({"OptinBeforePause": "maybe"}, self.flags_after(start(), before=[["OptinBeforePause", "maybe"]]))
-        self.assertEqual({}, self.flags_after(call("Resume"), before=[["OptinBeforePause", "maybe"]]))
+        before = [["OptinBeforePause", "maybe"]]
+        self.assertEqual({"OptinBeforePause": "maybe"}, self.flags_after(start(), before=before))
+        self.assertEqual({}, self.flags_after(call("Resume"), before=before))
 
     def test_without_a_file_a_resume_makes_none(self):
         self.assertEqual({}, played(call("Resume")).settings)
@@ -193,9 +205,11 @@ class Machines(unittest.TestCase):
         self.assertEqual({"UserOptIn": "False", "OptinBeforePause": "True"}, settings(prediction, "soak\\lumeq"))
 
     def test_path_that_does_not_fit_is_told_by_every_use(self):
-        prediction = played(call("SetLocalSubfolderPathEx", subpath={"repeat": "x", "times": 300}), call("Resume"), road="basic")
-        self.assertEqual([f"{region} exception with One or both arguments to CombinePath exceed the maximum path length."
-                          for region in ("BasicGetUserOptIn", "BasicClearOptIn")], warnings(prediction))
+        prediction = played(call("SetLocalSubfolderPathEx", subpath={"repeat": "x", "times": 300}), call("Resume"),
+                            road="basic")
+        too_long = "One or both arguments to CombinePath exceed the maximum path length."
+        self.assertEqual(["BasicGetUserOptIn exception with " + too_long, "BasicClearOptIn exception with " + too_long],
+                         warnings(prediction))
 
     def test_damaged_file_where_the_policy_is_read_means_no_log(self):
         for others in ({"settings": [DAMAGED]}, {"factory_damaged": True}):
@@ -210,7 +224,8 @@ class Machines(unittest.TestCase):
 
     def test_disabled_tracking_leaves_no_trace(self):
         prediction = played(start(""), call("ScanAcquireInitiated", handle="h"), call("GetUserOptInEx"),
-                            call("ToString", enumValue=1, textValue="b"), call("GetBiid_Internal", deviceUuid="x"), disabled=1)
+                            call("ToString", enumValue=1, textValue="b"), call("GetBiid_Internal", deviceUuid="x"),
+                            disabled=1)
         self.assertEqual(([], [], {}), (prediction.log, prediction.operations, prediction.settings))
         self.assertEqual([{"call": "StartupEx"}, {"call": "ScanAcquireInitiated", "handle": "null"},
                           {"call": "GetUserOptInEx", "returns": False}, {"call": "ToString", "returns": "b"},
