@@ -7,6 +7,13 @@ DAMAGED = "damaged"
 DAMAGED_TEXT = "<LumeqConfig><UserOptIn>True</UserOptIn>"
 DAMAGED_SUBFOLDER = "Sub"
 
+# What stands before the root element, around a value, and between elements.
+LAYOUTS = {
+    "plain": ("", "{}", ""),
+    "spread": ('<?xml version="1.0"?>\n<!-- by hand -->\n', "{}", "\n  <!-- one more -->\n\t"),
+    "cdata": ("\n", "<![CDATA[{}]]>", ""),
+}
+
 
 @dataclass
 class Circumstances:
@@ -20,6 +27,8 @@ class Circumstances:
     factory_damaged: bool = False
     settings: Optional[list] = None
     """The local settings file: its root's name, its root's attributes, its elements; or [DAMAGED]; None: no file."""
+    layout: str = "plain"
+    """How that file is written: plain, spread over lines with comments, or cdata; all mean the same."""
     damaged_subfolder: bool = False
     """DAMAGED_SUBFOLDER begins with a file that is no XML."""
     failures: dict[str, str] = field(default_factory=dict)
@@ -40,8 +49,10 @@ class Circumstances:
         if self.settings[0] == DAMAGED:
             return DAMAGED_TEXT
         root, attributes, elements = self.settings
-        return (f"<{root}" + "".join(f' {name}="{value}"' for name, value in attributes.items()) + ">"
-                + "".join(f"<{name}>{value}</{name}>" for name, value in elements) + f"</{root}>")
+        before, value_form, between = LAYOUTS[self.layout]
+        return (before + f"<{root}" + "".join(f' {name}="{value}"' for name, value in attributes.items()) + ">"
+                + "".join(between + f"<{name}>{value_form.format(value)}</{name}>" for name, value in elements)
+                + between + f"</{root}>")
 
 
 class Session(NamedTuple):

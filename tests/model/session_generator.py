@@ -3,7 +3,7 @@
 import random
 from typing import Any, Callable, Optional
 
-from circumstances import DAMAGED, Circumstances, Session
+from circumstances import DAMAGED, LAYOUTS, Circumstances, Session
 from schema import EXPORTS, PATTERNS, Argument, Export
 from session_texts import (ASKS_FOR_LETTERS, BAD_BIIDS, BAD_SUBFOLDERS, BASIC_SUBFOLDERS, BESIDE, BIID, FLAGS,
                            FORBIDDEN, NAMES, ODD, SEEDS, STRANGE, SUBFOLDERS, UNITS, WORDS)
@@ -44,6 +44,7 @@ class SessionGenerator:
                 steps += self._between()
                 step = self._call(export)
                 steps.append({"threads": [[step]]} if self._chance(0.02) else step)
+        circumstances.layout = self._one("plain", *LAYOUTS)
         return Session(steps, circumstances)
 
     def _chance(self, probability: float) -> bool:

@@ -4,7 +4,7 @@ import json
 import unittest
 from pathlib import Path
 
-from circumstances import Circumstances, Session
+from circumstances import LAYOUTS, Circumstances, Session
 from schema import EXPORTS, PATTERNS
 from session_generator import FIXED_SEEDS, session_of
 from session_texts import BASIC_SUBFOLDERS, BESIDE, SEEDS, SUBFOLDERS
@@ -62,6 +62,7 @@ class Generator(unittest.TestCase):
         self.assertTrue(any(one.disabled == 1 for one in found))
         self.assertTrue(any(one.damaged_subfolder for one in found))
         self.assertGreater(len({one.log for one in found}), 4)
+        self.assertEqual(LAYOUTS.keys(), {one.layout for one in found if one.settings})
 
     def test_texts_beside_a_rule_are_refused_and_there_are_some_that_are_not(self):
         self.assertEqual(PATTERNS.keys() - {"biid", "subpath"}, BESIDE.keys())
