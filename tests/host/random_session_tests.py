@@ -1,0 +1,216 @@
+"""Random sessions, always the same ones, against a model of the exported rules; tools/soak plays others."""
+
+import copy
+import sys
+import unittest
+from pathlib import Path
+from unittest import mock
+
+sys.path.insert(0, str(Path(__file__).resolve().parent.parent / "model"))
+import played_sessions  # noqa: E402
+import session_model  # noqa: E402
+from delivery_model import Delivery  # noqa: E402
+from model_check import differences  # noqa: E402
+from schema import EXPORTS, PATTERNS, WHITE_SPACE, Pattern  # noqa: E402
+from session_generator import FIXED_SEEDS, session_of  # noqa: E402
+from session_model import SessionModel, predict  # noqa: E402
+from support import BUILD, SessionTestCase  # noqa: E402
+
+# What somebody might take for the rule of each pattern. The sessions have to tell them from the right ones.
+NEARLY_RIGHT = {
+    "appName": r"[^\x00-\x20\x80-\x9f][^\x00-\x1f\x80-\x9f]*",
+    "biid": "unknown|[a-fA-F0-9]{64}",
+    "adName": r"[^\x00-\x20\x80-\x9f](?:[^\x00-\x1f\x80-\x9f]*[^\x00-\x20\x80-\x9f])?",
+    "adProduct": r"(?:[^\x00-\x1f\x80-\x9f]*[^\x00-\x20\x80-\x9f])?",
+    "adVariant": r"(?:[^\x00-\x20\x80-\x9f](?:[^\x00-\x1f]*[^\x00-\x20\x80-\x9f])?)?",
+    "codeName": "[a-zA-Z]+",
+    "controlName": r"[A-Za-z0-9](?:(?:-|\w)*[A-Za-z0-9_])?",
+    "context": r"[^\x00-\x1f\x80-\x9f]{1,129}",
+    "flow": r"[A-Za-z0-9](?:\w*[A-Za-z0-9])?",
+    "formName": "[a-z]+(?:_[a-z]+)*",
+    "installName": r'[^\x00-\x1f"*/:<>?\\|\x80-\x9f]+',
+    "installVersion": r"[0-9]+\.[0-9]+\.[0-9]+(?:\.[0-9]+)*",
+    "subpath": r'\\?[^\x00-\x1f"*/:<>?|\x7f-\x9f]+\\?',
+    "mode": "[A-Za-z0-9]+(?:_+[A-Za-z0-9]+)*",
+    "orgName": "[a-z]*",
+    "paperSize": r"[^\x00-\x20\x80-\x9f](?:[^\x00-\x20\x80-\x9f]*[^\x00-\x20\x80-\x9f])?",
+    "reportName": "[a-z]+",
+    "screenName": "(?a:[A-Za-z0-9](?:\\w*[A-Za-z0-9])?)",
+    "screenPath": r"[A-Za-z0-9]\w*(?:/[A-Za-z0-9]\w*)*",
+    "taskResult": "success|unknown|error(?:_(?:[0-9]+|[a-zA-Z][a-zA-Z0-9]+))?",
+    "url": r"(?:file|https?)://[^/]+(?:/[^? ]*)?",
+    "schemaVersion": r"[0-9]+\.[0-9]+(?:\.[0-9]+)?",
+}
+
+LOAD = SessionModel._load
+
+
+def load_with_what_was(model: SessionModel):
+    if hasattr(model, "_loaded"):
+        model._loaded = True
+    else:
+        LOAD(model)
+
+
+LOAD = SessionModel._load
+
+
+def load_as_it_was(model: SessionModel) -> None:
+    if hasattr(model, "_loaded"):
+        model._loaded = True
+    else:
+        LOAD(model)
+
+
+# What somebody might forget.
+FORGOTTEN = {
+    "the end of a pause": (Delivery, "end_pause", lambda self: None),
+    "the pause that a choice goes to": (Delivery, "has_flag", lambda self, key: False),
+    "that the message goes out once": (
+        Delivery, "_message_sent", property(lambda self: False, lambda self, value: None)),
+    "the fallback of a failed write": (Delivery, "set_flag", lambda self, key, value: None),
+    "that a library loaded again starts afresh": (SessionModel, "_load", load_as_it_was),
+    "the model name of all events": (SessionModel, "_global_context", lambda self, export, arguments: [
+        self._passes(export, arguments)].clear()),
+    "the spaces that make no name": (WHITE_SPACE, "matches", lambda text: False),
+}
+
+
+class RandomSessions(SessionTestCase):
+    @classmethod
+    def setUpClass(cls):
+        super().setUpClass()
+        cls.played = [(seed, session, played_sessions.play(session, cls.machine, BUILD))
+                      for seed in FIXED_SEEDS for session in [session_of(seed)]]
+
+    def noticed(self) -> bool:
+        """Whether any of the sessions differs from the model as it is now."""
+        return any(differences(predict(*session), outcome)
+                   for _, session, outcome in self.played)
+
+    def test_all_comes_as_predicted(self):
+        for seed, session, outcome in self.played:
+            with self.subTest(seed=seed):
+                found = differences(predict(*session), outcome)
+                self.assertEqual([], found, f"tools/soak 1 --seed {seed} plays it again")
+
+    def test_nearly_right_rule_is_noticed(self):
+        self.assertEqual(PATTERNS.keys(), NEARLY_RIGHT.keys())
+        for name, expression in NEARLY_RIGHT.items():
+            with self.subTest(name), mock.patch.dict(PATTERNS, {name: Pattern(expression, name == "url")}):
+                self.assertTrue(self.noticed())
+
+    def test_other_text_of_any_export_is_noticed(self):
+        for name, export in EXPORTS.items():
+            if export.family == "plain":
+                continue
+            with self.subTest(name), mock.patch.dict(EXPORTS, {name: export._replace(trace=export.trace + ".")}):
+                self.assertTrue(self.noticed())
+
+    def test_forgotten_step_is_noticed(self):
+        for what, (owner, name, without) in FORGOTTEN.items():
+            with self.subTest(what), mock.patch.object(owner, name, without, create=True):
+                self.assertTrue(self.noticed())
+
+    def test_stricter_check_of_the_event_is_noticed(self):
+        for name in ("HYPERLINK_LABEL", "URL_LABEL", "TASK_RESULT"):
+            with self.subTest(name), mock.patch.object(session_model, name, Pattern(".*")):
+                self.assertTrue(self.noticed())
+
+
+class Comparison(SessionTestCase):
+    """Whatever is other than predicted is told."""
+
+    @classmethod
+    def setUpClass(cls):
+        super().setUpClass()
+        cls.session = session_of(2)
+        cls.prediction = predict(*cls.session)
+        cls.outcome = played_sessions.play(cls.session, cls.machine, BUILD)
+
+    def setUp(self):
+        self.tampered = copy.deepcopy(self.outcome)
+        self.assertEqual([], differences(self.prediction, self.tampered))
+        # So that there is something to tamper with.
+        self.assertGreater(len(self.tampered.records), 10)
+        self.assertIn("LumeqLocalSettings.xml", self.tampered.files)
+
+    def replace(self, name: str, old: bytes, new: bytes):
+        content = self.tampered.files[name]
+        self.assertIn(old, content)
+        self.tampered.files[name] = content.replace(old, new, 1)
+
+    def assert_told(self, *beginnings: str):
+        found = differences(self.prediction, self.tampered)
+        self.assertEqual(list(beginnings), [text[:len(beginning)] for text, beginning in zip(found, beginnings)])
+        self.assertEqual(len(beginnings), len(found), found)
+
+    def test_exit_code(self):
+        self.tampered.status = 5
+        self.assert_told("the host ended with 5")
+
+    def test_answer(self):
+        self.tampered.host[-1]["call"] += "Ex"
+        self.assert_told("answer ")
+
+    def test_missing_record(self):
+        del self.tampered.companion[-1]
+        self.assert_told("operation: predicted")
+
+    def test_value_in_a_record(self):
+        self.tampered.records[5]["app_event_object_label"] += "x"
+        self.assert_told("operation ")
+
+    def test_key_too_many_in_a_record(self):
+        self.tampered.records[5]["app_event_session_time"] = None
+        self.assert_told("operation ")
+
+    def test_null_for_an_empty_dictionary(self):
+        record = next(record for record in self.tampered.records if record["app_event_details"] is None)
+        record["app_event_details"] = {}
+        self.assert_told("operation ")
+
+    def test_duration_of_a_task(self):
+        record = next(record for record in self.tampered.records if record["app_event_action"] == "completed")
+        record["app_event_details"]["task_duration"] += "0"
+        self.assert_told("operation ")
+
+    def test_identifiers_of_tasks(self):
+        contexts = [record["app_event_context"]["context_local"] for record in self.tampered.records
+                    if record["app_event_object"] == "task"]
+        contexts[1]["_app_event_task_guid"] = contexts[0]["_app_event_task_guid"]
+        self.assert_told("operation ")
+
+    def test_lost_line_of_the_log(self):
+        self.tampered.files["Lumeq.Log.txt"] = self.tampered.files["Lumeq.Log.txt"].rsplit(b"\r\n", 2)[0] + b"\r\n"
+        self.assert_told("log line: predicted")
+
+    def test_character_in_the_log(self):
+        self.replace("Lumeq.Log.txt", b"screenName: ", b"screenname: ")
+        self.assert_told("log line ")
+
+    def test_line_break_in_the_log(self):
+        self.replace("Lumeq.Log.txt", b"screenName: ", b"screenName:\n")
+        self.assert_told("log line ")
+
+    def test_line_that_is_in_one_file_alone(self):
+        lines = self.tampered.files["Lumeq.Error.txt"].split(b"\r\n")
+        self.tampered.files["Lumeq.Error.txt"] = b"\r\n".join(lines[:3] + lines[2:])
+        self.assert_told("line of the error file ")
+
+    def test_settings(self):
+        self.replace("LumeqLocalSettings.xml", b"<UserOptIn>", b"<UserOptIn>Not")
+        self.assert_told("settings in programdata\\zuvan\\lumeq")
+
+    def test_settings_file_in_another_place(self):
+        self.tampered.files["a/LumeqLocalSettings.xml"] = self.tampered.files["LumeqLocalSettings.xml"]
+        self.assert_told("settings in programdata\\zuvan\\a\\lumeq")
+
+    def test_file_that_nobody_is_to_make(self):
+        self.tampered.files["Lumeq.Data.txt"] = b""
+        self.tampered.files["leftovers.txt"] = b"LumeqLocalSettings.xml.new"
+        self.assert_told("Lumeq.Data.txt came", "leftovers.txt came")
+
+
+if __name__ == "__main__":
+    unittest.main()

@@ -1,0 +1,101 @@
+"""Plays a session on a machine of Wine's, and keeps what another run of it needs."""
+
+import dataclasses
+import json
+import shutil
+import sys
+import tempfile
+from pathlib import Path
+from typing import Iterator, Optional
+
+ROOT = Path(__file__).resolve().parent.parent.parent
+sys.path[:0] = [str(ROOT / "tests" / "host"), str(ROOT / "tools")]
+import session_player  # noqa: E402
+from circumstances import DAMAGED_SUBFOLDER, DAMAGED_TEXT, Circumstances, Session  # noqa: E402
+from model_check import LEFTOVERS, SETTINGS_FILE, differences  # noqa: E402
+from session_model import predict  # noqa: E402
+from session_texts import OUTSIDE  # noqa: E402
+from support import HOST_SECONDS, Outcome  # noqa: E402
+
+HOST_FILES = {"lumeq-host.exe", "Lumeq.dll", "LumeqShim.Managed.dll", "LumeqCompanion.json", "LumeqCompanion.jsonl",
+              "LumeqConfig.xml", "session.jsonl"}
+
+
+def write(session: Session, folder: Path) -> session_player.Conditions:
+    """Leaves the session's files in the folder, as tools/play takes them."""
+    circumstances = session.circumstances
+    folder.mkdir(parents=True, exist_ok=True)
+
+    def file(name: str, content: Optional[str]) -> Optional[Path]:
+        if content is None:
+            return None
+        (folder / name).write_text(content, encoding="utf-8", newline="\n")
+        return folder / name
+
+    file("session.jsonl", "".join(json.dumps(step) + "\n" for step in session.steps))
+    file("circumstances.json", json.dumps(dataclasses.asdict(circumstances), indent=1) + "\n")
+    failures = json.dumps({"raise": circumstances.failures}) if circumstances.failures else None
+    return session_player.Conditions(
+        road=circumstances.road, settings=file("settings.xml", circumstances.settings_text()),
+        factory=file("factory.xml", circumstances.factory_text()), companion=file("companion.json", failures),
+        without_companion=circumstances.without_companion, disabled=circumstances.disabled)
+
+
+def read(folder: Path) -> Session:
+    """What write left."""
+    steps = [json.loads(line) for line in (folder / "session.jsonl").read_text(encoding="utf-8").split("\n") if line]
+    circumstances = json.loads((folder / "circumstances.json").read_text(encoding="utf-8"))
+    return Session(steps, Circumstances(**{**circumstances, "log": tuple(circumstances["log"])}))
+
+
+def play(session: Session, machine: session_player.Machine, build: Path, keep: Optional[Path] = None) -> Outcome:
+    """On the machine, cleared, or on one of its own where the registry has to differ.
+
+    With `keep`, what went in and what came out stays there.
+    """
+    if session.circumstances.disabled is not None:
+        with session_player.machine(build) as its_own:
+            return _play_on(its_own, session, build, keep)
+    machine.clear()
+    return _play_on(machine, session, build, keep)
+
+
+def differences_of(session: Session, machine: session_player.Machine, build: Path,
+                   keep: Optional[Path] = None) -> list[str]:
+    """Plays the session and tells what differs from its prediction."""
+    try:
+        return differences(predict(*session), play(session, machine, build, keep))
+    except json.JSONDecodeError as problem:
+        return [f"what came cannot be read: {problem}"]
+
+
+def _play_on(machine: session_player.Machine, session: Session, build: Path, keep: Optional[Path]) -> Outcome:
+    outside = machine.prefix / "drive_c" / OUTSIDE
+    shutil.rmtree(outside, ignore_errors=True)
+    if session.circumstances.damaged_subfolder:
+        subfolder = machine.program_data / DAMAGED_SUBFOLDER / "LUMEQ"
+        subfolder.mkdir(parents=True)
+        (subfolder / SETTINGS_FILE).write_text(DAMAGED_TEXT, encoding="utf-8")
+    with tempfile.TemporaryDirectory(dir=machine.prefix) as name:
+        folder = keep or Path(name)
+        out = folder / "out"
+        shutil.rmtree(out, ignore_errors=True)
+        conditions = write(session, folder)
+        with open(Path(name) / "errors", "w+b") as errors:
+            status = session_player.play_on(machine, folder / "session.jsonl", out, conditions, build, HOST_SECONDS,
+                                            errors)
+            if outside.exists():
+                shutil.copytree(outside, out / "drive" / OUTSIDE)
+            leftovers = sorted(map(str, _leftovers(machine, outside)))
+            if leftovers:
+                (out / LEFTOVERS).write_text("\n".join(leftovers), encoding="utf-8")
+            errors.seek(0)
+            return Outcome(status, errors.read().decode("utf-8", "replace"), out)
+
+
+def _leftovers(machine: session_player.Machine, outside: Path) -> Iterator[Path]:
+    """Files that nobody is to make."""
+    for folder, names in ((machine.host_folder, HOST_FILES), (machine.program_data, {SETTINGS_FILE}),
+                          (outside, {SETTINGS_FILE}), (machine.log_folder(), set(session_player.LOG_FILES))):
+        if folder:
+            yield from (file for file in folder.rglob("*") if file.is_file() and file.name not in names)

@@ -1,0 +1,103 @@
+"""What tools/soak tells and keeps, with sessions that are not played."""
+
+import contextlib
+import importlib.machinery
+import importlib.util
+import io
+import re
+import sys
+import tempfile
+import unittest
+from pathlib import Path
+from typing import Optional
+from unittest import mock
+
+import played_sessions
+import session_player
+from circumstances import Session, count_calls
+from session_generator import session_of
+
+SOAK = Path(__file__).resolve().parent.parent.parent / "tools" / "soak"
+
+
+def calls_of(session: Session, export: str) -> int:
+    return sum(step.get("call") == export for step in session.steps)
+
+
+def found_in(session: Session, machine, build: Path, keep: Optional[Path] = None) -> list[str]:
+    """A library that fails where a session calls ToString twice."""
+    if keep:
+        played_sessions.write(session, keep)
+    return ["answer 1: other"] if calls_of(session, "ToString") >= 2 else []
+
+
+class Soak(unittest.TestCase):
+    def setUp(self):
+        self.build = Path(self.enterContext(tempfile.TemporaryDirectory()))
+        (self.build / "lumeq-host.exe").touch()
+        self.enterContext(mock.patch.object(played_sessions, "differences_of", found_in))
+        self.enterContext(mock.patch.object(session_player, "machine", lambda build: contextlib.nullcontext()))
+        spec = importlib.util.spec_from_loader("soak", importlib.machinery.SourceFileLoader("soak", str(SOAK)))
+        self.soak = importlib.util.module_from_spec(spec)
+        spec.loader.exec_module(self.soak)
+
+    def run_soak(self, *arguments: str) -> tuple[int, list[str]]:
+        with mock.patch.object(sys, "argv", ["soak", *arguments, "--build", str(self.build)]), \
+                contextlib.redirect_stdout(io.StringIO()) as printed:
+            return self.soak.main(), re.sub(r"\d+\.\d s", "(time)", printed.getvalue()).splitlines()
+
+    def test_tells_the_seed_of_each_session_and_the_sums(self):
+        sessions = [session_of(seed, 1) for seed in (5, 6)]
+        self.assertEqual([0, 0], [len(found_in(session, None, self.build)) for session in sessions])
+        status, lines = self.run_soak("2", "--seed", "5", "--decks", "1")
+        self.assertEqual(0, status)
+        self.assertEqual([f"seed 5: {sessions[0].calls} calls, (time), as predicted",
+                          f"seed 6: {sessions[1].calls} calls, (time), as predicted",
+                          f"2 sessions, {sessions[0].calls + sessions[1].calls} calls, 0 with differences"], lines)
+
+    def test_first_seed_is_random_unless_it_is_given(self):
+        self.assertNotEqual(self.run_soak("1", "--decks", "1")[1][0], self.run_soak("1", "--decks", "1")[1][0])
+
+    def test_difference_is_told_and_kept_so_that_it_can_be_played_again(self):
+        status, lines = self.run_soak("2", "--seed", "5")
+        kept = self.build / "soak" / "seed-5"
+        self.assertEqual(1, status)
+        self.assertIn("  answer 1: other", lines)
+        self.assertEqual(["2 with differences", "  seed 5", "  seed 6"], [lines[-3].split(", ")[2], *lines[-2:]])
+        self.assertTrue(any(f"--replay {kept}" in line for line in lines))
+        self.assertEqual(session_of(5), played_sessions.read(kept))
+        status, lines = self.run_soak("--replay", str(kept))
+        self.assertEqual((1, "1 sessions"), (status, lines[-2].split(", ")[0]))
+
+    def test_stops_at_the_first_difference_if_told_to(self):
+        _, lines = self.run_soak("9", "--seed", "5", "--stop")
+        self.assertEqual("  seed 5", lines[-1])
+
+    def test_shrunk_session_holds_what_the_difference_needs(self):
+        self.run_soak("1", "--seed", "5", "--shrink")
+        kept = played_sessions.read(self.build / "soak" / "seed-5")
+        self.assertEqual((2, 2), (calls_of(kept, "ToString"), len(kept.steps)))
+        self.assertEqual(session_of(5).circumstances, kept.circumstances)
+
+    def test_what_is_not_there_is_refused(self):
+        with self.assertRaises(SystemExit), contextlib.redirect_stderr(io.StringIO()) as told:
+            self.run_soak("--replay", str(self.build / "nothing"))
+        self.assertIn("session.jsonl: no such file", told.getvalue())
+
+
+class KeptSessions(unittest.TestCase):
+    def test_read_the_same_as_they_were_written(self):
+        with tempfile.TemporaryDirectory() as name:
+            for seed in range(30):
+                session = session_of(seed, 1)
+                played_sessions.write(session, Path(name) / str(seed))
+                self.assertEqual(session, played_sessions.read(Path(name) / str(seed)))
+
+    def test_calls_within_other_steps_count(self):
+        call = {"call": "Pause"}
+        self.assertEqual(8, count_calls([call, {"sleepMsec": 1}, {"times": 3, "calls": [call, call]},
+                                         {"threads": [[call, {"unload": True}]]}, {"times": 0, "calls": [call]}]))
+
+
+if __name__ == "__main__":
+    unittest.main()
