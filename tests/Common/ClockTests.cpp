@@ -30,4 +30,22 @@ TEST(UtcMillisecondsOf, IsNegativeBefore1970) {
     EXPECT_EQ(UtcMillisecondsOf(0), -11644473600000);
 }
 
+TEST(UtcCalendar, SplitsTheSecondsAsTheCalendarDoes) {
+    const std::tm leapDay = UtcCalendar(1709210096); // 2024-02-29 12:34:56
+    EXPECT_EQ(leapDay.tm_year, 124);
+    EXPECT_EQ(leapDay.tm_mon, 1);
+    EXPECT_EQ(leapDay.tm_mday, 29);
+    EXPECT_EQ(leapDay.tm_hour, 12);
+    EXPECT_EQ(leapDay.tm_min, 34);
+    EXPECT_EQ(leapDay.tm_sec, 56);
+}
+
+TEST(UtcCalendar, GoesOnPast32BitsOfSeconds) {
+    const std::tm late = UtcCalendar(4294967296); // 2106-02-07 06:28:16
+    EXPECT_EQ(late.tm_year, 206);
+    EXPECT_EQ(late.tm_mon, 1);
+    EXPECT_EQ(late.tm_mday, 7);
+    EXPECT_EQ(late.tm_hour, 6);
+}
+
 } // namespace Zuvan::Lumeq::Common
