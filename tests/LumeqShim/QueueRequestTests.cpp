@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 #include <stdexcept>
+#include <string>
+#include <vector>
 
 namespace Zuvan::LumeqShim {
 
@@ -23,6 +25,26 @@ TEST(HostFromUrl, SlashAtTheEndLeavesNoHost) {
 TEST(IsPrintable, HoldsForPrintableAsciiOnly) {
     for (int unit = 0; unit <= 0xFFFF; ++unit)
         EXPECT_EQ(IsPrintable(static_cast<wchar_t>(unit)), unit >= 0x20 && unit <= 0x7E) << unit;
+}
+
+TEST(ScrubMessage, BlanksWhatCannotBePrinted) {
+    std::wstring message = L"a\nb\t\x7f\u00e9\u20ac\xd800~ ";
+    ScrubMessage(message, [](std::size_t) {});
+    EXPECT_EQ(message, L"a b     ~ ");
+}
+
+TEST(ScrubMessage, ReportsEachUnitWhileItStillStands) {
+    std::wstring message(L"a\0b\n", 4);
+    std::vector<std::wstring> reports;
+    ScrubMessage(message, [&](std::size_t index) { reports.push_back(std::to_wstring(index) + message); });
+    const std::vector<std::wstring> expected = {{L"1a\0b\n", 5}, L"3a b\n"};
+    EXPECT_EQ(reports, expected);
+}
+
+TEST(ScrubMessage, LeavesPrintableTextAlone) {
+    std::wstring message = L"{\"a\":\"~\"}";
+    ScrubMessage(message, [](std::size_t index) { ADD_FAILURE() << index; });
+    EXPECT_EQ(message, L"{\"a\":\"~\"}");
 }
 
 TEST(PathEncoding, KeepsLettersDigitsAndFourSigns) {
