@@ -66,33 +66,36 @@ std::uint32_t TakeFromUtf8(const std::string& bytes, std::size_t& at) {
     return IsShortestScalar(codePoint, tailLength) ? codePoint : NoCodePoint;
 }
 
+void AppendUtf16(std::wstring& text, std::uint32_t codePoint) {
+    if (codePoint < 0x10000) {
+        text += static_cast<wchar_t>(codePoint);
+    } else {
+        text += static_cast<wchar_t>(0xD800 + ((codePoint - 0x10000) >> 10));
+        text += static_cast<wchar_t>(0xDC00 + ((codePoint - 0x10000) & 0x3FF));
+    }
+}
+
+template <class To, class From>
+std::optional<To> Converted(const From& from, std::uint32_t (*take)(const From&, std::size_t&),
+                            void (*append)(To&, std::uint32_t)) {
+    To to;
+    for (std::size_t at = 0; at < from.size();) {
+        const std::uint32_t codePoint = take(from, at);
+        if (codePoint == NoCodePoint)
+            return std::nullopt;
+        append(to, codePoint);
+    }
+    return to;
+}
+
 } // namespace
 
 std::optional<std::string> PlainUtf8(const std::wstring& text) {
-    std::string bytes;
-    for (std::size_t at = 0; at < text.size();) {
-        const std::uint32_t codePoint = TakeFromUtf16(text, at);
-        if (codePoint == NoCodePoint)
-            return std::nullopt;
-        AppendUtf8(bytes, codePoint);
-    }
-    return bytes;
+    return Converted(text, TakeFromUtf16, AppendUtf8);
 }
 
 std::optional<std::wstring> PlainUtf16(const std::string& bytes) {
-    std::wstring text;
-    for (std::size_t at = 0; at < bytes.size();) {
-        const std::uint32_t codePoint = TakeFromUtf8(bytes, at);
-        if (codePoint == NoCodePoint)
-            return std::nullopt;
-        if (codePoint < 0x10000) {
-            text += static_cast<wchar_t>(codePoint);
-        } else {
-            text += static_cast<wchar_t>(0xD800 + ((codePoint - 0x10000) >> 10));
-            text += static_cast<wchar_t>(0xDC00 + ((codePoint - 0x10000) & 0x3FF));
-        }
-    }
-    return text;
+    return Converted(bytes, TakeFromUtf8, AppendUtf16);
 }
 
 } // namespace Zuvan::Lumeq::Fuzzing

@@ -1,9 +1,9 @@
 // Every pattern of the schema, through what the product makes of it, against a plain engine.
-#include "LumeqApi/Patterns.h"
 #include "Common/Exceptions.h"
 #include "LumeqLib/Extra/Eventing/EventingTask.h"
 #include "LumeqLib/Extra/Eventing/LabelChecks.h"
 #include "LumeqLib/Extra/Eventing/TaskDetails.h"
+#include "fuzz/support/ExportPatterns.h"
 #include "fuzz/support/Input.h"
 #include "fuzz/support/PlainPatterns.h"
 #include "fuzz/support/Require.h"
@@ -16,17 +16,6 @@ using namespace Zuvan::Lumeq::Fuzzing;
 using namespace Zuvan::Lumeq::Extra::Eventing;
 
 namespace {
-
-const Common::Pattern* const ExportPatterns[] = {
-    &API::appNamePattern,       &API::biidPattern,        &API::adNamePattern,
-    &API::adProductPattern,     &API::adVariantPattern,   &API::codeNamePattern,
-    &API::controlNamePattern,   &API::contextPattern,     &API::flowPattern,
-    &API::formNamePattern,      &API::installNamePattern, &API::installVersionPattern,
-    &API::subpathPattern,       &API::modePattern,        &API::orgNamePattern,
-    &API::paperSizePattern,     &API::reportNamePattern,  &API::screenNamePattern,
-    &API::screenPathPattern,    &API::taskResultPattern,  &API::urlPattern,
-    &API::schemaVersionPattern,
-};
 
 bool ClassTakesTaskResult(const std::wstring& result) {
     const PrintBasicTask task(Dictionary{});
@@ -70,22 +59,26 @@ Answer AnswerOf(Match match) {
 // libFuzzer keeps an input that sets a counter for the first time: one for each kind, answer and length.
 __attribute__((section("__libfuzzer_extra_counters"))) std::uint8_t seen[KindCount][3][16];
 
-} // namespace
-
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    Input input(data, size);
-    const auto kind = static_cast<Kind>(input.Choice(KindCount));
-    const std::wstring text = input.Line();
-
+void CheckText(Kind kind, const std::wstring& text) {
     const Answer answer = AnswerOf([&] { return ProductMatches(kind, text); });
-    const bool isShort = text.size() <= LongestPlainText(kind);
-    if (isShort)
+    if (text.size() <= LongestPlainText(kind))
         Require(answer == AnswerOf([&] { return PlainlyMatches(kind, text); }),
                 "the pattern accepts what the plain engine accepts");
     if (IsName(kind))
         Require(answer == AnswerOf([&] { return ShouldMatch(kind, text); }),
                 "a name is told by its ends and its control characters");
-    seen[static_cast<std::size_t>(kind)][static_cast<std::size_t>(answer)]
-        [std::min<std::size_t>(text.size() / 2, 15)] = 1;
+    const std::size_t length = std::min<std::size_t>(text.size() / 2, 15);
+    seen[static_cast<std::size_t>(kind)][static_cast<std::size_t>(answer)][length] = 1;
+}
+
+} // namespace
+
+/// A letter for the pattern, then texts for it, one to a line.
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    Input input(data, size);
+    const auto kind = static_cast<Kind>(input.Choice(KindCount));
+    do
+        CheckText(kind, input.Line());
+    while (!input.IsAtEnd());
     return 0;
 }
