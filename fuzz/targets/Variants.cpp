@@ -237,9 +237,13 @@ void Session::EraseField() {
 
 std::wstring JoinedKeysOfBoth(const Model& model, const StringDictionary& fields) {
     std::wstring joined;
-    for (const auto& [key, value] : model.fields)
-        if (fields.contains(key))
-            joined += (joined.empty() ? L"" : L", ") + key;
+    const wchar_t* separator = L"";
+    for (const auto& [key, value] : model.fields) {
+        if (!fields.contains(key))
+            continue;
+        joined += separator + key;
+        separator = L", ";
+    }
     return joined;
 }
 
