@@ -21,6 +21,11 @@ struct Machine {
         std::uint64_t timestamp;
         Model record;
     };
+    struct PostedData {
+        std::wstring type;
+        Extra::Eventing::StringDictionary fields;
+        bool operator==(const PostedData&) const = default;
+    };
 
     std::int64_t utcMilliseconds = 0;
     bool uuidTextFails = false;
@@ -28,6 +33,7 @@ struct Machine {
 
     std::vector<LoggedLine> log;
     std::vector<PostedEvent> events;
+    std::vector<PostedData> data;
 
     std::vector<std::wstring> Messages(Common::SeverityLevel level) const;
 };

@@ -1,13 +1,11 @@
 // SHA-256 and HMAC, whole and in pieces, against OpenSSL.
-#include "LumeqLib/Extra/Collection/BiidKey.h"
-#include "LumeqLib/Extra/Collection/DeviceIdentifier.h"
 #include "LumeqLib/Extra/Collection/Hmac.h"
 #include "LumeqLib/Extra/Collection/Sha256.h"
 #include "fuzz/support/Input.h"
+#include "fuzz/support/PlainHmac.h"
 #include "fuzz/support/Require.h"
 
 #include <algorithm>
-#include <openssl/hmac.h>
 #include <openssl/sha.h>
 #include <vector>
 
@@ -21,14 +19,6 @@ using Bytes = std::span<const std::uint8_t>;
 Sha256Digest PlainHash(Bytes bytes) {
     Sha256Digest digest;
     SHA256(bytes.data(), bytes.size(), digest.data());
-    return digest;
-}
-
-Sha256Digest PlainHmac(Bytes key, Bytes message) {
-    static constexpr std::uint8_t Nothing = 0; // a null key would stand for the last one
-    Sha256Digest digest;
-    HMAC(EVP_sha256(), key.empty() ? &Nothing : key.data(), static_cast<int>(key.size()), message.data(),
-         message.size(), digest.data(), nullptr);
     return digest;
 }
 
@@ -62,15 +52,5 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
                 digest,
             "pieces give the digest of the whole");
     Require(HmacSha256(keyBytes, message) == PlainHmac(keyBytes, message), "the keyed digest is HMAC");
-
-    const Bytes biidKey(reinterpret_cast<const std::uint8_t*>(BiidKey.data()), BiidKey.size());
-    std::string hex;
-    for (const std::uint8_t byte : PlainHmac(biidKey, message)) {
-        hex += "0123456789abcdef"[byte / 16];
-        hex += "0123456789abcdef"[byte % 16];
-    }
-    Require(HmacSha256Hex(std::string(message.begin(), message.end())) ==
-                std::wstring(hex.begin(), hex.end()),
-            "a device's identifier is the digest under the library's key, in lower case");
     return 0;
 }
