@@ -20,4 +20,11 @@ std::int64_t UtcMillisecondsOf(std::uint64_t fileTime) {
     return (from_ftime<ptime>(time) - epoch).total_milliseconds();
 }
 
+std::tm UtcCalendar(std::int64_t epochSeconds) {
+    const __time64_t seconds = epochSeconds;
+    std::tm utc{};
+    _gmtime64_s(&utc, &seconds);
+    return utc;
+}
+
 } // namespace Zuvan::Lumeq::Common

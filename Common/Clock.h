@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <ctime>
 
 namespace Zuvan::Lumeq::Common {
 
@@ -10,5 +11,9 @@ std::int64_t UtcMilliseconds();
 /// The same of a time in the system's own count, steps of 100 ns since 1601-01-01 UTC, to the year 9999.
 /// Pure.
 std::int64_t UtcMillisecondsOf(std::uint64_t fileTime);
+
+/// Year, month, day, hour, minute and second in UTC, counted as std::tm does. `epochSeconds` since
+/// 1970-01-01, at most to the year 3000.
+std::tm UtcCalendar(std::int64_t epochSeconds);
 
 } // namespace Zuvan::Lumeq::Common

@@ -1,8 +1,8 @@
 #include "Common/LogLine.h"
 
+#include "Common/Clock.h"
 #include "Common/Format.h"
 
-#include <ctime>
 #include <iomanip>
 #include <sstream>
 
@@ -34,9 +34,7 @@ std::wstring SeverityText(SeverityLevel level) {
 }
 
 std::wstring LogTimestamp(std::int64_t epochMilliseconds) {
-    const __time64_t seconds = epochMilliseconds / 1000;
-    std::tm utc{};
-    _gmtime64_s(&utc, &seconds);
+    const std::tm utc = UtcCalendar(epochMilliseconds / 1000);
     // Readers of the log expect the UTC hour plus one, 01 to 24, in spite of the Z.
     return FormatBounded(64, L"%.4d-%.2d-%.2dT%.2d:%.2d:%.2d.%.3dZ", utc.tm_year + 1900, utc.tm_mon + 1,
                          utc.tm_mday, utc.tm_hour + 1, utc.tm_min, utc.tm_sec,

@@ -17,14 +17,12 @@ bool IsSurrogate(wchar_t unit) { return (unit & 0xF800) == 0xD800; }
 bool IsHighSurrogate(wchar_t unit) { return (unit & 0xFC00) == 0xD800; }
 bool IsLowSurrogate(wchar_t unit) { return (unit & 0xFC00) == 0xDC00; }
 
-bool HasUnpairedSurrogate(std::wstring_view text) {
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        if (!IsSurrogate(text[i]))
-            continue;
-        if (!IsHighSurrogate(text[i]) || i + 1 == text.size() || !IsLowSurrogate(text[i + 1]))
+// A lead byte of 0xED begins U+D000 to U+DFFF, the surrogates from U+D800 on.
+bool HasEncodedSurrogate(std::string_view utf8) {
+    constexpr char Lead = '\xED';
+    for (std::size_t at = utf8.find(Lead); at != utf8.npos; at = utf8.find(Lead, at + 1))
+        if (at + 1 < utf8.size() && static_cast<unsigned char>(utf8[at + 1]) >= 0xA0)
             return true;
-        ++i;
-    }
     return false;
 }
 
@@ -49,12 +47,10 @@ std::string ToUtf8(const std::wstring& text) {
 }
 
 std::wstring FromUtf8(const std::string& text) {
-    std::wstring result =
-        ConvertWhole(text, [&](Utf8Converter& converter) { return converter.from_bytes(text); });
-    // Some facets accept a surrogate that was encoded by itself.
-    if (HasUnpairedSurrogate(result))
+    // Some facets accept surrogates that were encoded by themselves, and of two of them make a pair.
+    if (HasEncodedSurrogate(text))
         ThrowBadConversion();
-    return result;
+    return ConvertWhole(text, [&](Utf8Converter& converter) { return converter.from_bytes(text); });
 }
 
 std::string ToUtf8Lossy(std::wstring_view text) {

@@ -27,14 +27,11 @@ void Log(SeverityLevel level, const wchar_t* format, Arguments... arguments) {
     LogMessage(level, SourceFile, __LINE__, nullptr, format, arguments...);
 }
 
-void Scrub(std::wstring& message) {
-    for (std::size_t i = 0; i < message.size(); ++i) {
-        if (IsPrintable(message[i]))
-            continue;
+void ScrubAndLog(std::wstring& message) {
+    ScrubMessage(message, [&message](std::size_t index) {
         Log(SeverityLevel::ERROR, L"Message has illegal character at %d with value %d, see=%s",
-            static_cast<int>(i), static_cast<int>(message[i]), message.c_str());
-        message[i] = L' ';
-    }
+            static_cast<int>(index), static_cast<int>(message[index]), message.c_str());
+    });
 }
 
 PostThreadArgs MakeRequest(const std::wstring& host, const std::wstring& userAgent,
@@ -108,7 +105,7 @@ void PostMessageAndForget(const std::wstring& serverUrl, const std::wstring& use
     const std::wstring host = HostFromUrl(serverUrl);
     Log(SeverityLevel::DEBUG, L"PostMessageAndForget(%s, %s, %s, %s, %s)", host.c_str(), userAgent.c_str(),
         projectId.c_str(), queueName.c_str(), token.c_str());
-    Scrub(message);
+    ScrubAndLog(message);
     Log(SeverityLevel::TRACE, L"Message=%s", message.c_str());
     PostThreadArgs request = MakeRequest(host, userAgent, projectId, queueName, message, token);
     Log(SeverityLevel::DEBUG, L"PostMessageAndForget about to post");

@@ -32,6 +32,15 @@ bool IsPrintable(wchar_t unit) {
     return IsByte(unit) && unit != L'\t' && std::isprint(static_cast<int>(unit)) != 0;
 }
 
+void ScrubMessage(std::wstring& message, const std::function<void(std::size_t index)>& report) {
+    for (std::size_t i = 0; i < message.size(); ++i) {
+        if (IsPrintable(message[i]))
+            continue;
+        report(i);
+        message[i] = L' ';
+    }
+}
+
 std::wstring EncodePathPart(const std::wstring& part) {
     constexpr wchar_t Digits[] = L"0123456789abcdef";
     std::wstring encoded;

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstddef>
+#include <functional>
 #include <string>
 
 namespace Zuvan::LumeqShim {
@@ -13,6 +14,10 @@ std::wstring HostFromUrl(const std::wstring& serverUrl);
 
 /// Whether the runtime can print the code unit; false for a tab and for any above 0xFF.
 bool IsPrintable(wchar_t unit);
+
+/// Puts a blank in the place of each code unit that cannot be printed. `report` is called with the index of
+/// each before that, while `message` still holds the unit and what follows it.
+void ScrubMessage(std::wstring& message, const std::function<void(std::size_t index)>& report);
 
 /// Anything but letters, digits and "-._~" becomes "%" and the two lower-case digits of its low 8 bits. The
 /// high 8 bits are dropped and there is no UTF-8 step: the service knows its ASCII identifiers in this form

@@ -3,8 +3,18 @@
 #include <gtest/gtest.h>
 
 #include <chrono>
+#include <vector>
 
 namespace Zuvan::Lumeq::Common {
+
+namespace {
+
+/// From the year to the second, counted as people do.
+std::vector<int> FieldsOf(const std::tm& time) {
+    return {time.tm_year + 1900, time.tm_mon + 1, time.tm_mday, time.tm_hour, time.tm_min, time.tm_sec};
+}
+
+} // namespace
 
 TEST(UtcMilliseconds, AgreesWithTheSystemClock) {
     using namespace std::chrono;
@@ -28,6 +38,15 @@ TEST(UtcMillisecondsOf, GoesOnPast32BitsOfSeconds) {
 TEST(UtcMillisecondsOf, IsNegativeBefore1970) {
     EXPECT_EQ(UtcMillisecondsOf(116444735990000000), -1000);
     EXPECT_EQ(UtcMillisecondsOf(0), -11644473600000);
+}
+
+TEST(UtcCalendar, SplitsTheSecondsAsTheCalendarDoes) {
+    EXPECT_EQ(FieldsOf(UtcCalendar(0)), (std::vector<int>{1970, 1, 1, 0, 0, 0}));
+    EXPECT_EQ(FieldsOf(UtcCalendar(1709210096)), (std::vector<int>{2024, 2, 29, 12, 34, 56}));
+}
+
+TEST(UtcCalendar, GoesOnPast32BitsOfSeconds) {
+    EXPECT_EQ(FieldsOf(UtcCalendar(4294967296)), (std::vector<int>{2106, 2, 7, 6, 28, 16}));
 }
 
 } // namespace Zuvan::Lumeq::Common

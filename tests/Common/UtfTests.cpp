@@ -59,6 +59,11 @@ TEST(FromUtf8, RefusesEncodedSurrogate) {
     ExpectBadConversion([] { FromUtf8("a\xED\xB0\x80z"); });
 }
 
+TEST(FromUtf8, RefusesAPairOfEncodedSurrogates) {
+    ExpectBadConversion([] { FromUtf8("\xED\xA0\xBD\xED\xB8\x80"); });
+    EXPECT_EQ(FromUtf8("\xED\x9F\xBF\xEE\x80\x80"), L"\xD7FF\xE000") << "their neighbours are characters";
+}
+
 TEST(ToUtf8Lossy, UnpairedSurrogateCostsOnlyItself) {
     EXPECT_EQ(ToUtf8Lossy(L"a\xD800z"), "a\xEF\xBF\xBDz");
     EXPECT_EQ(ToUtf8Lossy(L"\xDC00\xD83D\xDE00"), "\xEF\xBF\xBD\xF0\x9F\x98\x80");
@@ -68,6 +73,7 @@ TEST(ToUtf8Lossy, UnpairedSurrogateCostsOnlyItself) {
 TEST(WidenLossy, TakesUtf8OrElseBytes) {
     EXPECT_EQ(WidenLossy("caf\xC3\xA9"), L"caf\u00e9");
     EXPECT_EQ(WidenLossy("caf\xE9"), L"caf\u00e9");
+    EXPECT_EQ(WidenLossy("\xED\xA0\xBD\xED\xB8\x80"), L"\u00ed\u00a0\u00bd\u00ed\u00b8\u0080");
 }
 
 } // namespace Zuvan::Lumeq::Common

@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 #include <stdexcept>
+#include <string>
+#include <vector>
 
 namespace Zuvan::LumeqShim {
 
@@ -61,6 +63,26 @@ TEST(IsPrintable, DependsOnTheHostsLocaleBetween128And255) {
     }
     const RuntimeLocale greek("Greek");
     EXPECT_FALSE(IsPrintable(L'\u00d2')) << "no character there in that code page";
+}
+
+TEST(ScrubMessage, BlanksWhatCannotBePrinted) {
+    std::wstring message = L"a\nb\t\x7f\u00e9\u20ac\xd800~ ";
+    ScrubMessage(message, [](std::size_t) {});
+    EXPECT_EQ(message, L"a b     ~ ");
+}
+
+TEST(ScrubMessage, ReportsEachUnitWhileItStillStands) {
+    std::wstring message(L"a\0b\n", 4);
+    std::vector<std::wstring> reports;
+    ScrubMessage(message, [&](std::size_t index) { reports.push_back(std::to_wstring(index) + message); });
+    const std::vector<std::wstring> expected = {{L"1a\0b\n", 5}, L"3a b\n"};
+    EXPECT_EQ(reports, expected);
+}
+
+TEST(ScrubMessage, LeavesPrintableTextAlone) {
+    std::wstring message = L"{\"a\":\"~\"}";
+    ScrubMessage(message, [](std::size_t index) { ADD_FAILURE() << index; });
+    EXPECT_EQ(message, L"{\"a\":\"~\"}");
 }
 
 TEST(PathEncoding, KeepsLettersDigitsAndFourSigns) {

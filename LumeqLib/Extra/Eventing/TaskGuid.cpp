@@ -35,8 +35,4 @@ std::optional<std::wstring> RenderTaskGuid(const TaskGuid& guid) {
     return reinterpret_cast<const wchar_t*>(text.Get());
 }
 
-std::wstring TaskGuidText(const std::optional<std::wstring>& rendered) {
-    return rendered.value_or(L"Error!");
-}
-
 } // namespace Zuvan::Lumeq::Extra::Eventing

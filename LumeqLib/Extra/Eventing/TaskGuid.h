@@ -18,6 +18,8 @@ TaskGuid NewTaskGuid();
 std::optional<std::wstring> RenderTaskGuid(const TaskGuid& guid);
 
 /// What stands in the records for a rendering that may have failed.
-std::wstring TaskGuidText(const std::optional<std::wstring>& rendered);
+inline std::wstring TaskGuidText(const std::optional<std::wstring>& rendered) {
+    return rendered.value_or(L"Error!");
+}
 
 } // namespace Zuvan::Lumeq::Extra::Eventing

@@ -1,0 +1,45 @@
+// The machine under the portable files when they run natively: settable where Windows would tell, recording
+// where Windows or the companion would be told. One for the process; every input starts on a new one.
+#pragma once
+
+#include "Common/LogLine.h"
+#include "fuzz/support/Model.h"
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace Zuvan::Lumeq::Fuzzing {
+
+struct Machine {
+    struct LoggedLine {
+        Common::SeverityLevel level;
+        std::wstring functionName;
+        std::wstring message;
+    };
+    struct PostedEvent {
+        std::uint64_t timestamp;
+        Model record;
+    };
+    struct PostedData {
+        std::wstring type;
+        Extra::Eventing::StringDictionary fields;
+        bool operator==(const PostedData&) const = default;
+    };
+
+    std::int64_t utcMilliseconds = 0;
+    bool uuidTextFails = false;
+    std::wstring globalContext;
+
+    std::vector<LoggedLine> log;
+    std::vector<PostedEvent> events;
+    std::vector<PostedData> data;
+
+    std::vector<std::wstring> Messages(Common::SeverityLevel level) const;
+};
+
+Machine& TheMachine();
+/// Puts a new one in its place.
+Machine& NewMachine();
+
+} // namespace Zuvan::Lumeq::Fuzzing
