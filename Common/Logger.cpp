@@ -113,8 +113,8 @@ const std::wstring& TargetPath(const LogPaths& paths, SeverityLevel level) {
 }
 
 /// The line comes with its end, so that they are one write: who dies between two would leave a line for the
-/// next to continue. A file that cannot be opened or written loses the line without a word, and all of it: what
-/// a full disk still took of it would spoil the next one.
+/// next to continue. A file that cannot be opened or written loses the line without a word, and all of it:
+/// what a full disk still took of it would spoil the next one.
 void AppendLine(const std::filesystem::path& path, const std::string& line) {
     std::ofstream file(path, std::ios::out | std::ios::app | std::ios::ate | std::ios::binary);
     if (!file)

@@ -1,21 +1,22 @@
 #include "Common/Guid.h"
 
 #include "support/ImportedFunction.h"
+#include "support/TextShape.h"
 
 #include <gtest/gtest.h>
 
 #include <objbase.h>
-#include <regex>
 #include <rpc.h>
 
 namespace Zuvan::Lumeq::Common {
 
 TEST(NewGuidString, IsBracedUpperCaseAndNewEachTime) {
-    const std::wregex form(L"\\{[0-9A-F]{8}(-[0-9A-F]{4}){3}-[0-9A-F]{12}\\}");
+    constexpr wchar_t Digits[] = L"0123456789ABCDEF";
+    constexpr wchar_t Form[] = L"{########-####-####-####-############}";
     const std::wstring first = NewGuidString();
     const std::wstring second = NewGuidString();
-    EXPECT_TRUE(std::regex_match(first, form));
-    EXPECT_TRUE(std::regex_match(second, form));
+    EXPECT_EQ(Testing::ShapeOf(first, Digits), Form);
+    EXPECT_EQ(Testing::ShapeOf(second, Digits), Form);
     EXPECT_NE(first, second);
 }
 

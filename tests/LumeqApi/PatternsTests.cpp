@@ -196,10 +196,10 @@ TEST_P(PatternTest, RefusesWhatItShould) {
         EXPECT_FALSE(GetParam().pattern.Matches(text)) << testing::PrintToString(text);
 }
 
-TEST_P(PatternTest, MillionCharactersFitASmallStack) {
+TEST_P(PatternTest, HundredThousandCharactersFitASmallStack) {
     const PatternCase& pattern = GetParam();
     const std::wstring unit = pattern.longAccepted.empty() ? pattern.trap : pattern.longAccepted;
-    std::wstring text = Repeat(unit.c_str(), 1'000'000 / unit.size());
+    std::wstring text = Repeat(unit.c_str(), 100'000 / unit.size());
     if (pattern.name == std::string("screenPath") || pattern.name == std::string("subpath"))
         text += L"a";
     bool accepted = false;

@@ -3,13 +3,13 @@
 #include "Common/SystemHandles.h"
 #include "support/ImportedFunction.h"
 #include "support/IsolatedMachine.h"
+#include "support/TextShape.h"
 
 #include <gtest/gtest.h>
 
 #include <aclapi.h>
 #include <chrono>
 #include <optional>
-#include <regex>
 #include <sddl.h>
 #include <set>
 #include <thread>
@@ -344,10 +344,11 @@ TEST_F(WholeFile, NeighbourIsNewAndItsNameIsNotKnownInAdvance) {
     EXPECT_EQ(Save(), S_OK);
     EXPECT_EQ(Save(), S_OK);
     ASSERT_EQ(madeFiles.size(), 2U);
-    const std::wregex name(LR"(Lumeq[0-9A-F]{8}-[0-9A-F]{4}\.tmp)");
     for (const MadeFile& made : madeFiles) {
         EXPECT_EQ(std::filesystem::path(made.path).parent_path(), _machine.ProgramData());
-        EXPECT_TRUE(std::regex_match(std::filesystem::path(made.path).filename().wstring(), name));
+        EXPECT_EQ(
+            Testing::ShapeOf(std::filesystem::path(made.path).filename().wstring(), L"0123456789ABCDEF"),
+            L"Lumeq########-####.tmp");
         EXPECT_EQ(made.disposition, 1U);    // CREATE_NEW
         EXPECT_EQ(made.flags, 0x00200000U); // FILE_FLAG_OPEN_REPARSE_POINT
     }

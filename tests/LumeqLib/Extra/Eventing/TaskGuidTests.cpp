@@ -3,7 +3,6 @@
 #include "support/ImportedFunction.h"
 
 #include <gtest/gtest.h>
-#include <regex>
 #include <rpc.h>
 
 namespace Zuvan::Lumeq::Extra::Eventing {

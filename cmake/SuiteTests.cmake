@@ -1,0 +1,25 @@
+# Tests by suite, for programs whose cases need no process of their own: starting one takes longer than most cases.
+
+# lumeq_suite_tests(target label alone): one test for each suite, found when the tests are run. The cases that `alone`
+# matches, a pattern of GoogleTest, are left out: they get a process each with gtest_discover_tests.
+function(lumeq_suite_tests target label alone)
+  set(_file ${CMAKE_CURRENT_BINARY_DIR}/${target}_suites.cmake)
+  file(
+    GENERATE
+    OUTPUT ${_file}
+    CONTENT
+      "set(program \"${CMAKE_CROSSCOMPILING_EMULATOR}\" \"$<TARGET_FILE:${target}>\")
+execute_process(COMMAND \${program} --gtest_list_tests --gtest_filter=-${alone} OUTPUT_VARIABLE listed ERROR_QUIET)
+string(REGEX MATCHALL \"(^|\\n)[^ \\r\\n]+[.]\" suites \"\${listed}\")
+if(NOT suites)
+  message(FATAL_ERROR \"${target} lists no tests\")
+endif()
+foreach(suite IN LISTS suites)
+  string(STRIP \"\${suite}\" suite)
+  string(REGEX REPLACE \"[.]$\" \"\" name \"\${suite}\")
+  add_test(\${name} \${program} --gtest_filter=\${suite}*:-${alone})
+  set_tests_properties(\${name} PROPERTIES LABELS ${label})
+endforeach()
+")
+  set_property(DIRECTORY APPEND PROPERTY TEST_INCLUDE_FILES ${_file})
+endfunction()

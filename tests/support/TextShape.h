@@ -1,0 +1,17 @@
+// What of a text stays the same from run to run.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace Zuvan::Lumeq::Testing {
+
+/// The text with '#' in the place of each of the digits.
+inline std::wstring ShapeOf(std::wstring text, std::wstring_view digits) {
+    for (wchar_t& unit : text)
+        if (digits.find(unit) != digits.npos)
+            unit = L'#';
+    return text;
+}
+
+} // namespace Zuvan::Lumeq::Testing
