@@ -4,9 +4,9 @@
 #include "support/DeliveryStandIns.h"
 #include "support/LogLines.h"
 
+#include <algorithm>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <regex>
 #include <string_view>
 
 namespace Zuvan::Lumeq::Testing {
@@ -19,16 +19,34 @@ std::string LocalSettings(bool isPaused) {
            (isPaused ? "<OptinBeforePause>True</OptinBeforePause>" : "") + "</LumeqConfig>";
 }
 
+/// Behind the first `label`, if so many digits are there and no more.
+void ReplaceDigits(std::string& message, std::string_view label, std::string_view digits, std::size_t count,
+                   const char* replacement) {
+    const std::size_t found = message.find(label);
+    if (found == message.npos)
+        return;
+    const std::size_t begin = found + label.size();
+    const std::size_t end = std::min(message.find_first_not_of(digits, begin), message.size());
+    if (end - begin == count)
+        message.replace(begin, count, replacement);
+}
+
+/// "C:\...\host.exe: what went wrong. LumeqApi(123)" without its first and its last part.
+std::string WithoutExecutableAndPlace(std::string message) {
+    constexpr std::string_view End = ".exe: ";
+    const std::size_t executable = message.find(End);
+    const std::size_t place = message.rfind(". LumeqApi(");
+    if (executable == message.npos || place == message.npos || !message.ends_with(')'))
+        return message;
+    const std::size_t begin = executable + End.size();
+    return message.substr(begin, place - begin);
+}
+
 /// Without what differs from run to run.
 std::string Steady(std::string message) {
-    static const std::pair<std::regex, const char*> changing[] = {
-        {std::regex("taskHandle: 0x[0-9A-F]{16}"), "taskHandle: 0x<task>"},
-        {std::regex("biid: \"[0-9a-f]{64}\""), "biid: \"<identifier>\""},
-        {std::regex(R"(^\S+\.exe: (.*)\. LumeqApi\(\d+\)$)"), "$1"},
-    };
-    for (const auto& [pattern, replacement] : changing)
-        message = std::regex_replace(message, pattern, replacement);
-    return message;
+    ReplaceDigits(message, "taskHandle: 0x", "0123456789ABCDEF", 16, "<task>");
+    ReplaceDigits(message, "biid: \"", "0123456789abcdef", 64, "<identifier>");
+    return WithoutExecutableAndPlace(std::move(message));
 }
 
 std::vector<std::string> SteadyMessages(const std::filesystem::path& log, const std::string& severity) {

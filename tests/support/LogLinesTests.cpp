@@ -28,9 +28,11 @@ private:
 
 TEST(LogLines, TellsSeverityFunctionAndMessage) {
     const TextFile file("2020-02-29T24:30:05.007Z ERROR   0x1a2c0000 | <Zuvan::Do> it failed\n"
-                        "2020-02-29T24:30:05.008Z DEBUG   0x1a2c0000 | Do took 3 ms\n");
-    EXPECT_EQ(LogLines(file.Path()),
-              (std::vector<LoggedLine>{{"ERROR", "Zuvan::Do", "it failed"}, {"DEBUG", "", "Do took 3 ms"}}));
+                        "2020-02-29T24:30:05.008Z DEBUG   0x1a2c0000 | Do took 3 ms\n"
+                        "2020-02-29T24:30:05.009Z DATA    0x1a2c00000 | <- answer\n");
+    EXPECT_EQ(LogLines(file.Path()), (std::vector<LoggedLine>{{"ERROR", "Zuvan::Do", "it failed"},
+                                                              {"DEBUG", "", "Do took 3 ms"},
+                                                              {"DATA", "", "<- answer"}}));
     EXPECT_EQ(LogMessages(file.Path(), "DEBUG"), std::vector<std::string>{"Do took 3 ms"});
 }
 
