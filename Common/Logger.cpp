@@ -36,8 +36,27 @@ struct LogPaths {
     std::wstring log;
 };
 
-// Set once and then only read. Two threads may find them at the same time; they find the same.
-std::atomic<std::shared_ptr<const LogPaths>> logPaths;
+/// Set once and then only read. Without a lock: a process may end one of its threads at any point and then
+/// still run the destructor.
+class LogPathsOnce {
+public:
+    constexpr LogPathsOnce() noexcept = default;
+    ~LogPathsOnce() { delete _paths.exchange(nullptr); }
+    LogPathsOnce(const LogPathsOnce&) = delete;
+    LogPathsOnce& operator=(const LogPathsOnce&) = delete;
+
+    const LogPaths* Get() const noexcept { return _paths; }
+    /// Two threads may find them at the same time; they find the same.
+    void Set(std::unique_ptr<const LogPaths> paths) noexcept {
+        const LogPaths* none = nullptr;
+        if (_paths.compare_exchange_strong(none, paths.get()))
+            static_cast<void>(paths.release());
+    }
+
+private:
+    std::atomic<const LogPaths*> _paths{nullptr};
+};
+constinit LogPathsOnce logPaths;
 constinit std::atomic<bool> logFilesReady{false};
 constinit std::atomic<bool> loggingEnabled{false};
 constinit std::atomic<SeverityLevel> verbosity{SeverityLevel::ERROR};
@@ -74,11 +93,11 @@ bool FindLogFiles() {
     const std::wstring folder = JoinPath(temporary, L"Zuvan\\LUMEQ");
     if (!MakeFolder(folder))
         return false;
-    auto paths = std::make_shared<LogPaths>();
+    auto paths = std::make_unique<LogPaths>();
     paths->error = JoinPath(folder.c_str(), L"Lumeq.Error.txt");
     paths->data = JoinPath(folder.c_str(), L"Lumeq.Data.txt");
     paths->log = JoinPath(folder.c_str(), L"Lumeq.Log.txt");
-    logPaths = std::move(paths);
+    logPaths.Set(std::move(paths));
     return true;
 }
 
@@ -198,7 +217,7 @@ void WriteLogLine(SeverityLevel level, const std::wstring& functionName, const s
         return;
     const std::string line =
         ToUtf8Lossy(LogLine(UtcMilliseconds(), level, GetCurrentThreadId(), functionName, message)) + "\r\n";
-    const std::shared_ptr<const LogPaths> paths = logPaths;
+    const LogPaths* const paths = logPaths.Get();
     // A path that does not fit is empty.
     if (paths && !TargetPath(*paths, level).empty())
         WriteSerialized(*paths, level, line, message);

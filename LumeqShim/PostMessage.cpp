@@ -79,9 +79,12 @@ UniqueModule ThisModule() {
     return UniqueModule(module);
 }
 
-/// None if no thread could be had.
+/// None if no thread could be had, or none that its code stays for.
 UniqueKernelObject StartWorker(PostThreadArgs request) {
-    auto start = std::make_unique<WorkerStart>(WorkerStart{std::move(request), ThisModule()});
+    UniqueModule module = ThisModule();
+    if (!module)
+        return {};
+    auto start = std::make_unique<WorkerStart>(WorkerStart{std::move(request), std::move(module)});
     UniqueKernelObject thread(CreateThread(nullptr, 0, &RunWorker, start.get(), 0, nullptr));
     if (thread)
         static_cast<void>(start.release()); // The thread's own from here on.

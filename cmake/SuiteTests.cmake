@@ -9,10 +9,10 @@ function(lumeq_suite_tests target label alone)
     OUTPUT ${_file}
     CONTENT
       "set(program \"${CMAKE_CROSSCOMPILING_EMULATOR}\" \"$<TARGET_FILE:${target}>\")
-execute_process(COMMAND \${program} --gtest_list_tests --gtest_filter=-${alone} OUTPUT_VARIABLE listed ERROR_QUIET)
+execute_process(COMMAND \${program} --gtest_list_tests --gtest_filter=-${alone} OUTPUT_VARIABLE listed RESULT_VARIABLE result ERROR_QUIET TIMEOUT 120)
 string(REGEX MATCHALL \"(^|\\n)[^ \\r\\n]+[.]\" suites \"\${listed}\")
-if(NOT suites)
-  message(FATAL_ERROR \"${target} lists no tests\")
+if(NOT result EQUAL 0 OR NOT suites)
+  message(FATAL_ERROR \"${target} does not list its tests\")
 endif()
 foreach(suite IN LISTS suites)
   string(STRIP \"\${suite}\" suite)

@@ -184,6 +184,21 @@ TEST_F(PostMessageTest, WithoutAThreadThereIsNoLineAndNoMessage) {
                                     Line("DEBUG", About), Line("DATA", Sending)));
 }
 
+TEST_F(PostMessageTest, WithoutAHoldOnItsCodeThereIsNoThreadAndNoMessage) {
+    const ImportedFunction<decltype(GetModuleHandleExW)> failing(
+        "kernel32.dll", "GetModuleHandleExW", [](DWORD, LPCWSTR, HMODULE*) -> BOOL { return FALSE; });
+    static int threads = 0;
+    const ImportedFunction<decltype(CreateThread)> watched(
+        "kernel32.dll", "CreateThread",
+        [](SECURITY_ATTRIBUTES*, SIZE_T, LPTHREAD_START_ROUTINE, void*, DWORD, DWORD*) -> HANDLE {
+            ++threads;
+            return nullptr;
+        });
+    EXPECT_THAT(Post(), ElementsAre(Line("DEBUG", Called), Line("TRACE", Message), Line("DEBUG", Encoded),
+                                    Line("DEBUG", About), Line("DATA", Sending)));
+    EXPECT_EQ(threads, 0);
+}
+
 TEST_F(PostMessageTest, EveryBadCharacterHasItsLineAndIsBlanked) {
     _message = L"a\nb\u20ac";
     const std::vector<LoggedLine> lines = Post();

@@ -29,8 +29,9 @@ void ProhibitDocumentType(IXMLDOMDocument& document) {
 
 /// False if the file cannot be read or is empty.
 bool ReadBytes(const std::wstring& path, _variant_t& bytes) {
-    const Common::UniqueFile file(CreateFileW(path.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_DELETE,
-                                              nullptr, OPEN_EXISTING, 0, nullptr));
+    const Common::UniqueFile file(CreateFileW(path.c_str(), GENERIC_READ,
+                                              FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
+                                              OPEN_EXISTING, 0, nullptr));
     LARGE_INTEGER size{};
     if (!file || !GetFileSizeEx(file.Get(), &size) || size.HighPart != 0 || size.LowPart == 0)
         return false;
@@ -137,7 +138,9 @@ std::string XmlContent(IXMLDOMDocument& document) {
     ThrowIfFailed(stream->Stat(&statistics, STATFLAG_NONAME));
     std::string content(static_cast<std::size_t>(statistics.cbSize.QuadPart), '\0');
     ThrowIfFailed(stream->Seek({}, STREAM_SEEK_SET, nullptr));
-    ThrowIfFailed(stream->Read(content.data(), static_cast<ULONG>(content.size()), nullptr));
+    ULONG read = 0;
+    ThrowIfFailed(stream->Read(content.data(), static_cast<ULONG>(content.size()), &read));
+    content.resize(read);
     return content;
 }
 

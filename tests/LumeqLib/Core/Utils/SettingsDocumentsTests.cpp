@@ -227,6 +227,16 @@ TEST_F(SettingsDocuments, LocalFileThatNobodyElseMayOpenIsAFailure) {
     EXPECT_NO_THROW(LoadLocalDocument(Path()));
 }
 
+TEST_F(SettingsDocuments, FileThatAnotherProgramHasOpenForWritingIsRead) {
+    Write("<LumeqConfig version=\"4.0\"><Name>read</Name></LumeqConfig>");
+    const HANDLE file = CreateFileW(Path().c_str(), GENERIC_READ | GENERIC_WRITE, FILE_SHARE_READ, nullptr,
+                                    OPEN_EXISTING, 0, nullptr);
+    ASSERT_NE(file, INVALID_HANDLE_VALUE);
+    EXPECT_EQ(Value(LoadFactoryDocument(Path()), L"Name"), L"read");
+    EXPECT_EQ(Value(LoadLocalDocument(Path()), L"Name"), L"read");
+    CloseHandle(file);
+}
+
 TEST_F(SettingsDocuments, CallThatFailsRaisesAComError) {
     Write("<LumeqConfig version=\"4.0\"/>");
     const XmlDocumentPointer document = LoadLocalDocument(Path());

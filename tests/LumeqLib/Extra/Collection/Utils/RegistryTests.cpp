@@ -49,7 +49,8 @@ TEST_F(ReadRegistryStringTest, TextEndsAtItsFirstTerminator) {
 }
 
 TEST_F(ReadRegistryStringTest, TextWithoutTerminatorIsWhole) {
-    SetBytes(REG_SZ, L"abcd", 4 * sizeof(wchar_t));
+    // What follows the text is no terminator, which the system would take along.
+    SetBytes(REG_SZ, L"abcde", 4 * sizeof(wchar_t));
     EXPECT_EQ(Read(), L"abcd");
 }
 
