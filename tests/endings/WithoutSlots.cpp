@@ -1,14 +1,17 @@
 // A host that has taken all thread-local storage there is, and loads, calls and frees a library.
 //   lumeq-without-slots FILE WHEN
 // WHEN the storage without callbacks is taken as well: "before" or "after" the library is loaded for the
-// first time. Prints for each of three rounds what came of the calls of two threads, one of which lives on
-// while the library is freed, and how many blocks of the C runtime's memory are held more than in the first
-// round.
+// first time. Prints for each of three rounds what came of the calls of three threads: one that has no memory
+// to give, one that can give all, and one that lives on while the library is freed; and how many blocks of
+// the C runtime's memory are held more than in the first round.
+#include "support/ImportedFunction.h"
+
 #include <windows.h>
 
 #include <Lumeq/LumeqApi.h>
 
 #include <atomic>
+#include <cstddef>
 #include <cstdio>
 #include <malloc.h>
 #include <string_view>
@@ -39,6 +42,28 @@ bool Call(HMODULE library) {
     return Find<decltype(API::ToString_Internal)>(library, "ToString_Internal")(
                text, std::size(text), API::ConnectionMethodType::usb) == 0 &&
            std::wstring_view(text) == L"usb";
+}
+
+/// On a thread that has not called yet, in a library that is given no memory at all. Whether nothing escapes.
+DWORD WINAPI CallWithoutMemory(void* library) {
+    const auto module = static_cast<HMODULE>(library);
+    const Zuvan::Lumeq::Testing::ImportedFunction<void*(std::size_t)> none(
+        module, "msvcrt.dll", "malloc", [](std::size_t) -> void* { return nullptr; });
+    try {
+        Call(module);
+        return TRUE;
+    } catch (...) {
+        return FALSE;
+    }
+}
+
+bool SurvivesWithoutMemory(HMODULE library) {
+    const HANDLE thread = CreateThread(nullptr, 0, &CallWithoutMemory, library, 0, nullptr);
+    WaitForSingleObject(thread, INFINITE);
+    DWORD result = FALSE;
+    GetExitCodeThread(thread, &result);
+    CloseHandle(thread);
+    return result;
 }
 
 HANDLE called;
@@ -88,6 +113,7 @@ int wmain(int count, wchar_t** arguments) {
         }
         TakeAll(&TlsAlloc);
         exceptions = 0;
+        const bool isUndisturbed = SurvivesWithoutMemory(library);
         const bool isAnswered = Call(library);
         const HANDLE thread = CreateThread(nullptr, 0, &CallAndLiveOn, library, 0, nullptr);
         WaitForSingleObject(called, INFINITE);
@@ -99,8 +125,8 @@ int wmain(int count, wchar_t** arguments) {
         SetEvent(freed);
         WaitForSingleObject(thread, INFINITE);
         CloseHandle(thread);
-        std::printf("answered %d %d, threw %d, gone %d, more blocks %d\n", isAnswered, hasWorked.load(),
-                    exceptions.load(), isGone, more);
+        std::printf("undisturbed %d, answered %d %d, threw %d, gone %d, more blocks %d\n", isUndisturbed,
+                    isAnswered, hasWorked.load(), exceptions.load(), isGone, more);
     }
     return 0;
 }
