@@ -7,11 +7,12 @@ void __freeres();
 
 namespace {
 
-/// Made before nearly all other static objects, so that it goes after them.
+/// Goes after all other static objects but the thread's variables, which a throw needs however it gets
+/// memory: their number is the lower one.
 class EmergencyMemory {
 public:
     ~EmergencyMemory() { __gnu_cxx::__freeres(); }
 };
-__attribute__((init_priority(102))) EmergencyMemory emergencyMemory;
+__attribute__((init_priority(103))) EmergencyMemory emergencyMemory;
 
 } // namespace

@@ -1,12 +1,11 @@
 // What MinGW's C++ library asks of POSIX threads, in the place of libwinpthread: that one takes a slot of
 // thread-local storage, events, semaphores and an exception handler of the host's process, some of them while
 // it is loaded, and leaves most of them behind when a host lets this library go. Nothing here needs to be
-// given back but the keys, and those are.
+// given back.
 #include <windows.h>
 
 #include <atomic>
 #include <cerrno>
-#include <cstddef>
 #include <pthread.h>
 
 namespace {
@@ -70,31 +69,6 @@ bool BeginOnce(pthread_once_t& once) noexcept {
     return true;
 }
 
-/// Made before all other static objects, so that it goes after them: who throws needs a key.
-class Keys {
-public:
-    ~Keys() {
-        // Each thread's value goes with it, as at a thread's end.
-        for (std::size_t i = 0; i < _count; ++i)
-            FlsFree(_keys[i]);
-    }
-    int Add(pthread_key_t& key, PFLS_CALLBACK_FUNCTION destructor) noexcept {
-        const std::size_t place = _count++;
-        key = place < std::size(_keys) ? FlsAlloc(destructor) : FLS_OUT_OF_INDEXES;
-        if (key == FLS_OUT_OF_INDEXES) {
-            --_count;
-            return EAGAIN;
-        }
-        _keys[place] = key;
-        return 0;
-    }
-
-private:
-    std::atomic<std::size_t> _count = 0;
-    DWORD _keys[8] = {};
-};
-__attribute__((init_priority(102))) Keys keys;
-
 } // namespace
 
 extern "C" {
@@ -128,18 +102,6 @@ int pthread_once(pthread_once_t* once, void (*routine)()) {
     routine();
     run.outcome = Done;
     return 0;
-}
-
-int pthread_key_create(pthread_key_t* key, void (*destructor)(void*)) { return keys.Add(*key, destructor); }
-void* pthread_getspecific(pthread_key_t key) {
-    // Whoever throws after a failed call of the system may still ask for its error.
-    const DWORD error = GetLastError();
-    void* const value = FlsGetValue(key);
-    SetLastError(error);
-    return value;
-}
-int pthread_setspecific(pthread_key_t key, const void* value) {
-    return FlsSetValue(key, const_cast<void*>(value)) ? 0 : EINVAL;
 }
 
 } // extern "C"

@@ -6,6 +6,7 @@
 #include "support/ChildProcess.h"
 #include "support/DebuggerStandIn.h"
 #include "support/FailingAllocation.h"
+#include "support/ImportedFunction.h"
 #include "support/IsolatedMachine.h"
 #include "support/LogLines.h"
 
@@ -21,6 +22,7 @@ using Lumeq::Testing::ChildProcess;
 using Lumeq::Testing::DebuggerStandIn;
 using Lumeq::Testing::ExecutablePath;
 using Lumeq::Testing::FailingAllocation;
+using Lumeq::Testing::ImportedFunction;
 using Lumeq::Testing::IsolatedMachine;
 using Lumeq::Testing::LoggedLine;
 using Lumeq::Testing::ReadFile;
@@ -303,6 +305,43 @@ TEST_F(BasicOptInFailure, FolderThatCannotBeMadeIsAFailureOfTheSave) {
     EXPECT_EQ(Warnings(),
               Texts{"BasicSetUserOptIn failed with _com_error exception 0x80070003, Path not found."});
     EXPECT_EQ(ReadFile(_machine.ProgramData() / "Zuvan"), "mine");
+}
+
+TEST_F(BasicOptInFailure, FilesThatCannotBeReadMakeEveryOperationFail) {
+    WriteLocal("<UserOptIn>True</UserOptIn>");
+    {
+        const ImportedFunction<decltype(::ReadFile)> failing(
+            "kernel32.dll", "ReadFile",
+            [](HANDLE, void*, DWORD, DWORD*, OVERLAPPED*) -> BOOL { return FALSE; });
+        ExpectFailure(" exception with Error parsing factory settings file");
+    }
+    EXPECT_TRUE(BasicGetUserOptIn(UserOptInKey));
+}
+
+TEST_F(BasicOptInFailure, FilesThatMemoryDoesNotHoldMakeEveryOperationFail) {
+    WriteLocal("<UserOptIn>True</UserOptIn>");
+    {
+        const ImportedFunction<decltype(SafeArrayCreateVector)> failing(
+            "oleaut32.dll", "SafeArrayCreateVector",
+            [](VARTYPE, LONG, ULONG) -> SAFEARRAY* { return nullptr; });
+        ExpectFailure(" failed with _com_error exception 0x8007000e, Out of memory.");
+    }
+    EXPECT_TRUE(BasicGetUserOptIn(UserOptInKey));
+}
+
+TEST_F(BasicOptInFailure, ErrorWithoutATextOfTheSystemsIsToldByItsNumber) {
+    WriteLocal("<UserOptIn>True</UserOptIn>");
+    ASSERT_TRUE(SetFileAttributesW(_machine.LocalSettingsFile().c_str(), FILE_ATTRIBUTE_READONLY));
+    {
+        const ImportedFunction<DWORD(DWORD, const void*, DWORD, DWORD, wchar_t*, DWORD, char**)> failing(
+            "kernel32.dll", "FormatMessageW",
+            [](DWORD, const void*, DWORD, DWORD, wchar_t*, DWORD, char**) -> DWORD { return 0; });
+        BasicSetUserOptIn(false, UserOptInKey);
+    }
+    EXPECT_EQ(
+        Warnings(),
+        Texts{"BasicSetUserOptIn failed with _com_error exception 0x80070005, Unknown error 0x80070005"});
+    SetFileAttributesW(_machine.LocalSettingsFile().c_str(), FILE_ATTRIBUTE_NORMAL);
 }
 
 TEST_F(BasicOptInFailure, MissingFactoryFileMakesEveryOperationFail) {

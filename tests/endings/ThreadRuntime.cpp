@@ -1,9 +1,14 @@
-// Tells what the C++ library is given by LumeqApi/Runtime/Threads.cpp when eight threads ask at once. Its own
-// threads are the system's, since those of the C++ library would bring the library that is replaced.
+// Tells what the C++ library is given by LumeqApi/Runtime when eight threads ask at once, in a process that
+// has no thread-local storage to give. Its own threads are the system's, since those of the C++ library would
+// bring the library that is replaced.
+#include "support/ImportedFunction.h"
+
 #include <windows.h>
 
 #include <atomic>
+#include <cstdint>
 #include <cstdio>
+#include <cstdlib>
 #include <pthread.h>
 
 namespace {
@@ -80,20 +85,68 @@ void UseStatic() {
     seen += constructions == 1;
 }
 
-pthread_key_t key;
-std::atomic<int> ownValues;
-std::atomic<int> destroyed;
-void UseKey() {
-    int own = 0;
-    const bool isEmpty = pthread_getspecific(key) == nullptr;
-    pthread_setspecific(key, &own);
+thread_local int ownNumber = 7;
+thread_local char ownZeros[1000];
+struct alignas(256) Aligned {
+    int number;
+};
+thread_local Aligned ownAligned{8};
+std::atomic<int> freshThreads;
+std::atomic<int> ownThreads;
+void UseOwn() {
     SetLastError(ERROR_FILE_NOT_FOUND);
-    ownValues += isEmpty && pthread_getspecific(key) == &own && GetLastError() == ERROR_FILE_NOT_FOUND;
+    freshThreads += ownNumber == 7 && ownZeros[0] == 0 && ownZeros[999] == 0 && ownAligned.number == 8 &&
+                    reinterpret_cast<std::uintptr_t>(&ownAligned) % 256 == 0 &&
+                    GetLastError() == ERROR_FILE_NOT_FOUND;
+    const int own = static_cast<int>(GetCurrentThreadId());
+    ownNumber = ownAligned.number = own;
+    ownZeros[999] = 1;
+    Sleep(50);
+    ownThreads += ownNumber == own && ownAligned.number == own && ownZeros[999] == 1;
+}
+
+std::atomic<int> caught;
+void ThrowAgain() {
+    try {
+        try {
+            throw 1;
+        } catch (int) {
+            Sleep(50); // so that all of them are being handled at once
+            throw;
+        }
+    } catch (int value) {
+        caught += value;
+    }
+}
+
+namespace Testing = Zuvan::Lumeq::Testing;
+constexpr char Runtime[] = "msvcrt.dll";
+const auto allocate = Testing::RealFunction<decltype(std::malloc)>(Runtime, "malloc");
+const auto release = Testing::RealFunction<decltype(std::free)>(Runtime, "free");
+std::atomic<bool> isMemoryLeft = true;
+std::atomic<int> blocks;
+std::atomic<int> refusals;
+void* CountedAllocate(std::size_t size) {
+    void* const memory = isMemoryLeft ? allocate(size) : nullptr;
+    ++(memory ? blocks : refusals);
+    return memory;
+}
+void CountedFree(void* memory) {
+    blocks -= memory != nullptr;
+    release(memory);
+}
+
+void TakeAllSlots() {
+    while (TlsAlloc() != TLS_OUT_OF_INDEXES) {
+    }
+    while (FlsAlloc(nullptr) != FLS_OUT_OF_INDEXES) {
+    }
 }
 
 } // namespace
 
 int main() {
+    TakeAllSlots();
     Count(&RunOnce, routines, "routines that are to run once:");
     std::printf("threads for which it was done before they went on: %d\n", doneBefore.load());
     Count(&RunFailingOnce, attempts, "attempts until the first that does not throw:");
@@ -101,8 +154,18 @@ int main() {
     Count(&Add, sum, "additions under a mutex:");
     Count(&UseStatic, constructions, "constructions of a static variable:");
     std::printf("threads that saw it whole: %d\n", seen.load());
-    pthread_key_create(&key, [](void*) { ++destroyed; });
-    Count(&UseKey, ownValues, "threads with a value of their own and the last error untouched:");
-    std::printf("values destroyed at their thread's end: %d\n", destroyed.load());
+    {
+        const Testing::ImportedFunction allocating(Runtime, "malloc", &CountedAllocate);
+        const Testing::ImportedFunction freeing(Runtime, "free", &CountedFree);
+        RunThreads(&UseOwn);
+        isMemoryLeft = false;
+        for (int i = 0; i < 10; ++i)
+            RunThreads(&ThrowAgain);
+    }
+    std::printf("threads whose variables are new and the last error untouched: %d\n", freshThreads.load());
+    std::printf("threads whose variables are their own: %d\n", ownThreads.load());
+    std::printf("exceptions thrown twice and caught without memory: %d\n", caught.load());
+    std::printf("memory was asked for: %d\n", refusals > 0);
+    std::printf("blocks of memory that are left behind: %d\n", blocks.load());
     return 0;
 }

@@ -21,6 +21,9 @@ protected:
         const ExportCase& exported = FindExportCase(GetParam().exported);
         ExportRun run(_machine, exported, GetParam().road, GetParam().logLevel, "127.0.0.99");
         run.Prepare();
+        // So that looking for what a killed process left behind finds something.
+        if (exported.usesSettings)
+            WriteFile(_machine.LocalSettingsFile().parent_path() / "Lumeq00000000-0000.tmp", "");
         bool happened = false;
         {
             const FailingPlatformCall failing(run.Library().Module(), GetParam(), nth);

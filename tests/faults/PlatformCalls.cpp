@@ -1,7 +1,5 @@
 #include "faults/PlatformCalls.h"
 
-#include "support/ImportedFunction.h"
-
 #include <windows.h>
 
 #include <aclapi.h>
@@ -79,6 +77,10 @@ constexpr char Shlwapi[] = "shlwapi.dll";
 constexpr char Version[] = "version.dll";
 constexpr char Internet[] = "wininet.dll";
 
+HRESULT WINAPI NoStream(HGLOBAL, BOOL, IStream**) { return E_OUTOFMEMORY; }
+
+BOOL WINAPI IsOlder(OSVERSIONINFOEXW*, DWORD, DWORDLONG) { return FALSE; }
+
 const PlatformCall Calls[] = {
     Fails([] {}, Line, Advapi, "AllocateAndInitializeSid", &AllocateAndInitializeSid, FALSE),
     Fails([] {}, Choice, Advapi, "GetSecurityInfo", &GetSecurityInfo, ERROR_ACCESS_DENIED),
@@ -88,12 +90,17 @@ const PlatformCall Calls[] = {
     Fails([] {}, Choice, Advapi, "SetKernelObjectSecurity", &SetKernelObjectSecurity, FALSE),
     Fails([] {}, Line, Advapi, "SetNamedSecurityInfoW", &SetNamedSecurityInfoW, ERROR_ACCESS_DENIED),
     Fails([] {}, Choice, Kernel, "CreateFileW", &CreateFileW, INVALID_HANDLE_VALUE),
+    Fails([] {}, Line, Kernel, "CreateMutexW", &CreateMutexW, nullptr),
     Fails([] {}, Start, Kernel, "CreateThread", &CreateThread, nullptr, ERROR_NOT_ENOUGH_MEMORY),
     Fails([] {}, Choice, Kernel, "DeleteFileW", &DeleteFileW, FALSE),
     Fails([] {}, Choice, Kernel, "FindFirstFileW", &FindFirstFileW, INVALID_HANDLE_VALUE),
+    Fails([] {}, Choice, Kernel, "FindNextFileW", &FindNextFileW, FALSE),
     Fails([] {}, Choice, Kernel, "FlushFileBuffers", &FlushFileBuffers, FALSE, ERROR_DISK_FULL),
+    Fails([] {}, Choice, Kernel, "FormatMessageW", &FormatMessageW, 0)
+        .While(Ole, "CreateStreamOnHGlobal", reinterpret_cast<void*>(&NoStream)),
     Fails([] {}, Start, Kernel, "GetExitCodeThread", &GetExitCodeThread, FALSE),
     Fails([] {}, Event, Kernel, "GetFileAttributesW", &GetFileAttributesW, INVALID_FILE_ATTRIBUTES),
+    Fails([] {}, Choice, Kernel, "GetFileSizeEx", &GetFileSizeEx, FALSE),
     Fails([] {}, Start, Kernel, "GetLocaleInfoW", &GetLocaleInfoW, 0),
     Fails([] {}, Event, Kernel, "GetModuleFileNameW", &GetModuleFileNameW, 0),
     Fails([] {}, Start, Kernel, "GetModuleHandleExW", &GetModuleHandleExW, FALSE),
@@ -104,6 +111,7 @@ const PlatformCall Calls[] = {
     Fails([] {}, Start, Kernel, "LoadLibraryW", &LoadLibraryW, nullptr, ERROR_MOD_NOT_FOUND),
     Fails([] {}, Choice, Kernel, "MoveFileExW", &MoveFileExW, FALSE, ERROR_DISK_FULL),
     Fails([] {}, Start, Kernel, "OpenThread", &OpenThread, nullptr),
+    Fails([] {}, Choice, Kernel, "ReadFile", &::ReadFile, FALSE, ERROR_READ_FAULT),
     Fails([] {}, Start, Kernel, "VerifyVersionInfoW", &VerifyVersionInfoW, FALSE, ERROR_OLD_WIN_VERSION),
     Fails([] {}, StartWithoutLog, Kernel, "WaitForSingleObject", &WaitForSingleObject, WAIT_FAILED),
     Fails([] {}, Choice, Kernel, "WriteFile", &::WriteFile, FALSE, ERROR_DISK_FULL),
@@ -112,11 +120,19 @@ const PlatformCall Calls[] = {
     Fails([] {}, Start, Ole, "CoSetProxyBlanket", &CoSetProxyBlanket, E_ACCESSDENIED),
     Fails([] {}, Choice, Ole, "CreateStreamOnHGlobal", &CreateStreamOnHGlobal, E_OUTOFMEMORY),
     Fails([] {}, Choice, Ole, "StringFromGUID2", &StringFromGUID2, 0),
+    Fails([] {}, Choice, OleAut, "SafeArrayCreateVector", &SafeArrayCreateVector, nullptr),
+    Fails([] {}, Start, OleAut, "SafeArrayGetDim", &SafeArrayGetDim, 0),
+    Fails([] {}, Start, OleAut, "SafeArrayGetElement", &SafeArrayGetElement, E_OUTOFMEMORY),
+    Fails([] {}, Start, OleAut, "SafeArrayGetLBound", &SafeArrayGetLBound, DISP_E_BADINDEX),
+    Fails([] {}, Start, OleAut, "SafeArrayGetUBound", &SafeArrayGetUBound, DISP_E_BADINDEX),
+    Fails([] {}, Start, OleAut, "SafeArrayGetVartype", &SafeArrayGetVartype, E_INVALIDARG),
     Fails([] {}, Choice, OleAut, "SysAllocString", &SysAllocString, nullptr),
     Fails([] {}, Choice, Rpc, "UuidCreate", &UuidCreate, RPC_S_UUID_NO_ADDRESS),
     Fails([] {}, Task, Rpc, "UuidToStringW", &UuidToStringW, RPC_S_OUT_OF_MEMORY),
     Fails([] {}, Start, Shell, "SHCreateDirectoryExW", &SHCreateDirectoryExW, ERROR_ACCESS_DENIED),
     Fails([] {}, Start, Shell, "SHGetFolderPathW", &SHGetFolderPathW, E_FAIL),
+    Fails([] {}, Start, Shell, "SHGetSpecialFolderPathW", &SHGetSpecialFolderPathW, FALSE)
+        .While(Kernel, "VerifyVersionInfoW", reinterpret_cast<void*>(&IsOlder)),
     Fails([] {}, Start, Shlwapi, "PathCombineW", &PathCombineW, nullptr),
     Fails([] {}, Start, Shlwapi, "PathFileExistsW", &PathFileExistsW, FALSE, ERROR_FILE_NOT_FOUND),
     Fails([] {}, Start, Shlwapi, "PathIsDirectoryW", &PathIsDirectoryW, FALSE, ERROR_PATH_NOT_FOUND),
@@ -139,9 +155,20 @@ std::ostream& operator<<(std::ostream& stream, const PlatformCall& call) { retur
 
 std::span<const PlatformCall> PlatformCalls() { return Calls; }
 
+PlatformCall PlatformCall::While(const char* library, const char* function, void* replacement) const {
+    PlatformCall call = *this;
+    call.otherLibrary = library;
+    call.otherFunction = function;
+    call.other = replacement;
+    return call;
+}
+
 FailingPlatformCall::FailingPlatformCall(HMODULE module, const PlatformCall& call, int nth)
     : _slot(ImportSlot(module, call.library, call.function)), _original(ExchangeImport(_slot, call.failing)) {
     *call.real = _original;
+    if (call.other)
+        _other.emplace(module, call.otherLibrary, call.otherFunction,
+                       reinterpret_cast<void (*)()>(call.other));
     callsUntilFailure = nth;
 }
 

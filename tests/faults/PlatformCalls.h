@@ -2,8 +2,10 @@
 #pragma once
 
 #include "faults/ExportRun.h"
+#include "support/ImportedFunction.h"
 
 #include <iosfwd>
+#include <optional>
 #include <span>
 
 namespace Zuvan::Lumeq::Testing {
@@ -17,6 +19,13 @@ struct PlatformCall {
     const char* exported;
     Road road;
     const char* logLevel;
+    /// Where the library comes to the function only if another one gives something else than usual, as it
+    /// does meanwhile; else null.
+    const char* otherLibrary = nullptr;
+    const char* otherFunction = nullptr;
+    void* other = nullptr;
+
+    PlatformCall While(const char* library, const char* function, void* replacement) const;
 };
 std::ostream& operator<<(std::ostream& stream, const PlatformCall& call);
 
@@ -34,6 +43,7 @@ public:
     bool Happened() const;
 
 private:
+    std::optional<ImportedFunction<void()>> _other;
     void** _slot;
     void* _original;
 };

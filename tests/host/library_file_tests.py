@@ -4,7 +4,10 @@ import re
 import subprocess
 import unittest
 
+from considered_imports import NOT_MADE_TO_FAIL, OF_THE_C_RUNTIME, names_in, names_made_to_fail
 from support import BUILD, OBJDUMP, ROOT, exports_of
+
+C_RUNTIME = "msvcrt.dll"
 
 WINDOWS_LIBRARIES = {
     "advapi32.dll", "kernel32.dll", "msvcrt.dll", "ole32.dll", "oleaut32.dll", "rpcrt4.dll", "shell32.dll",
@@ -26,6 +29,23 @@ class LibraryFile(unittest.TestCase):
         imports = {name.lower() for name in re.findall(r"DLL Name: (\S+)", self.headers)}
         self.assertIn("kernel32.dll", imports)
         self.assertEqual(set(), imports - WINDOWS_LIBRARIES)
+
+    def imported_functions(self) -> dict[str, set[str]]:
+        """By library, in lower case."""
+        tables = re.split(r"DLL Name: (\S+)", self.headers.partition("The Export Tables")[0])[1:]
+        return {library.lower(): set(re.findall(r"^\t[0-9a-f]+\t *[0-9]+  (\w+)$", table, re.MULTILINE))
+                for library, table in zip(tables[::2], tables[1::2])}
+
+    def test_every_imported_function_is_made_to_fail_or_needs_not(self):
+        functions = self.imported_functions()
+        functions.pop(C_RUNTIME)
+        failing, exempt = names_made_to_fail(), names_in(NOT_MADE_TO_FAIL)
+        self.assertEqual(sorted(set().union(*functions.values())), sorted(failing + exempt))
+
+    def test_every_function_of_the_c_runtime_is_known(self):
+        if "LUMEQ_CHECKED:BOOL=ON" in (BUILD / "CMakeCache.txt").read_text():
+            self.skipTest("the assertions import more")
+        self.assertEqual(sorted(self.imported_functions()[C_RUNTIME]), sorted(names_in(OF_THE_C_RUNTIME)))
 
     def test_can_be_loaded_anywhere_and_has_no_executable_data(self):
         characteristics = int(re.search(r"^DllCharacteristics\s+([0-9a-f]+)", self.headers, re.MULTILINE)[1], 16)

@@ -17,11 +17,10 @@ TEXTS = {"strchr", "strcmp", "strlen", "strncmp", "wcslen", "iswctype", "towlowe
 LOCKS = {"_lock", "_unlock", "InitializeCriticalSection", "DeleteCriticalSection", "EnterCriticalSection",
          "LeaveCriticalSection", "AcquireSRWLockExclusive", "ReleaseSRWLockExclusive", "WakeAllConditionVariable"}
 OWN_STARTING_AND_ENDING = {"_initterm", "_amsg_exit", "VirtualQuery", "VirtualProtect", "__iob_func", "fflush"}
-# The slot is given back, which the test of a thousand rounds shows.
-THREAD_LOCAL_STORAGE = {"FlsAlloc", "FlsFree", "FlsGetValue", "FlsSetValue", "GetLastError", "SetLastError"}
+LAST_ERROR = {"GetLastError", "SetLastError"}
 # Of these the stack protector's secret is made.
 TIME_AND_PLACE = {"GetSystemTimeAsFileTime", "QueryPerformanceCounter", "GetCurrentProcessId", "GetCurrentThreadId"}
-HARMLESS = MEMORY | TEXTS | LOCKS | OWN_STARTING_AND_ENDING | THREAD_LOCAL_STORAGE | TIME_AND_PLACE
+HARMLESS = MEMORY | TEXTS | LOCKS | OWN_STARTING_AND_ENDING | LAST_ERROR | TIME_AND_PLACE
 
 
 class Watched:

@@ -3,7 +3,7 @@
 import unittest
 
 from running_host import program
-from support import SessionTestCase
+from support import BUILD, SessionTestCase
 
 
 class Runtime(SessionTestCase):
@@ -29,9 +29,21 @@ class Runtime(SessionTestCase):
             "additions under a mutex: 80000",
             "constructions of a static variable: 1",
             "threads that saw it whole: 8",
-            "threads with a value of their own and the last error untouched: 8",
-            "values destroyed at their thread's end: 8",
+            "threads whose variables are new and the last error untouched: 8",
+            "threads whose variables are their own: 8",
+            "exceptions thrown twice and caught without memory: 80",
+            "memory was asked for: 1",
+            "blocks of memory that are left behind: 0",
         ]), self.run_program("lumeq-thread-runtime.exe"))
+
+    def test_library_works_in_a_process_that_has_no_slot_and_for_a_while_no_memory_to_give(self):
+        library = str(BUILD / "Lumeq.dll")
+        self.assertEqual((0, ["undisturbed 1, answered 1 1, threw 10, gone 1, more blocks 0"] * 3),
+                         self.run_program("lumeq-without-slots.exe", library, "after"))
+        # The system's own wininet.dll wants one to begin with: the host is told, and goes on.
+        error_dll_init_failed = 1114
+        self.assertEqual((0, [f"cannot be loaded: {error_dll_init_failed}"]),
+                         self.run_program("lumeq-without-slots.exe", library, "before"))
 
 
 if __name__ == "__main__":

@@ -1,14 +1,17 @@
 #include "LumeqLib/Core/Utils/SettingsDocuments.h"
 
 #include "Common/Exceptions.h"
+#include "support/ImportedFunction.h"
 #include "support/IsolatedMachine.h"
 
 #include <gtest/gtest.h>
 
+#include <comdef.h>
 #include <objbase.h>
 
 namespace Zuvan::Lumeq::Core::Utils {
 
+using Testing::ImportedFunction;
 using Testing::IsolatedMachine;
 using Testing::ReadFile;
 using Testing::WriteFile;
@@ -49,6 +52,38 @@ protected:
 
     IsolatedMachine _machine;
 };
+
+constexpr char Kernel[] = "kernel32.dll";
+constexpr char GoodFile[] = "<LumeqConfig version=\"4.0\"><Name>read</Name></LumeqConfig>";
+
+BOOL WINAPI ReadNothing(HANDLE, void*, DWORD, DWORD*, OVERLAPPED*) {
+    SetLastError(ERROR_READ_FAULT);
+    return FALSE;
+}
+
+/// As of a file that has become shorter meanwhile.
+BOOL WINAPI ReadHalf(HANDLE file, void* buffer, DWORD size, DWORD* read, OVERLAPPED* overlapped) {
+    return Testing::RealFunction<decltype(::ReadFile)>(Kernel, "ReadFile")(file, buffer, size / 2, read,
+                                                                           overlapped);
+}
+
+int readsUntilSuccess;
+BOOL WINAPI ReadLater(HANDLE file, void* buffer, DWORD size, DWORD* read, OVERLAPPED* overlapped) {
+    if (--readsUntilSuccess >= 0)
+        return ReadNothing(file, buffer, size, read, overlapped);
+    return Testing::RealFunction<decltype(::ReadFile)>(Kernel, "ReadFile")(file, buffer, size, read,
+                                                                           overlapped);
+}
+
+template <class Call>
+HRESULT ComErrorOf(Call call) {
+    try {
+        call();
+    } catch (const _com_error& failure) {
+        return failure.Error();
+    }
+    return S_OK;
+}
 
 constexpr wchar_t BadLocal[] = L"Error parsing local settings file";
 constexpr wchar_t BadFactory[] = L"Error parsing factory settings file";
@@ -235,6 +270,70 @@ TEST_F(SettingsDocuments, FileThatAnotherProgramHasOpenForWritingIsRead) {
     EXPECT_EQ(Value(LoadFactoryDocument(Path()), L"Name"), L"read");
     EXPECT_EQ(Value(LoadLocalDocument(Path()), L"Name"), L"read");
     CloseHandle(file);
+}
+
+TEST_F(SettingsDocuments, FileThatCannotBeReadIsAFailure) {
+    Write(GoodFile);
+    for (auto* read : {&ReadNothing, &ReadHalf}) {
+        const ImportedFunction<decltype(::ReadFile)> failing(Kernel, "ReadFile", read);
+        EXPECT_EQ(FactoryFailure(), BadFactory);
+        EXPECT_EQ(LocalFailure(), BadLocal);
+    }
+    EXPECT_EQ(Value(LoadFactoryDocument(Path()), L"Name"), L"read");
+    EXPECT_EQ(Value(LoadLocalDocument(Path()), L"Name"), L"read");
+    EXPECT_EQ(ReadFile(Path()), GoodFile);
+}
+
+TEST_F(SettingsDocuments, LocalFileIsReadOnceMoreBeforeItIsAFailure) {
+    Write(GoodFile);
+    const ImportedFunction<decltype(::ReadFile)> later(Kernel, "ReadFile", &ReadLater);
+    readsUntilSuccess = 1;
+    EXPECT_EQ(Value(LoadLocalDocument(Path()), L"Name"), L"read");
+    readsUntilSuccess = 2;
+    EXPECT_EQ(LocalFailure(), BadLocal);
+    readsUntilSuccess = 1;
+    EXPECT_EQ(FactoryFailure(), BadFactory);
+}
+
+TEST_F(SettingsDocuments, FileWhoseSizeIsNotToldIsAFailure) {
+    Write(GoodFile);
+    {
+        const ImportedFunction<decltype(GetFileSizeEx)> failing(
+            Kernel, "GetFileSizeEx", [](HANDLE, LARGE_INTEGER*) -> BOOL { return FALSE; });
+        EXPECT_EQ(FactoryFailure(), BadFactory);
+        EXPECT_EQ(LocalFailure(), BadLocal);
+    }
+    EXPECT_EQ(Value(LoadFactoryDocument(Path()), L"Name"), L"read");
+    EXPECT_EQ(Value(LoadLocalDocument(Path()), L"Name"), L"read");
+}
+
+TEST_F(SettingsDocuments, FileOfFourGigabytesIsAFailureWithoutMemoryBeingAskedFor) {
+    Write(GoodFile);
+    const ImportedFunction<decltype(GetFileSizeEx)> huge(Kernel, "GetFileSizeEx",
+                                                         [](HANDLE, LARGE_INTEGER* size) -> BOOL {
+                                                             size->QuadPart = 0x1'0000'0010;
+                                                             return TRUE;
+                                                         });
+    const ImportedFunction<decltype(SafeArrayCreateVector)> watched("oleaut32.dll", "SafeArrayCreateVector",
+                                                                    [](VARTYPE, LONG, ULONG) -> SAFEARRAY* {
+                                                                        ADD_FAILURE();
+                                                                        return nullptr;
+                                                                    });
+    EXPECT_EQ(FactoryFailure(), BadFactory);
+    EXPECT_EQ(LocalFailure(), BadLocal);
+}
+
+TEST_F(SettingsDocuments, FileThatIsLargerThanMemoryRaisesAComError) {
+    Write(GoodFile);
+    {
+        const ImportedFunction<decltype(SafeArrayCreateVector)> failing(
+            "oleaut32.dll", "SafeArrayCreateVector",
+            [](VARTYPE, LONG, ULONG) -> SAFEARRAY* { return nullptr; });
+        EXPECT_EQ(ComErrorOf([this] { LoadFactoryDocument(Path()); }), E_OUTOFMEMORY);
+        EXPECT_EQ(ComErrorOf([this] { LoadLocalDocument(Path()); }), E_OUTOFMEMORY);
+    }
+    EXPECT_EQ(Value(LoadFactoryDocument(Path()), L"Name"), L"read");
+    EXPECT_EQ(Value(LoadLocalDocument(Path()), L"Name"), L"read");
 }
 
 TEST_F(SettingsDocuments, CallThatFailsRaisesAComError) {

@@ -484,6 +484,23 @@ TEST_F(WholeFile, IsSavedIfItsAccessRightsCannotBeReadOrCopied) {
     EXPECT_EQ(FileCount(), 1);
 }
 
+TEST_F(WholeFile, IsSavedIfTheFolderCannotBeSearchedToItsEnd) {
+    const char* const names[] = {"Lumeq0123ABCD-89EF.tmp", "Lumeq0123ABCD-89F0.tmp"};
+    for (const char* name : names) {
+        WriteFile(Beside(name), "<cut");
+        SetWrittenAgo(Beside(name), std::chrono::minutes(2));
+    }
+    {
+        const ImportedFunction<decltype(FindNextFileW)> denied(
+            "kernel32.dll", "FindNextFileW", [](HANDLE, WIN32_FIND_DATAW*) -> BOOL { return FALSE; });
+        EXPECT_EQ(Save(), S_OK);
+    }
+    EXPECT_EQ(Content(), "<New/>");
+    EXPECT_EQ(FileCount(), 2) << "the first is gone, and the other is left to the next";
+    EXPECT_EQ(Save(), S_OK);
+    EXPECT_EQ(FileCount(), 1);
+}
+
 TEST_F(WholeFile, IsSavedIfTheFolderCannotBeSearched) {
     const ImportedFunction<decltype(FindFirstFileW)> denied("kernel32.dll", "FindFirstFileW",
                                                             [](const wchar_t*, WIN32_FIND_DATAW*) -> HANDLE {

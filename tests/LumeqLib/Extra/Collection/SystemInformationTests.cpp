@@ -4,6 +4,7 @@
 #include "support/Firmware.h"
 #include "support/ImportedFunction.h"
 #include "support/IsolatedMachine.h"
+#include "support/LogLines.h"
 
 #include <windows.h>
 
@@ -11,6 +12,7 @@
 #include <powrprof.h>
 #include <shlobj.h>
 #include <vector>
+#include <wbemcli.h>
 
 namespace Zuvan::Lumeq::Extra::Collection {
 
@@ -71,6 +73,78 @@ std::wstring Or(const std::wstring& text, const std::wstring& otherwise) {
 }
 
 } // namespace
+
+namespace {
+
+/// Of the machine itself, with its WMI out of service.
+class RealSystemWithoutWmi : public testing::Test {
+protected:
+    RealSystemWithoutWmi() { _machine.WriteFactorySettings(); }
+
+    void ExpectUnknown(const SystemInformation& record, const std::wstring& sku) const {
+        const SystemInformation expected{{L"os_name", L"unknown"},         {L"os_version", L"unknown"},
+                                         {L"pc_manufacturer", L"unknown"}, {L"pc_modelname", L"unknown"},
+                                         {L"pc_category", L"unknown"},     {L"pc_sku", sku}};
+        for (const auto& [key, value] : expected)
+            EXPECT_EQ(record.at(key), value) << key;
+        // The others have no need of it.
+        EXPECT_EQ(record.size(), 14U);
+        EXPECT_EQ(record.at(L"schema"), L"sys_info_base/1.1.0");
+        EXPECT_THAT(record.at(L"os_screenresolution"), HasSubstr(L"x"));
+        EXPECT_NE(record.at(L"os_language"), L"unknown");
+        EXPECT_NE(record.at(L"os_country"), L"unknown");
+        EXPECT_NE(record.at(L"pc_battery"), L"unknown");
+    }
+    std::vector<std::string> Warnings() const { return Testing::LogMessages(_machine.LogFile(), "WARNING"); }
+
+    Testing::IsolatedMachine _machine;
+};
+
+HRESULT STDAPICALLTYPE CreateAllButTheLocator(REFCLSID classId, IUnknown* outer, DWORD context, REFIID iid,
+                                              void** instance) {
+    if (IsEqualGUID(classId, CLSID_WbemLocator))
+        return REGDB_E_CLASSNOTREG;
+    return Testing::RealFunction<decltype(CoCreateInstance)>("ole32.dll", "CoCreateInstance")(
+        classId, outer, context, iid, instance);
+}
+
+HRESULT STDAPICALLTYPE RefuseBlanket(IUnknown*, DWORD, DWORD, OLECHAR*, DWORD, DWORD,
+                                     RPC_AUTH_IDENTITY_HANDLE, DWORD) {
+    return E_ACCESSDENIED;
+}
+
+// For the caption, the version, the manufacturer, the model, the chassis, the number and the serial number.
+constexpr std::size_t Questions = 7;
+
+} // namespace
+
+TEST_F(RealSystemWithoutWmi, LocatorThatCannotBeMadeLeavesTheFieldsUnknown) {
+    {
+        const Testing::ImportedFunction<decltype(CoCreateInstance)> refused("ole32.dll", "CoCreateInstance",
+                                                                            &CreateAllButTheLocator);
+        ExpectUnknown(GetSysInfoBase(), L"unknown");
+    }
+    EXPECT_EQ(Warnings(), std::vector<std::string>(Questions, "CreateInstance"));
+    EXPECT_NE(GetSysInfoBase().at(L"os_name"), L"unknown");
+}
+
+TEST_F(RealSystemWithoutWmi, ServicesThatRefuseTheirBlanketLeaveTheFieldsUnknown) {
+    {
+        const Testing::ImportedFunction<decltype(CoSetProxyBlanket)> refused("ole32.dll", "CoSetProxyBlanket",
+                                                                             &RefuseBlanket);
+        ExpectUnknown(GetSysInfoBase(), L"unknown");
+    }
+    EXPECT_EQ(Warnings(), std::vector<std::string>(Questions, "CoSetProxyBlanket"));
+    EXPECT_NE(GetSysInfoBase().at(L"os_name"), L"unknown");
+}
+
+TEST_F(RealSystemWithoutWmi, SkuIsStillTheRegistrys) {
+    _machine.SetText(HKEY_LOCAL_MACHINE, L"HARDWARE\\DESCRIPTION\\System\\BIOS", L"SystemSKU", L"SKU-7");
+    const Testing::ImportedFunction<decltype(CoCreateInstance)> refused("ole32.dll", "CoCreateInstance",
+                                                                        &CreateAllButTheLocator);
+    ExpectUnknown(GetSysInfoBase(), L"SKU-7");
+    EXPECT_EQ(Warnings(), std::vector<std::string>(Questions - 1, "CreateInstance"));
+}
 
 TEST(SystemInformation, HasItsFourteenFieldsWhateverIsFound) {
     Testing::FakeSources sources;

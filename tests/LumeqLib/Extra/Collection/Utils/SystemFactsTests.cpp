@@ -96,6 +96,13 @@ TEST(LastNumberIn, ArrayOfSeveralDimensionsIsNothing) {
     EXPECT_EQ(LastNumberIn(value), std::nullopt);
 }
 
+TEST(LastNumberIn, ElementsOfATypeThatIsNotToldAreLeftUnread) {
+    const _variant_t array = ArrayOf<short>(VT_I2, {8, 10});
+    const Testing::ImportedFunction<decltype(SafeArrayGetVartype)> failing(
+        "oleaut32.dll", "SafeArrayGetVartype", [](SAFEARRAY*, VARTYPE*) -> HRESULT { return E_INVALIDARG; });
+    EXPECT_EQ(LastNumberIn(array), 0);
+}
+
 TEST(LastNumberIn, WithoutEitherBoundIsNothing) {
     const _variant_t array = ArrayOf<short>(VT_I2, {8, 10});
     for (const char* bound : {"SafeArrayGetLBound", "SafeArrayGetUBound"}) {

@@ -1,0 +1,66 @@
+"""What the library imports and no test makes fail, with the reason for each group.
+
+Whatever else it imports has a row in tests/faults/PlatformCalls.cpp.
+"""
+
+import re
+
+from support import ROOT
+
+NOT_MADE_TO_FAIL = {
+    "gives back what was taken, and nothing depends on how that ends":
+        "CloseHandle CoTaskMemFree CoUninitialize FindClose FreeLibrary FreeLibraryAndExitThread FreeSid "
+        "InternetCloseHandle LocalFree RegCloseKey ReleaseMutex RpcStringFreeW SysFreeString VariantClear",
+    "tells a time, a number or a bit, and has no way to fail":
+        "GetCurrentProcessId GetCurrentThreadId GetLastError GetSystemTimeAsFileTime GetTickCount "
+        "QueryPerformanceCounter SetLastError Sleep SysStringLen VariantInit VerSetConditionMask",
+    "cuts or looks at a path in memory, and has no way to fail":
+        "PathFindFileNameW PathIsRelativeW PathRemoveExtensionW PathRemoveFileSpecW",
+    "speaks to a debugger, and tells nothing":
+        "DebugBreak IsDebuggerPresent OutputDebugStringA OutputDebugStringW",
+    "waits without a limit, and has no way to fail":
+        "AcquireSRWLockExclusive DeleteCriticalSection EnterCriticalSection InitializeCriticalSection "
+        "LeaveCriticalSection ReleaseSRWLockExclusive SleepConditionVariableSRW WakeAllConditionVariable",
+    "carries an exception to its handler: without it there is none":
+        "RaiseException RtlCaptureContext RtlLookupFunctionEntry RtlUnwindEx RtlVirtualUnwind",
+    "cuts the log's file back where the disk is full, with any error ignored: full_disk_tests.py":
+        "FindFirstVolumeW FindNextVolumeW FindVolumeClose GetDiskFreeSpaceExW GetFileInformationByHandle GetFileType "
+        "GetVolumeInformationW SetEndOfFile SetFilePointer",
+    "comes along with the C++ library's other functions for files, and is not asked":
+        "CreateHardLinkW GetFullPathNameW RemoveDirectoryW",
+    "comes along with the texts of the C++ library's system errors: only that of a lock, which does not fail, is asked":
+        "FormatMessageA",
+    "is the toolchain's own, for its start and end and for the characters of a locale":
+        "GetModuleHandleW IsDBCSLeadByteEx MultiByteToWideChar TlsGetValue VirtualProtect VirtualQuery "
+        "WideCharToMultiByte",
+}
+
+OF_THE_C_RUNTIME = {
+    "memory, which fails in EveryAllocation":
+        "calloc free malloc memchr memcmp memcpy memmove memset realloc",
+    "its start and end, and the last words of a process":
+        "__iob_func _amsg_exit _initterm _lock _unlock abort fputc fputs fwprintf fwrite vfprintf",
+    "texts and characters in memory":
+        "_vsnwprintf isalnum isalpha isprint ispunct isspace isupper iswctype strchr strcmp strerror strlen strncmp "
+        "towlower towupper wcscat wcscmp wcscpy wcscpy_s wcslen",
+    "the host's locale, which is asked and put back and never changed":
+        "___lc_codepage_func ___mb_cur_max_func localeconv setlocale strcoll strftime strxfrm wcscoll wcsftime wcsxfrm",
+    "the log's files, by way of the C++ library: full_disk_tests.py, LoggerTests.cpp":
+        "_close _errno _fdopen _filelengthi64 _fileno _fstat64 _get_osfhandle _lseeki64 _read _telli64 _wfopen _wopen "
+        "_write fclose fflush fgetpos fopen fputwc fread fsetpos getc getwc putc putwc setvbuf ungetc ungetwc",
+    "comes along with the C++ library's other functions for files, and is not asked":
+        "_findclose _gmtime64 _mktime64 _wchdir _wchmod _wfindfirst64 _wfindnext64 _wfullpath _wgetcwd _wmkdir "
+        "_wstat64 _wutime64",
+}
+
+
+def names_in(groups: dict[str, str]) -> list[str]:
+    return [name for names in groups.values() for name in names.split()]
+
+
+def names_made_to_fail() -> list[str]:
+    source = (ROOT / "tests" / "faults" / "PlatformCalls.cpp").read_text()
+    rows = re.findall(r'Fails\(\[\] \{\},\s*\w+,\s*[\w".]+,\s*"(\w+)"', source)
+    if len(rows) != source.count("Fails([] {}"):
+        raise AssertionError("not all rows are understood")
+    return rows
