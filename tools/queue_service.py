@@ -15,9 +15,14 @@ import queue_message
 from queue_message import Message
 
 MISBEHAVIOURS = ("none", "status-401", "status-500", "redirect", "never-answer", "no-handshake", "late-handshake",
-                 "reset", "slow-headers", "long-answer")
+                 "reset", "slow-headers", "long-answer", "garbage", "endless-headers", "cut-answer")
 STATUS_TEXTS = {200: "OK", 302: "Found", 400: "Bad Request", 401: "Unauthorized", 500: "Internal Server Error"}
 LONG_ANSWER = "0123456789abcdef" * 512
+GARBAGE = b"\xff\0garbage"
+"""No HTTP."""
+ENDLESS_HEADER = b"X-More: " + b"m" * 1000 + b"\r\n"
+CUT_BYTES = 10
+"""How many bytes of its body a cut answer lacks."""
 HEADER_SECONDS = 6.0
 """How long slow headers take: twice the time that a caller is held."""
 HANDSHAKE_SECONDS = 5.0
@@ -149,6 +154,12 @@ class QueueService:
             channel.sendall(_response(302, "", f"Location: {self.behaviour.redirect_to}\r\n"))
         elif misbehaviour == "long-answer":
             channel.sendall(_response(200, LONG_ANSWER))
+        elif misbehaviour == "garbage":
+            channel.sendall(GARBAGE)
+        elif misbehaviour == "endless-headers":
+            _send_headers_without_end(channel, self._ending)
+        elif misbehaviour == "cut-answer":
+            channel.sendall(_usual_response(message)[:-CUT_BYTES])
         elif misbehaviour == "slow-headers":
             _send_slowly(channel, _usual_response(message), self._ending)
         elif misbehaviour.startswith("status-"):
@@ -203,6 +214,14 @@ def _send_slowly(channel: socket.socket, response: bytes, ending: threading.Even
         if ending.wait(max(0.0, started + HEADER_SECONDS * (at + 1) / len(head) - time.monotonic())):
             return
     channel.sendall(b"\r\n\r\n" + body)
+
+
+def _send_headers_without_end(channel: socket.socket, ending: threading.Event) -> None:
+    """Until the client leaves."""
+    channel.sendall(b"HTTP/1.1 200 OK\r\n")
+    # Not so fast that a client that takes them all runs out of memory.
+    while not ending.wait(0.01):
+        channel.sendall(ENDLESS_HEADER)
 
 
 def _abort(connection: socket.socket) -> None:

@@ -199,6 +199,17 @@ TEST_F(PostMessageTest, WithoutAHoldOnItsCodeThereIsNoThreadAndNoMessage) {
     EXPECT_EQ(threads, 0);
 }
 
+TEST_F(PostMessageTest, LineFeedBetweenTwoLettersIsSentAsABlank) {
+    _message = L"a\nb";
+    const std::vector<LoggedLine> lines = Post();
+    EXPECT_THAT(LogLines(_machine.LogFile(), "ERROR"),
+                ElementsAre(Line("ERROR", "Message has illegal character at 1 with value 10, see=a\\nb")));
+    EXPECT_EQ(lines[1].severity, "ERROR") << "before all that is logged of the message";
+    EXPECT_EQ(lines[2], Line("TRACE", "Message=a b"));
+    EXPECT_EQ(lines[3], Line("DEBUG", "Encoded Message==?media_type:application/json.b64?=YSBi"));
+    EXPECT_EQ(lines[5], Line("DATA", "->/projects/P%201/queues/sys_info_base/messages a b"));
+}
+
 TEST_F(PostMessageTest, EveryBadCharacterHasItsLineAndIsBlanked) {
     _message = L"a\nb\u20ac";
     const std::vector<LoggedLine> lines = Post();
@@ -413,19 +424,6 @@ TEST_F(PostMessageTest, HandleStaysOpenIfTheExitCodeIsNotTold) {
                                                                 });
     Post();
     EXPECT_TRUE(CreatedThread::IsOpen());
-}
-
-TEST_F(PostMessageTest, ClientIsOpenedWithoutAgentIfTheSystemTellsNone) {
-    static std::string agent = "unchanged";
-    const ImportedFunction<decltype(ObtainUserAgentString)> failing(
-        "urlmon.dll", "ObtainUserAgentString", [](DWORD, char*, DWORD*) -> HRESULT { return E_OUTOFMEMORY; });
-    const ImportedFunction<HINTERNET WINAPI(LPCSTR, DWORD, LPCSTR, LPCSTR, DWORD)> watched(
-        "wininet.dll", "InternetOpenA", [](LPCSTR theAgent, DWORD, LPCSTR, LPCSTR, DWORD) -> HINTERNET {
-            agent = theAgent;
-            return nullptr;
-        });
-    Post();
-    EXPECT_EQ(agent, "");
 }
 
 TEST_F(PostMessageTest, AnswerThatCannotBeReadIsEmpty) {

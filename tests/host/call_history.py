@@ -10,14 +10,13 @@ from dataclasses import dataclass, field
 from typing import Callable, Iterator, NamedTuple, Optional
 
 from device_tests import biid
-from support import API, LogLine, call, error, parse_log, record, trace
+from session_support import CRASH
+from support import LogLine, call, error, parse_log, record, trace
 from task_support import (PAIRS, Pair, completed, completed_line, completed_record, initiated, initiated_line,
                           initiated_record, masked)
 
 ROADS = ("managed", "basic")
 THREAD = re.compile(r"^\S+ \w+ *0x([0-9a-f]{8}) \| ", re.MULTILINE)
-CRASH = LogLine("ERROR", API + "StartupEx",
-                "OptinBeforePause exists and it shouldn't that means there was a CRASH!!")
 NO_PROJECT = LogLine("WARNING", "", "Project ID is empty. Ensure *LumeqConfig.xml is in path!")
 METHODS = ("unknown", "already_on_network", "auto_wireless_connect", "ethernet", "frontpanel_setup_of_wireless",
            "later", "press_wireless_button", "usb", "usb_plus_wifi")

@@ -45,6 +45,13 @@ class Exit(SessionTestCase):
             self.assertEqual(["StartupInternal", "PostEventInternal", "PostEventInternal"],
                              [line["operation"] for line in outcome.companion])
 
+    def test_after_calls_with_an_open_task_on_the_basic_road(self):
+        for outcome in self.check_ends(60, START, SCREEN, call("ScanAcquireInitiated", handle="h"), road="basic"):
+            self.assertEqual([{"call": "StartupEx"}, {"call": "ScreenDisplayed"},
+                              {"call": "ScanAcquireInitiated", "handle": "set"}], outcome.host)
+            self.assertEqual([], outcome.companion)
+            self.assertEqual([], outcome.error_file)
+
     def test_during_another_threads_call_for_which_others_wait(self):
         waiting = [{"background": [{"sleepMsec": 100}, SCREEN]}] * 3
         for outcome in self.check_ends(80, {"background": [call("FlushEx", timeoutMsec=1)]}, *waiting,

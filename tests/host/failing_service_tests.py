@@ -3,7 +3,8 @@
 import unittest
 
 from basic_road_support import START
-from posting_support import NO_RESPONSE, SENT, PostingTestCase, answer, failed_send, line, posting, response
+from posting_support import (NO_RESPONSE, SENT, PostingTestCase, answer, failed_send, headers, held, line, posting,
+                             response)
 
 
 class FailingService(PostingTestCase):
@@ -52,6 +53,36 @@ class FailingService(PostingTestCase):
             outcome = self.post()
         self.check_lines(outcome, *failed_send("0x00002f7d"), *NO_RESPONSE, *answer(""))
         self.assertEqual([], service.seen.messages)
+
+    def test_answer_that_is_no_http(self):
+        with self.serve("garbage") as service:
+            outcome = self.post()
+        self.check_lines(outcome, SENT, *NO_RESPONSE, *answer(""))
+        self.assertEqual([[]], [message.wrong for message in service.seen.messages])
+
+    def test_headers_without_an_end_hold_the_caller_no_longer_than_its_wait(self):
+        with self.serve("endless-headers") as service:
+            outcome = self.post()
+            self.assertTrue(service.wait_for(lambda seen: seen.failures), "the client left with its process")
+        self.assertGreaterEqual(held(outcome), 2.98)
+        self.check_lines(outcome)
+
+    def test_headers_that_break_off(self):
+        with self.serve(answers=(b"HTTP/1.1 200 OK\r\nX-First: 1\r\nX-Sec",)):
+            outcome = self.post()
+        self.check_lines(outcome, SENT, line("DATA", " <-HTTP RESULT=OK (200)"),
+                         headers("HTTP/1.1 200 OK\r\nX-First: 1\r\n\r\n"), *answer(""))
+
+    def test_body_shorter_than_its_content_length(self):
+        with self.serve("cut-answer"):
+            outcome = self.post()
+        self.check_lines(outcome, SENT, *response(200, "OK", 47), *answer('{"ids": ["1"], "msg": "Messages put o'))
+
+    def test_length_of_a_body_that_never_comes(self):
+        with self.serve(answers=(b"HTTP/1.1 200 OK\r\nContent-Length: 4294967295\r\n\r\n",)):
+            outcome = self.post()
+        self.check_lines(outcome, SENT, line("DATA", " <-HTTP RESULT=OK (200)"),
+                         headers("HTTP/1.1 200 OK\r\nContent-Length: 4294967295\r\n\r\n"), *answer(""))
 
 
 if __name__ == "__main__":

@@ -10,7 +10,7 @@ from collections import Counter
 from pathlib import Path
 
 import endurance
-from running_host import RunningHost, hosts, wait_until
+from running_host import RunningHost, hosts
 from support import SessionTestCase, call, session_player
 
 BEFORE = "<AppDeployedUuid>kept</AppDeployedUuid>"
@@ -72,7 +72,7 @@ class KilledWhileSaving(SessionTestCase):
     def let_live(self, victim: RunningHost, chance: random.Random) -> None:
         """Until some moment of some call."""
         calls = chance.randrange(len(SAVING))
-        wait_until(lambda: victim.printed() > calls)
+        victim.wait_for(lambda: victim.printed() > calls)
         time.sleep(chance.uniform(0, 0.03))
 
     def neighbours(self) -> list[Path]:

@@ -6,7 +6,7 @@ import time
 import unittest
 
 import endurance
-from running_host import hosts, wait_until
+from running_host import hosts
 from support import SessionTestCase, call, parse_log, trace
 
 LONG = "z" * 3500
@@ -29,7 +29,7 @@ class KilledWriter(SessionTestCase):
             survivor = start(session)
             for _ in range(kills):
                 victim = start(ENDLESS)
-                wait_until(lambda: victim.printed() > 0)
+                victim.wait_for(lambda: victim.printed() > 0)
                 time.sleep(chance.uniform(0, 0.02))
                 victim.kill()
             self.assertEqual(0, survivor.wait(self.host_seconds * endurance.FACTOR))

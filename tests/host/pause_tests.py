@@ -1,48 +1,19 @@
 """The life cycle of a session: opt-in, pause and resume on both roads, from settings written by hand."""
 
-import re
 import unittest
-from typing import NamedTuple, Optional
 
-from support import API, LogLine, SessionTestCase, call, error
+from session_support import (BOTH_ROADS, CRASH, PAUSED_IN, PAUSED_OUT, RUNNING_IN, RUNNING_OUT, Flags, flags_of,
+                             settings_of)
+from support import SessionTestCase, call, error
 
-BOTH_ROADS = ("managed", "basic")
 STARTUP = call("StartupEx", appName="App", whyType=0, howType=0, trackSystemInfo=False, trackPrintQueueInfo=False)
-CRASH = LogLine("ERROR", API + "StartupEx",
-                "OptinBeforePause exists and it shouldn't that means there was a CRASH!!")
-
-
-class Flags(NamedTuple):
-    """What the settings file holds; None for no such element."""
-
-    user_opt_in: Optional[str]
-    before_pause: Optional[str]
-
-
-def settings(flags: Flags) -> str:
-    elements = "".join(f"<{name}>{value}</{name}>"
-                       for name, value in (("UserOptIn", flags.user_opt_in), ("OptinBeforePause", flags.before_pause))
-                       if value is not None)
-    return f'<LumeqConfig version="4.0">{elements}</LumeqConfig>'
-
-
-def flags_of(text: str) -> Flags:
-    def value(name: str) -> Optional[str]:
-        found = re.search(f"<{name}>(.*?)</{name}>", text)
-        return found[1] if found else None
-
-    return Flags(value("UserOptIn"), value("OptinBeforePause"))
-
-
-RUNNING_IN, RUNNING_OUT = Flags("True", None), Flags("False", None)
-PAUSED_IN, PAUSED_OUT = Flags("False", "True"), Flags("False", "False")
 
 
 class PauseStates(SessionTestCase):
     def assert_moves(self, before: Flags, steps: list[dict], after: Flags, errors=()):
         for road in BOTH_ROADS:
             with self.subTest(road):
-                outcome = self.play(*steps, settings=settings(before), road=road)
+                outcome = self.play(*steps, settings=settings_of(before), road=road)
                 self.assertEqual((0, ""), (outcome.status, outcome.errors))
                 self.assertEqual(after, flags_of(outcome.text("LumeqLocalSettings.xml")))
                 self.assertEqual(list(errors), outcome.error_file)
@@ -100,7 +71,7 @@ class Answers(SessionTestCase):
             with self.subTest(road):
                 outcome = self.play(call("Pause"), call("GetUserOptInEx"), call("SetUserOptInEx", userHasOptedIn=True),
                                     call("GetUserOptInEx"), call("Resume"), call("GetUserOptInEx"),
-                                    settings=settings(RUNNING_IN), road=road)
+                                    settings=settings_of(RUNNING_IN), road=road)
                 self.assertEqual([False, True, True],
                                  [line["returns"] for line in outcome.host if "returns" in line])
 

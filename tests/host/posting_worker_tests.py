@@ -2,13 +2,18 @@
 
 import concurrent.futures
 import json
+import subprocess
 import time
 import unittest
 from typing import NamedTuple
 
 from basic_road_support import START
 from posting_support import LONGEST_HOLD, SENT, PostingTestCase, answer, held, line, response
-from support import Outcome, call, session_player
+from running_host import wait_until
+from support import Outcome, call, lines_of, parse_log, session_player
+
+AT_ONCE = 10
+"""Seconds: a process that waited for its worker would take thirty, the system's own patience with a server."""
 
 BAD_STEP = {"there is no": "such step"}
 """Ends the host with the exit code 2."""
@@ -20,6 +25,16 @@ class End(NamedTuple):
     status: int
     seconds: float
     """It took so long from its start."""
+
+
+class WorkerTestCase(PostingTestCase):
+    def start_host(self, name: str, *steps: dict) -> subprocess.Popen:
+        """Several may run on the prepared machine, each with a name of its own for what it prints."""
+        session = self.machine.host_folder / f"{name}.jsonl"
+        session.write_text("".join(json.dumps(step) + "\n" for step in steps))
+        with open(session.with_suffix(".errors"), "wb") as errors:
+            return self.machine.start("lumeq-host.exe", [session.name], session_player.Conditions(road="basic"),
+                                      session.with_suffix(".output"), errors)
 
 
 class SlowService(PostingTestCase):
@@ -54,15 +69,25 @@ class SlowService(PostingTestCase):
         self.assertGreater(flush, log.index(line("DEBUG", "Executing Basic Functionality")))
 
 
-class WorkerOfAnUnloadedLibrary(PostingTestCase):
+class WorkerOfAnUnloadedLibrary(WorkerTestCase):
     ADDRESS = "127.0.0.34"
 
     def test_keeps_its_code_through_a_hundred_unloads_and_lets_the_process_end(self):
         with self.serve("never-answer") as service:
-            outcome = self.run_host({"times": 100, "calls": [START, {"unload": True}, {"load": True}]}, timeout=90)
-            self.assertEqual(0, outcome.status, "ended by itself, with its own exit code")
-            self.assertEqual(100, len(outcome.host))
+            self.prepare()
+            host = self.start_host("hundred", {"times": 100, "calls": [START, {"unload": True}, {"load": True}]},
+                                   {"end": "ExitProcess", "code": 77})
+            output = self.machine.host_folder / "hundred.output"
+            wait_until(lambda: output.read_bytes().count(b"\n") == 100 or host.poll() is not None, 90)
+            since_the_last_call = time.monotonic()
+            self.assertEqual(77, host.wait(60), "ended by itself, with its own exit code")
+            self.assertLess(time.monotonic() - since_the_last_call, AT_ONCE)
+            self.assertEqual(100, len(lines_of(output.read_text())))
             self.assertEqual(1, len(service.seen.connections), "the worker's library is the one that is loaded again")
+            self.assertEqual([[]], [message.wrong for message in service.seen.messages])
+            log = parse_log((self.machine.log_folder() / "Lumeq.Log.txt").read_text(encoding="utf-8"))
+        self.assertEqual([], [entry for entry in log if entry.message.startswith(("<- ", "HttpSendRequest"))],
+                         "the worker still waited for its answer")
 
     def test_ends_after_its_host_let_the_library_go_and_the_next_one_starts_afresh(self):
         with self.serve("slow-headers") as service:
@@ -82,7 +107,7 @@ class WorkerOfAnUnloadedLibrary(PostingTestCase):
         self.assertEqual(100, sum(line.message == "<- " for line in outcome.log))
 
 
-class EndingProcess(PostingTestCase):
+class EndingProcess(WorkerTestCase):
     """The service is silent for longer than any of these tests lasts."""
 
     ADDRESS = "127.0.0.35"
@@ -90,13 +115,8 @@ class EndingProcess(PostingTestCase):
     """Seconds from a host's start to its end: three are the wait for the worker, the rest is for a busy machine."""
 
     def end_of_host(self, name: str, *steps: dict) -> End:
-        session = self.machine.host_folder / f"{name}.jsonl"
-        session.write_text("".join(json.dumps(step) + "\n" for step in steps))
         started = time.monotonic()
-        with open(session.with_suffix(".errors"), "wb") as errors:
-            status = self.machine.run("lumeq-host.exe", [session.name], session_player.Conditions(road="basic"),
-                                      session.with_suffix(".output"), 60, errors)
-        return End(status, time.monotonic() - started)
+        return End(self.start_host(name, *steps).wait(60), time.monotonic() - started)
 
     def check_end(self, end: End, status: int):
         self.assertEqual(status, end.status)

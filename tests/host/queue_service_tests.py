@@ -231,6 +231,27 @@ class Service(ServiceTestCase):
             body = self.exchange(service.port).partition("\r\n\r\n")[2]
         self.assertGreater(len(body), 4095)
 
+    def test_answers_what_is_no_http(self):
+        with self.serve("garbage") as service:
+            self.assertEqual(b"\xff\0garbage", self.exchange_bytes(service.port))
+
+    def test_sends_headers_without_an_end_until_the_client_leaves(self):
+        with self.serve("endless-headers") as service:
+            with self.connect(service.port) as channel:
+                channel.sendall(GOOD.encode())
+                received = b""
+                while len(received) < 20_000:
+                    received += channel.recv(65536)
+            self.assertTrue(service.wait_for(lambda seen: seen.failures))
+        self.assertTrue(received.startswith(b"HTTP/1.1 200 OK\r\nX-More: mmm"))
+        self.assertNotIn(b"\r\n\r\n", received)
+
+    def test_sends_less_of_its_body_than_it_told(self):
+        with self.serve("cut-answer") as service:
+            head, _, body = self.exchange(service.port).partition("\r\n\r\n")
+        self.assertIn("\r\nContent-Length: 47\r\n", head)
+        self.assertEqual(37, len(body))
+
     def test_certificates(self):
         for kind, expected in (("expired", "certificate has expired"),
                                ("wrong-name", "IP address mismatch"),

@@ -45,16 +45,6 @@ NEARLY_RIGHT = {
 LOAD = SessionModel._load
 
 
-def load_with_what_was(model: SessionModel):
-    if hasattr(model, "_loaded"):
-        model._loaded = True
-    else:
-        LOAD(model)
-
-
-LOAD = SessionModel._load
-
-
 def load_as_it_was(model: SessionModel) -> None:
     if hasattr(model, "_loaded"):
         model._loaded = True

@@ -2,6 +2,7 @@
 
 import contextlib
 import itertools
+import json
 import os
 import shutil
 import signal
@@ -51,6 +52,25 @@ class RunningHost:
     def printed(self) -> int:
         """How many lines it has printed so far."""
         return self._output.read_bytes().count(b"\n")
+
+    def operations(self) -> list[str]:
+        """What its companion has been told to do so far."""
+        transcript = self._machine.host_folder / "LumeqCompanion.jsonl"
+        lines = transcript.read_text(encoding="utf-8").split("\n") if transcript.exists() else [""]
+        # The last one may still be being written.
+        return [json.loads(line)["operation"] for line in lines[:-1]]
+
+    def wait_for(self, condition: Callable[[], bool]) -> None:
+        """Until it has come so far; fails if it ends before."""
+        def come_so_far() -> bool:
+            ended = self._script.poll()
+            if condition():
+                return True
+            if ended is not None:
+                raise AssertionError(f"the host ended with {ended} before: {(self._folder / 'errors').read_text()}")
+            return False
+
+        wait_until(come_so_far)
 
     def wait(self, seconds: float) -> int:
         """The exit code."""

@@ -2,34 +2,9 @@
 
 import unittest
 
-from support import API, LogLine, SessionTestCase, call, error, trace
-
-BOTH_ROADS = ("managed", "basic")
-
-
-def start(name: str, system: bool = False, queue: bool = False) -> dict:
-    return call("StartupEx", appName=name, whyType=4, howType=7, trackSystemInfo=system, trackPrintQueueInfo=queue)
-
-
-def start_line(name: str, system: int = 0, queue: int = 0) -> LogLine:
-    return trace("StartupEx", f'appName: "{name}", whyType: start_app, howType: smv_link, trackSystemInfo: {system}, '
-                 f"trackPrintQueueInfo: {queue}")
-
-
-def settings(**elements: str) -> str:
-    return ('<LumeqConfig version="4.0">' + "".join(f"<{name}>{value}</{name}>" for name, value in elements.items())
-            + "</LumeqConfig>")
-
-
-def of_the_exports(outcome) -> list[LogLine]:
-    """The basic road's start has lines of its own between."""
-    return [line for line in outcome.calls if line.function.startswith(API) or line.severity == "ERROR"]
-
-
-CRASH = LogLine("ERROR", API + "StartupEx", "OptinBeforePause exists and it shouldn't that means there was a CRASH!!")
-OPTED_IN = {"operation": "SetUserOptInInternal", "userHasOptedIn": True}
-STARTED = {"operation": "StartupInternal", "appName": "App", "howType": 6, "whyType": 3, "trackSystemInfo": False,
-           "trackPrintQueueInfo": False}
+from session_support import (BOTH_ROADS, CRASH, OPTED_IN, STARTED, of_the_exports, settings, start,
+                             start_line)
+from support import LogLine, SessionTestCase, call, error, trace
 
 # Refused names, with what the log shows of them.
 BAD_NAMES = [("", ""), (" App", " App"), ("App ", "App "), ("A\u0085pp", "A\u0085pp"), ("A\npp", "A\\npp")]

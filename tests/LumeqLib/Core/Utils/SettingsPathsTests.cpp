@@ -5,7 +5,9 @@
 #include "support/ImportedFunction.h"
 #include "support/IsolatedMachine.h"
 
+#include <cwchar>
 #include <gtest/gtest.h>
+#include <shlwapi.h>
 
 namespace Zuvan::Lumeq::Core::Utils {
 
@@ -30,6 +32,19 @@ std::wstring FailureOf(Call call) {
 
 std::wstring CombineFailure(const std::wstring& left, const std::wstring& right) {
     return FailureOf([&] { CombinePath(left, right); });
+}
+
+/// In the place of the system's joining, which gives no path of more than 259 characters.
+class JoiningStandIn : public Testing::ImportedFunction<decltype(PathCombineW)> {
+public:
+    explicit JoiningStandIn(decltype(PathCombineW)* replacement)
+        : ImportedFunction("shlwapi.dll", "PathCombineW", replacement) {}
+};
+
+LPWSTR WINAPI JoinWithoutLimit(LPWSTR joined, LPCWSTR left, LPCWSTR right) {
+    // Into room for 521 characters.
+    EXPECT_EQ(std::wstring(joined, 521), std::wstring(521, L'\0'));
+    return std::wcscat(std::wcscat(std::wcscpy(joined, left), L"\\"), right);
 }
 
 HRESULT WINAPI RefuseKnownFolder(const GUID&, DWORD, HANDLE, wchar_t** path) {
@@ -96,6 +111,35 @@ TEST(CombinePath, ResultOf261CharactersNamesTheParameterPathIn) {
 TEST(CombinePath, InputsOf522CharactersTogetherAreRefused) {
     EXPECT_EQ(CombineFailure(std::wstring(300, L'a'), std::wstring(221, L'b')), TooLong);
     EXPECT_EQ(CombineFailure(std::wstring(5000, L'a'), L"b"), TooLong);
+}
+
+TEST(CombinePath, JoiningThatFailsNamesTheParameterPathIn) {
+    const JoiningStandIn failing([](LPWSTR, LPCWSTR, LPCWSTR) -> LPWSTR { return nullptr; });
+    EXPECT_EQ(CombineFailure(L"C:\\a", L"b"), TooLong);
+}
+
+TEST(CombinePath, InputsOf521CharactersTogetherAreJoinedAndOf522NotEvenTried) {
+    static int joinings = 0;
+    const JoiningStandIn shortening([](LPWSTR joined, LPCWSTR, LPCWSTR) -> LPWSTR {
+        ++joinings;
+        return std::wcscpy(joined, L"C:\\short");
+    });
+    EXPECT_EQ(CombinePath(std::wstring(300, L'a'), std::wstring(220, L'b')), L"C:\\short");
+    EXPECT_EQ(joinings, 1);
+    EXPECT_EQ(CombineFailure(std::wstring(300, L'a'), std::wstring(221, L'b')), TooLong);
+    EXPECT_EQ(joinings, 1);
+}
+
+TEST(CombinePath, JoinedPathOf260CharactersIsTakenAndOf261Refused) {
+    const JoiningStandIn joining(&JoinWithoutLimit);
+    const std::wstring left = L"C:\\" + std::wstring(200, L'a');
+    EXPECT_EQ(CombinePath(left, std::wstring(56, L'b')), left + L"\\" + std::wstring(56, L'b'));
+    EXPECT_EQ(CombineFailure(left, std::wstring(57, L'b')), TooLong);
+}
+
+TEST(CombinePath, JoinedPathOf520CharactersIsRefused) {
+    const JoiningStandIn joining(&JoinWithoutLimit);
+    EXPECT_EQ(CombineFailure(std::wstring(300, L'a'), std::wstring(219, L'b')), TooLong);
 }
 
 TEST(AllUsersFolder, IsTheCommonApplicationData) {
