@@ -120,7 +120,7 @@ private:
     Copy* _first = nullptr;
     Spare _spares[64] = {};
 };
-__attribute__((init_priority(102))) ThreadVariables variables;
+__attribute__((init_priority(102))) constinit ThreadVariables variables;
 
 void NTAPI OnThread(void*, DWORD reason, void*) {
     if (reason == DLL_THREAD_DETACH)
