@@ -219,8 +219,9 @@ def _send_slowly(channel: socket.socket, response: bytes, ending: threading.Even
 def _send_headers_without_end(channel: socket.socket, ending: threading.Event) -> None:
     """Until the client leaves."""
     channel.sendall(b"HTTP/1.1 200 OK\r\n")
-    # Not so fast that a client that takes them all runs out of memory.
-    while not ending.wait(0.01):
+    # Slowly: a client that takes them all does not run out of memory, and seldom is at work when its process ends, which
+    # Wine's may then not survive: its exit waits for a lock of the thread that is gone, and the server kills it (137).
+    while not ending.wait(0.25):
         channel.sendall(ENDLESS_HEADER)
 
 
