@@ -29,14 +29,14 @@ using testing::IsEmpty;
 using testing::MatchesRegex;
 
 /// Nobody listens here.
-constexpr wchar_t Refusing[] = L"https://127.0.0.99";
+constexpr wchar_t RefusingUri[] = L"https://127.0.0.99";
 
 class PostMessageTest : public testing::Test {
 protected:
     PostMessageTest() { _machine.WriteFactorySettings(); }
 
     /// What the call logs, without what the log itself has to say at its first line.
-    std::vector<LoggedLine> Post(const std::wstring& serverUrl = Refusing) {
+    std::vector<LoggedLine> Post(const std::wstring& serverUrl = RefusingUri) {
         PostMessageAndForget(serverUrl, L"my scan/1.2.3.4", L"P 1", L"sys_info_base", _message, L"tok");
         std::vector<LoggedLine> lines = LogLines(_machine.LogFile());
         const auto first = std::find_if(lines.begin(), lines.end(), [](const LoggedLine& line) {

@@ -133,7 +133,7 @@ void ConvertPlainly(const FailingLibrary& library) {
         buffer, 100, API::ConnectionMethodType::already_on_network);
 }
 
-void Start(const FailingLibrary& library, const std::wstring& appName) {
+void StartAs(const FailingLibrary& library, const std::wstring& appName) {
     Invoke<decltype(API::StartupEx)>(library, "StartupEx", appName, API::WhyType::start_app,
                                      API::HowType::desktop_shortcut, true, false);
 }
@@ -516,13 +516,13 @@ const ExportCase
                  .complaint =
                      R"(Validation failed in Zuvan::Lumeq::API::SoftwareInstallInitiated: invalid [optional] globalContext arg: "")"},
                 {.name = "StartupEx",
-                 .accepted = [](Library library, Host) { Start(library, L"first application"); },
+                 .accepted = [](Library library, Host) { StartAs(library, L"first application"); },
                  .trace =
                      R"(appName: "first application", whyType: start_app, howType: desktop_shortcut, trackSystemInfo: 1, trackPrintQueueInfo: 0)",
                  .delivered = L"StartupInternal(first application, 1, 3, true, false)",
                  .stored = "<UserOptIn>True</UserOptIn>",
                  .usesSettings = true,
-                 .refused = [](Library library, Host) { Start(library, L" first application"); },
+                 .refused = [](Library library, Host) { StartAs(library, L" first application"); },
                  .complaint =
                      R"(Validation failed in Zuvan::Lumeq::API::StartupEx: invalid [REQUIRED] appName arg: " first application")"},
                 {.name = "TileClicked",

@@ -4,7 +4,7 @@ namespace Zuvan::Lumeq::Testing {
 
 namespace {
 
-constexpr char Library[] = "kernel32.dll";
+constexpr char KernelLibrary[] = "kernel32.dll";
 
 int place;
 const HANDLE Mutex = &place; // No handle of the system's is such an address.
@@ -22,12 +22,12 @@ BOOL WINAPI CloseUnlessMutex(HANDLE object) { return object == Mutex || CloseHan
 } // namespace
 
 QuickSystem::QuickSystem(HMODULE module)
-    : _createMutex(module, Library, "CreateMutexW", &CreateOwnMutex),
-      _wait(module, Library, "WaitForSingleObject", &WaitUnlessMutex),
-      _releaseMutex(module, Library, "ReleaseMutex", &ReleaseNothing),
-      _closeHandle(module, Library, "CloseHandle", &CloseUnlessMutex),
-      _flush(module, Library, "FlushFileBuffers", &ReleaseNothing),
-      _debugNarrow(module, Library, "OutputDebugStringA", [](const char*) {}),
-      _debugWide(module, Library, "OutputDebugStringW", [](const wchar_t*) {}) {}
+    : _createMutex(module, KernelLibrary, "CreateMutexW", &CreateOwnMutex),
+      _wait(module, KernelLibrary, "WaitForSingleObject", &WaitUnlessMutex),
+      _releaseMutex(module, KernelLibrary, "ReleaseMutex", &ReleaseNothing),
+      _closeHandle(module, KernelLibrary, "CloseHandle", &CloseUnlessMutex),
+      _flush(module, KernelLibrary, "FlushFileBuffers", &ReleaseNothing),
+      _debugNarrow(module, KernelLibrary, "OutputDebugStringA", [](const char*) {}),
+      _debugWide(module, KernelLibrary, "OutputDebugStringW", [](const wchar_t*) {}) {}
 
 } // namespace Zuvan::Lumeq::Testing

@@ -1,15 +1,15 @@
 #include "LumeqLib/Extra/Collection/Hmac.h"
 
+#include "support/Bytes.h"
+
 #include <gtest/gtest.h>
 #include <string>
 
 namespace Zuvan::Lumeq::Extra::Collection {
 
-namespace {
+using Testing::Bytes;
 
-std::span<const std::uint8_t> Bytes(const std::string& text) {
-    return {reinterpret_cast<const std::uint8_t*>(text.data()), text.size()};
-}
+namespace {
 
 std::string HmacOf(const std::string& key, const std::string& message) {
     std::string text;

@@ -1,15 +1,15 @@
 #include "LumeqLib/Extra/Collection/Sha256.h"
 
+#include "support/Bytes.h"
+
 #include <gtest/gtest.h>
 #include <string>
 
 namespace Zuvan::Lumeq::Extra::Collection {
 
-namespace {
+using Testing::Bytes;
 
-std::span<const std::uint8_t> Bytes(const std::string& text) {
-    return {reinterpret_cast<const std::uint8_t*>(text.data()), text.size()};
-}
+namespace {
 
 std::string Hex(std::span<const std::uint8_t> bytes) {
     std::string text;

@@ -41,7 +41,7 @@ EventingTask SomeTask() {
 }
 
 /// The duration of a task that begins at one time and ends at another.
-std::wstring Duration(std::uint64_t begin, std::uint64_t end) {
+std::wstring TaskDuration(std::uint64_t begin, std::uint64_t end) {
     EventingTask task = SomeTask();
     SettableClock::now = begin;
     task.Initiated(SettableClock::Read);
@@ -170,26 +170,28 @@ TEST(EventingTask, FactoriesGiveTheirClass) {
 }
 
 TEST(TaskDuration, IsTheTimeBetweenTheTwoEvents) {
-    EXPECT_EQ(Duration(1700000000000, 1700000061234), L"61234");
+    EXPECT_EQ(TaskDuration(1700000000000, 1700000061234), L"61234");
 }
 
-TEST(TaskDuration, IsZeroWithinOneMillisecond) { EXPECT_EQ(Duration(1700000000000, 1700000000000), L"0"); }
+TEST(TaskDuration, IsZeroWithinOneMillisecond) {
+    EXPECT_EQ(TaskDuration(1700000000000, 1700000000000), L"0");
+}
 
 TEST(TaskDuration, IsNegativeWhenTheClockWasSetBack) {
-    EXPECT_EQ(Duration(1700000000000, 1699996400000), L"-3600000");
+    EXPECT_EQ(TaskDuration(1700000000000, 1699996400000), L"-3600000");
 }
 
 TEST(TaskDuration, IsMinusOneWhenTheClockIsPastItsLimit) {
     const std::uint64_t past = ValidTimeOrInvalid(2147483647001);
-    EXPECT_EQ(Duration(past, past), L"-1");
+    EXPECT_EQ(TaskDuration(past, past), L"-1");
 }
 
 TEST(TaskDuration, IsMinusOneWhenTheClockPassesItsLimitDuringTheTask) {
-    EXPECT_EQ(Duration(ValidTimeOrInvalid(2147483646999), ValidTimeOrInvalid(2147483647001)), L"-1");
+    EXPECT_EQ(TaskDuration(ValidTimeOrInvalid(2147483646999), ValidTimeOrInvalid(2147483647001)), L"-1");
 }
 
 TEST(TaskDuration, IsMinusOneWhenTheClockComesBackFromPastItsLimit) {
-    EXPECT_EQ(Duration(ValidTimeOrInvalid(2147483647001), 1700000000000), L"-1");
+    EXPECT_EQ(TaskDuration(ValidTimeOrInvalid(2147483647001), 1700000000000), L"-1");
 }
 
 TEST(TaskDuration, IsMinusOneForATaskThatNeverBegan) {
