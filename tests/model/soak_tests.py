@@ -1,10 +1,9 @@
 """What tools/soak tells and keeps, with sessions that are not played."""
 
 import contextlib
-import importlib.machinery
-import importlib.util
 import io
 import re
+import runpy
 import sys
 import tempfile
 import unittest
@@ -37,14 +36,12 @@ class Soak(unittest.TestCase):
         (self.build / "lumeq-host.exe").touch()
         self.enterContext(mock.patch.object(played_sessions, "differences_of", found_in))
         self.enterContext(mock.patch.object(session_player, "machine", lambda build: contextlib.nullcontext()))
-        spec = importlib.util.spec_from_loader("soak", importlib.machinery.SourceFileLoader("soak", str(SOAK)))
-        self.soak = importlib.util.module_from_spec(spec)
-        spec.loader.exec_module(self.soak)
+        self.main = runpy.run_path(str(SOAK))["main"]
 
     def run_soak(self, *arguments: str) -> tuple[int, list[str]]:
         with mock.patch.object(sys, "argv", ["soak", *arguments, "--build", str(self.build)]), \
                 contextlib.redirect_stdout(io.StringIO()) as printed:
-            return self.soak.main(), re.sub(r"\d+\.\d s", "(time)", printed.getvalue()).splitlines()
+            return self.main(), re.sub(r"\d+\.\d s", "(time)", printed.getvalue()).splitlines()
 
     def test_tells_the_seed_of_each_session_and_the_sums(self):
         sessions = [session_of(seed, 1) for seed in (5, 6)]
