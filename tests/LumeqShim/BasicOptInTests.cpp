@@ -3,6 +3,7 @@
 #include "Common/Logger.h"
 #include "LumeqLib/Core/Utils/Settings.h"
 #include "LumeqLib/Core/Utils/SettingsPaths.h"
+#include "support/Apartment.h"
 #include "support/ChildProcess.h"
 #include "support/DebuggerStandIn.h"
 #include "support/FailingAllocation.h"
@@ -18,6 +19,7 @@
 
 namespace Zuvan::LumeqShim {
 
+using Lumeq::Testing::ApartmentOfThread;
 using Lumeq::Testing::ChildProcess;
 using Lumeq::Testing::DebuggerStandIn;
 using Lumeq::Testing::ExecutablePath;
@@ -25,23 +27,13 @@ using Lumeq::Testing::FailingAllocation;
 using Lumeq::Testing::ImportedFunction;
 using Lumeq::Testing::IsolatedMachine;
 using Lumeq::Testing::LoggedLine;
+using Lumeq::Testing::NotInitialized;
 using Lumeq::Testing::ReadFile;
 using Lumeq::Testing::WriteFile;
 
 namespace {
 
-constexpr HRESULT NotInitialized = static_cast<HRESULT>(0x800401F0);
 using Texts = std::vector<std::string>;
-
-HRESULT ApartmentOfThread(APTTYPE& type) {
-    APTTYPEQUALIFIER qualifier{};
-    return CoGetApartmentType(&type, &qualifier);
-}
-
-HRESULT ApartmentOfThread() {
-    APTTYPE type{};
-    return ApartmentOfThread(type);
-}
 
 struct Operation {
     std::string name;

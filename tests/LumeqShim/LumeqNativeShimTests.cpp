@@ -71,7 +71,7 @@ struct RaisedKind {
     const char* rest; ///< What follows the log name in the line.
 };
 
-const RaisedKind RaisedKinds[] = {
+const RaisedKind Raised[] = {
     {L"vesto", " failed with VestoException exception scripted caf\xC3\xA9\\nParameter name: who"},
     {L"com", " failed with _com_error exception 0x80070005, Access denied."},
     {L"std", " exception with scripted 100%"},
@@ -195,7 +195,7 @@ TEST_P(RaisingRoute, IsLoggedAndDoesNotEscape) {
 }
 
 INSTANTIATE_TEST_SUITE_P(All, RaisingRoute,
-                         testing::Combine(testing::ValuesIn(Wrappers), testing::ValuesIn(RaisedKinds)),
+                         testing::Combine(testing::ValuesIn(Wrappers), testing::ValuesIn(Raised)),
                          [](const auto& info) {
                              const std::wstring kind = std::get<1>(info.param).name;
                              return std::string(std::get<0>(info.param).name) + "_" +

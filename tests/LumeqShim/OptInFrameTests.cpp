@@ -1,6 +1,7 @@
 #include "LumeqShim/OptInFrame.h"
 
 #include "LumeqShim/BasicOptIn.h"
+#include "support/Apartment.h"
 #include "support/FailingAllocation.h"
 #include "support/IsolatedMachine.h"
 #include "support/LogLines.h"
@@ -13,8 +14,10 @@
 
 namespace Zuvan::LumeqShim {
 
+using Lumeq::Testing::ApartmentOfThread;
 using Lumeq::Testing::FailingAllocation;
 using Lumeq::Testing::IsolatedMachine;
+using Lumeq::Testing::NotInitialized;
 
 namespace {
 
@@ -36,14 +39,6 @@ protected:
 using Texts = std::vector<std::string>;
 
 struct NotAnException {};
-
-constexpr HRESULT NotInitialized = static_cast<HRESULT>(0x800401F0);
-
-HRESULT ApartmentOfThread() {
-    APTTYPE type{};
-    APTTYPEQUALIFIER qualifier{};
-    return CoGetApartmentType(&type, &qualifier);
-}
 
 } // namespace
 

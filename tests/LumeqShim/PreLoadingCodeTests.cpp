@@ -1,6 +1,7 @@
 #include "LumeqShim/PreLoadingCode.h"
 
 #include "Common/Logger.h"
+#include "support/Apartment.h"
 #include "support/DeliveryStandIns.h"
 #include "support/FailingAllocation.h"
 #include "support/IsolatedMachine.h"
@@ -19,10 +20,12 @@ namespace {
 
 using Lumeq::Common::LogMessage;
 using Lumeq::Common::SeverityLevel;
+using Lumeq::Testing::ApartmentOfThread;
 using Lumeq::Testing::FailingAllocation;
 using Lumeq::Testing::FakeMscoreeSaw;
 using Lumeq::Testing::LoggedLine;
 using Lumeq::Testing::LogLines;
+using Lumeq::Testing::NotInitialized;
 using Lumeq::Testing::UseFakeMscoree;
 using Lumeq::Testing::UseFakeMscoreeWithoutEntryPoint;
 using testing::Contains;
@@ -65,12 +68,6 @@ private:
     Lumeq::Testing::IsolatedMachine _machine;
     std::size_t _linesBefore;
 };
-
-HRESULT ApartmentOfThisThread() {
-    APTTYPE type = {};
-    APTTYPEQUALIFIER qualifier = {};
-    return CoGetApartmentType(&type, &qualifier);
-}
 
 } // namespace
 
@@ -207,16 +204,16 @@ TEST_F(RuntimeProbe, ComIsThereForTheSpanOfTheProbeOnly) {
     UseFakeMscoree(L"v4.0.30319");
     EXPECT_TRUE(IsRequiredDotNetVersionInstalled());
     EXPECT_EQ(FakeMscoreeSaw().callsInApartment, 1);
-    EXPECT_EQ(ApartmentOfThisThread(), CO_E_NOTINITIALIZED);
+    EXPECT_EQ(ApartmentOfThread(), NotInitialized);
 }
 
 TEST_F(RuntimeProbe, HostsOwnApartmentStays) {
     CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
     UseFakeMscoree(L"v4.0.30319");
     EXPECT_TRUE(IsRequiredDotNetVersionInstalled());
-    EXPECT_EQ(ApartmentOfThisThread(), S_OK);
+    EXPECT_EQ(ApartmentOfThread(), S_OK);
     CoUninitialize();
-    EXPECT_EQ(ApartmentOfThisThread(), CO_E_NOTINITIALIZED);
+    EXPECT_EQ(ApartmentOfThread(), NotInitialized);
 }
 
 TEST_F(RuntimeProbe, ComIsUndoneEvenIfItWasNotInitialised) {
@@ -226,7 +223,7 @@ TEST_F(RuntimeProbe, ComIsUndoneEvenIfItWasNotInitialised) {
     UseFakeMscoree(L"v4.0.30319");
     EXPECT_TRUE(IsRequiredDotNetVersionInstalled());
     EXPECT_EQ(FakeMscoreeSaw().callsInApartment, 0);
-    EXPECT_EQ(ApartmentOfThisThread(), CO_E_NOTINITIALIZED);
+    EXPECT_EQ(ApartmentOfThread(), NotInitialized);
     EXPECT_THAT(Lines(), Contains(ComUninit));
 }
 
@@ -254,7 +251,7 @@ TEST_F(RuntimeProbe, ExceptionOfTheHostObjectIsNotLoggedAndComIsUndone) {
     EXPECT_FALSE(IsRequiredDotNetVersionInstalled());
     EXPECT_TRUE(IsRequiredDotNetVersionInstalled());
     EXPECT_THAT(Lines(), ElementsAre(SupportAsked, Supported, ComInit, VersionsFollow, ComUninit, Duration));
-    EXPECT_EQ(ApartmentOfThisThread(), CO_E_NOTINITIALIZED);
+    EXPECT_EQ(ApartmentOfThread(), NotInitialized);
 }
 
 TEST_F(RuntimeProbe, ExceptionOfARuntimeReleasesWhatWasTaken) {

@@ -1,6 +1,7 @@
 #include "LumeqLib/Core/Utils/Settings.h"
 
 #include "Common/Exceptions.h"
+#include "support/Apartment.h"
 #include "support/DebuggerStandIn.h"
 #include "support/IsolatedMachine.h"
 
@@ -12,20 +13,14 @@
 
 namespace Zuvan::Lumeq::Core::Utils {
 
+using Testing::ApartmentOfThread;
 using Testing::DebuggerStandIn;
 using Testing::IsolatedMachine;
+using Testing::NotInitialized;
 using Testing::ReadFile;
 using Testing::WriteFile;
 
 namespace {
-
-constexpr HRESULT NotInitialized = static_cast<HRESULT>(0x800401F0);
-
-HRESULT ApartmentOfThread() {
-    APTTYPE type{};
-    APTTYPEQUALIFIER qualifier{};
-    return CoGetApartmentType(&type, &qualifier);
-}
 
 class SettingsTest : public testing::Test {
 protected:

@@ -8,10 +8,10 @@ namespace Zuvan::Lumeq::Extra::Eventing {
 
 namespace {
 
-using Factory = EventObject (*)(const std::wstring&, std::unique_ptr<EventDetails>);
+using ObjectFactory = EventObject (*)(const std::wstring&, std::unique_ptr<EventDetails>);
 
 struct NamedFactory {
-    Factory make;
+    ObjectFactory make;
     const wchar_t* word;
 };
 
@@ -22,7 +22,7 @@ constexpr NamedFactory Unchecked[] = {
 
 std::unique_ptr<EventDetails> SomeDetails() { return std::make_unique<CountedDetails>(OneField(L"d", L"1")); }
 
-std::wstring Refusal(Factory make, const std::wstring& label) {
+std::wstring Refusal(ObjectFactory make, const std::wstring& label) {
     return FullMessageOf<Common::ArgumentException>([&] { make(label, SomeDetails()); });
 }
 
