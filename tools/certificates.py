@@ -88,7 +88,7 @@ def _issue(folder: Path, stem: str, name: str, extensions: str, validity: Validi
     """Without an issuer the certificate signs itself."""
     (folder / "openssl.cnf").write_text(CONFIGURATION + extensions)
     _openssl(folder, "req", "-new", "-batch", "-config", "openssl.cnf", "-subj", f"/CN={name}",
-             "-newkey", "rsa:2048", "-nodes", "-keyout", f"{stem}.key", "-out", f"{stem}.csr")
+             "-newkey", "ec", "-pkeyopt", "ec_paramgen_curve:prime256v1", "-nodes", "-keyout", f"{stem}.key", "-out", f"{stem}.csr")
     signer = ["-cert", f"{issuer}.pem"] if issuer else ["-selfsign"]
     _openssl(folder, "ca", "-batch", "-notext", "-config", "openssl.cnf", "-extensions", "extensions", *signer,
              "-keyfile", f"{issuer or stem}.key", "-startdate", f"{validity.start:%Y%m%d%H%M%SZ}",
