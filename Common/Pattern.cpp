@@ -1,5 +1,8 @@
 #include "Common/Pattern.h"
 
+#include <locale>
+#include <memory>
+
 namespace Zuvan::Lumeq::Common {
 
 namespace {
@@ -17,11 +20,63 @@ std::regex_constants::syntax_option_type Options(LetterCase letterCase) {
     return options;
 }
 
+/// Does not ask the C runtime for a key of the text, as the usual one does: libstdc++ wants one of each
+/// character that a bracket has to tell, makes no use of it, and takes whatever length the runtime tells it
+/// for one byte of a host's two-byte locale.
+template <class Char>
+class PlainCollation : public std::collate<Char> {
+protected:
+    std::basic_string<Char> do_transform(const Char* begin, const Char* end) const override {
+        return {begin, end};
+    }
+};
+
+/// The case of letters in the "C" locale, whatever a host has set: those of ASCII alone have one. The usual
+/// facet asks the runtime, for which others have one too where a host has set another locale. What is a
+/// letter at all the runtime tells alike in every one.
+class AsciiCase : public std::ctype<wchar_t> {
+protected:
+    wchar_t do_tolower(wchar_t unit) const override {
+        return unit >= L'A' && unit <= L'Z' ? static_cast<wchar_t>(unit - L'A' + L'a') : unit;
+    }
+    wchar_t do_toupper(wchar_t unit) const override {
+        return unit >= L'a' && unit <= L'z' ? static_cast<wchar_t>(unit - L'a' + L'A') : unit;
+    }
+    const wchar_t* do_tolower(wchar_t* begin, const wchar_t* end) const override {
+        for (; begin != end; ++begin)
+            *begin = do_tolower(*begin);
+        return end;
+    }
+    const wchar_t* do_toupper(wchar_t* begin, const wchar_t* end) const override {
+        for (; begin != end; ++begin)
+            *begin = do_toupper(*begin);
+        return end;
+    }
+};
+
+template <class Facet>
+std::locale With(const std::locale& locale) {
+    auto facet = std::make_unique<Facet>();
+    const std::locale result(locale, facet.get());
+    facet.release(); // from here on the locale's
+    return result;
+}
+
+/// What patterns are compiled and matched in. Made by the first of them, or by a later one where memory ran
+/// out, and so gone after all that are static objects.
+const std::locale& PatternLocale() {
+    static const std::locale locale =
+        With<AsciiCase>(With<PlainCollation<wchar_t>>(With<PlainCollation<char>>(std::locale::classic())));
+    return locale;
+}
+
 } // namespace
 
 template <class Char>
-BasicPattern<Char>::BasicPattern(const Char* pattern, LetterCase letterCase)
-    : _regex(pattern, Options(letterCase)) {}
+BasicPattern<Char>::BasicPattern(const Char* pattern, LetterCase letterCase) {
+    _regex.imbue(PatternLocale());
+    _regex.assign(pattern, Options(letterCase));
+}
 
 template <class Char>
 bool BasicPattern<Char>::Matches(const std::basic_string<Char>& text) const {

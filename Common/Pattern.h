@@ -1,4 +1,4 @@
-// A compiled regular expression whose matching is safe for any text.
+// A compiled regular expression whose matching is safe for any text and the same in any locale of the host's.
 #pragma once
 
 #include <regex>

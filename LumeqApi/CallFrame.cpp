@@ -10,7 +10,7 @@ constexpr wchar_t ValidationFailed[] = L"Validation failed";
 
 } // namespace
 
-std::mutex ApiLock;
+ApiMutex ApiLock;
 
 void Call::Required(const std::wstring& value, const wchar_t* argName, const Common::Pattern& pattern,
                     int line) {

@@ -3,6 +3,7 @@
 
 #include "Common/Logger.h"
 #include "Common/TrackingGate.h"
+#include "LumeqApi/ApiMutex.h"
 #include "LumeqApi/LoggedArgument.h"
 
 #include <algorithm>
@@ -16,8 +17,9 @@
 namespace Zuvan::Lumeq::API {
 
 /// Serialises the exported calls; the outermost lock, held for the whole of each. Not recursive: no export
-/// may call another.
-extern std::mutex ApiLock;
+/// may call another, and a host that calls one from inside another on the same thread, as a message hook can
+/// that COM runs while it waits, gets the lock's failure instead of waiting for itself.
+extern ApiMutex ApiLock;
 
 /// The qualified name of an export, composed at compile time from the plain one.
 class ExportName {

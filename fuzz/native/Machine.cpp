@@ -4,6 +4,7 @@
 #include "Common/Debugger.h"
 #include "Common/Format.h"
 #include "Common/HostFile.h"
+#include "Common/ThreadNumber.h"
 #include "Common/TrackingGate.h"
 #include "LumeqApi/BufferCopy.h"
 #include "LumeqLib/Extra/Eventing/TaskGuid.h"
@@ -54,6 +55,8 @@ FormattedText FormatBounded(std::size_t capacity, const wchar_t* format, ...) {
 }
 
 void BreakIfDebugged() {}
+
+std::uint32_t ThreadNumber() noexcept { return 1; }
 
 std::wstring GetExecutableName() { return L"host.exe"; }
 

@@ -4,10 +4,13 @@
 // - Required text is a std::wstring, optional text a NUL-terminated const wchar_t* that may be null. Texts
 //   and dictionaries are copied; nothing is kept of an argument after the call.
 // - Any thread may call. Calls are serialised, so a slow call delays the others. Do not call from DllMain,
-//   nor from inside the companion library.
+//   nor from inside the companion library, nor from a window procedure or message hook that runs while the
+//   same thread is in a call (COM's waits dispatch messages).
 // - Nothing is reported to the host: no function throws, and only those that say so give anything back. A
-//   call with a bad argument is logged and dropped. Only the failure of the operating system's lock leaves
-//   a function, as std::system_error.
+//   call with a bad argument is logged and dropped. Only the failure of the lock that serialises calls leaves
+//   a function, as std::system_error. A call made from inside another one on the same thread fails in this
+//   way instead of waiting for itself, and the outer call goes on: code().value() is then that of
+//   std::errc::resource_deadlock_would_occur (the value alone, since this library's categories are its own).
 // - In a debugger every refused argument and every failure stops the host where it happens.
 // - No order is enforced. A host calls StartupEx once, then events, and ShutdownEx at its end.
 // - Where the user's registry disables tracking, every function returns at once and does nothing, except
@@ -325,8 +328,9 @@ extern "C" {
 
 /// Begins a run. `appName`: not empty, no control characters, no space at either end. Where the
 /// managed runtime or the companion library is missing or fails, an opted-in user's machine sends the one
-/// message of this process now, which can take 3,000 ms. Ends a pause that an earlier run died in, whatever
-/// the arguments.
+/// message of this process now. Delivery can take 3,000 ms of the caller's time; before it come seven or more
+/// questions to WMI, which have no time limit of their own, so a machine whose WMI hangs holds up this call,
+/// and every other behind it, for as long. Ends a pause that an earlier run died in, whatever the arguments.
 LUMEQ_API void StartupEx(const std::wstring& appName, WhyType whyType, HowType howType, bool trackSystemInfo,
                          bool trackPrintQueueInfo);
 
@@ -350,7 +354,9 @@ LUMEQ_API void SetUserOptInEx(bool userHasOptedIn);
 LUMEQ_API bool GetUserOptInEx();
 
 /// Keeps the local settings in a subfolder from now on. `subpath`: folder names separated by single
-/// backslashes, one more allowed at either end, without characters that Windows forbids in names.
+/// backslashes, one more allowed at either end, without characters that Windows forbids in names. It is
+/// joined as Windows joins paths: with a backslash in front it starts at the root of the drive, and ".."
+/// climbs. Neither is refused; pass neither.
 LUMEQ_API void SetLocalSubfolderPathEx(const std::wstring& subpath);
 
 /// Asks for the machine's print queues to be reported. Needs the managed runtime.

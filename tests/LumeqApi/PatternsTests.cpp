@@ -1,5 +1,6 @@
 #include "LumeqApi/Patterns.h"
 
+#include "support/RuntimeLocale.h"
 #include "support/SmallStack.h"
 
 #include <gtest/gtest.h>
@@ -182,18 +183,31 @@ const std::vector<PatternCase>& Cases() {
 
 class PatternTest : public testing::TestWithParam<PatternCase> {};
 
+void ExpectAccepted(const PatternCase& pattern) {
+    for (const std::wstring& text : pattern.accepted)
+        EXPECT_TRUE(pattern.pattern.Matches(text)) << testing::PrintToString(text);
+}
+
+void ExpectRefused(const PatternCase& pattern) {
+    for (const std::wstring& text : pattern.refused)
+        EXPECT_FALSE(pattern.pattern.Matches(text)) << testing::PrintToString(text);
+}
+
 std::string CaseName(const testing::TestParamInfo<PatternCase>& info) { return info.param.name; }
 
 } // namespace
 
-TEST_P(PatternTest, AcceptsWhatItShould) {
-    for (const std::wstring& text : GetParam().accepted)
-        EXPECT_TRUE(GetParam().pattern.Matches(text)) << testing::PrintToString(text);
-}
+TEST_P(PatternTest, AcceptsWhatItShould) { ExpectAccepted(GetParam()); }
 
-TEST_P(PatternTest, RefusesWhatItShould) {
-    for (const std::wstring& text : GetParam().refused)
-        EXPECT_FALSE(GetParam().pattern.Matches(text)) << testing::PrintToString(text);
+TEST_P(PatternTest, RefusesWhatItShould) { ExpectRefused(GetParam()); }
+
+TEST_P(PatternTest, DoesNotFollowTheHostsLocale) {
+    for (const char* name : Testing::HostLocales) {
+        SCOPED_TRACE(name);
+        const Testing::RuntimeLocale locale(name);
+        ExpectAccepted(GetParam());
+        ExpectRefused(GetParam());
+    }
 }
 
 TEST_P(PatternTest, HundredThousandCharactersFitASmallStack) {

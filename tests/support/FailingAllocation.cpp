@@ -26,8 +26,11 @@ bool IsToFail() noexcept {
 template <class Allocate>
 void* Take(Allocate allocate) {
     void* const memory = IsToFail() ? nullptr : allocate();
-    if (!memory)
+    if (!memory) {
+        if (const std::new_handler handler = std::get_new_handler())
+            handler();
         throw std::bad_alloc();
+    }
     ++liveBlocks;
     return memory;
 }

@@ -8,8 +8,9 @@ namespace Zuvan::Lumeq::Testing {
 /// Whose allocations count.
 enum class AllocatingThreads { Own, Others };
 
-/// While it lives, one allocation of this program's operator new, of whatever form, throws std::bad_alloc:
-/// the `nth` of those threads, counted from 1. Those after it succeed. One at a time.
+/// While it lives, one allocation of this program's operator new, of whatever form, throws std::bad_alloc, or
+/// what a new handler throws where one is set: the `nth` of those threads, counted from 1. Those after it
+/// succeed. One at a time.
 class FailingAllocation {
 public:
     explicit FailingAllocation(int nth, AllocatingThreads threads = AllocatingThreads::Own);

@@ -4,13 +4,18 @@
 #include "Common/Exceptions.h"
 #include "Common/TrackingGate.h"
 #include "LumeqLib/Extra/Eventing/EventDetails.h"
+#include "support/FailingAllocation.h"
+#include "support/ImportedFunction.h"
 
 #include <Lumeq/LumeqRecords.h>
 
+#include <cstring>
+#include <cwchar>
 #include <gtest/gtest.h>
-#include <locale>
 #include <map>
 #include <memory>
+#include <new>
+#include <optional>
 #include <regex>
 #include <string>
 
@@ -76,26 +81,35 @@ public:
     const char* what() const noexcept override { return "engine failed"; }
 };
 
-template <class Char>
-class FailingCharacters : public std::ctype<Char> {
-protected:
-    char do_narrow(Char, char) const override { throw FailingRegexError(); }
-    const Char* do_narrow(const Char*, const Char*, char, char*) const override { throw FailingRegexError(); }
-};
-
-/// While it lives, each pattern that is compiled fails with std::regex_error "engine failed": the engine
-/// reads a pattern through the global locale.
+/// While it lives, a pattern that is compiled fails with std::regex_error "engine failed". The engine asks
+/// for the pattern's length first of all, and the next that it wants is memory.
 class FailingRegexEngine {
 public:
-    FailingRegexEngine()
-        : _before(std::locale::global(std::locale(std::locale(std::locale(), new FailingCharacters<char>),
-                                                  new FailingCharacters<wchar_t>))) {}
-    ~FailingRegexEngine() { std::locale::global(_before); }
+    FailingRegexEngine() : _before(std::set_new_handler([] { throw FailingRegexError(); })) {}
+    ~FailingRegexEngine() {
+        _allocation.reset();
+        std::set_new_handler(_before);
+    }
     FailingRegexEngine(const FailingRegexEngine&) = delete;
     FailingRegexEngine& operator=(const FailingRegexEngine&) = delete;
 
 private:
-    std::locale _before;
+    static std::size_t NarrowLength(const char* text) {
+        if (text[0] == '^')
+            _allocation.emplace(1);
+        return Testing::RealFunction<std::size_t(const char*)>("msvcrt.dll", "strlen")(text);
+    }
+    static std::size_t WideLength(const wchar_t* text) {
+        if (text[0] == L'^')
+            _allocation.emplace(1);
+        return Testing::RealFunction<std::size_t(const wchar_t*)>("msvcrt.dll", "wcslen")(text);
+    }
+
+    static inline std::optional<Testing::FailingAllocation> _allocation;
+
+    std::new_handler _before;
+    Testing::ImportedFunction<std::size_t(const char*)> _narrow{"msvcrt.dll", "strlen", &NarrowLength};
+    Testing::ImportedFunction<std::size_t(const wchar_t*)> _wide{"msvcrt.dll", "wcslen", &WideLength};
 };
 
 /// FullMessage() of what a check reports whose engine fails at its first use.

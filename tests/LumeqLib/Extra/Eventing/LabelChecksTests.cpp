@@ -1,5 +1,6 @@
 #include "LumeqLib/Extra/Eventing/LabelChecks.h"
 
+#include "support/RuntimeLocale.h"
 #include "support/SmallStack.h"
 #include "tests/LumeqLib/Extra/Eventing/EventingSupport.h"
 
@@ -52,6 +53,16 @@ TEST(UrlCheck, TakesThreeSchemesAndAnythingBehind) {
 TEST(UrlCheck, RefusesWhatIsNoUrl) {
     ExpectRefused(IsValidUrl, {L"", L"http://", L"HTTP://a", L"ftp://a", L"http:/a", L"xhttp://a",
                                L"httpss://a", L" http://a", L"file:/a"});
+}
+
+TEST(UrlCheck, DoesNotFollowTheHostsLocale) {
+    for (const char* name : Testing::HostLocales) {
+        SCOPED_TRACE(name);
+        const Testing::RuntimeLocale locale(name);
+        ExpectAccepted(IsValidUrl,
+                       {L"https://a", L"file:///C:/\u00e9\u0436\u6f22\xd83d\xde00.txt", L"http://\u0130"});
+        ExpectRefused(IsValidUrl, {L"http://\u6f22?", L"FILE://a", L"f\u0130le://a", L"http:/a"});
+    }
 }
 
 TEST(UrlCheck, RefusesAQueryString) {

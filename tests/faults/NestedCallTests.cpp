@@ -1,0 +1,85 @@
+// An export that a host calls from inside another one on the same thread.
+#include "faults/ExportRun.h"
+
+#include <Lumeq/LumeqRecords.h>
+
+#include <cstring>
+#include <gmock/gmock.h>
+#include <system_error>
+#include <vector>
+
+namespace Zuvan::Lumeq::Testing {
+
+namespace {
+
+using testing::Each;
+using testing::IsEmpty;
+using testing::Not;
+
+const FailingLibrary* library = nullptr;
+/// Of each nested call, 0 where it came back. The value alone: another module has categories of its own.
+std::vector<int> failures;
+
+void CallMeanwhile() {
+    try {
+        library->Find<decltype(API::FlushEx)>("FlushEx")(0);
+        failures.push_back(0);
+    } catch (const std::system_error& failure) {
+        failures.push_back(failure.code().value());
+    }
+}
+
+/// As COM does when it waits and lets window procedures and message hooks run.
+HRESULT STDAPICALLTYPE CreateAndDispatch(REFCLSID classId, IUnknown* outer, DWORD context, REFIID iid,
+                                         void** instance) {
+    CallMeanwhile();
+    return CoCreateInstance(classId, outer, context, iid, instance);
+}
+
+using PostEvent = void(const Extra::Eventing::EventingEvent& event, void* second, void* third);
+PostEvent* realPostEvent = nullptr;
+
+void PostEventAndCallBack(const Extra::Eventing::EventingEvent& event, void* second, void* third) {
+    CallMeanwhile();
+    realPostEvent(event, second, third);
+}
+
+FARPROC STDAPICALLTYPE FindPostEventThatCallsBack(HMODULE module, const char* name) {
+    const FARPROC found = GetProcAddress(module, name);
+    if (std::strcmp(name, "PostEventInternal") != 0)
+        return found;
+    realPostEvent = reinterpret_cast<PostEvent*>(reinterpret_cast<void*>(found));
+    return reinterpret_cast<FARPROC>(reinterpret_cast<void*>(&PostEventAndCallBack));
+}
+
+class NestedCall : public ExportTest {
+protected:
+    template <class Function>
+    void CallWhile(const char* exportName, Road road, const char* system, const char* function,
+                   Function* replacement) {
+        const ExportCase& exported = FindExportCase(exportName);
+        ExportRun run(_machine, exported, road, "");
+        library = &run.Library();
+        run.Prepare();
+        {
+            const ImportedFunction<Function> replaced(run.Library().Module(), system, function, replacement);
+            run.Call(exported.accepted);
+        }
+        EXPECT_THAT(failures, Not(IsEmpty()));
+        EXPECT_THAT(failures, Each(static_cast<int>(std::errc::resource_deadlock_would_occur)));
+        run.ExpectUndisturbed(exported.accepted);
+        run.ExpectNextCallWorks(exported.accepted);
+    }
+};
+
+} // namespace
+
+TEST_F(NestedCall, OfAMessageHookFailsAndTheOuterCallGoesOn) {
+    CallWhile("GetUserOptInEx", Road::Basic, "ole32.dll", "CoCreateInstance", &CreateAndDispatch);
+}
+
+TEST_F(NestedCall, OfTheCompanionFailsAndTheOuterCallGoesOn) {
+    CallWhile("ButtonClicked", Road::Managed, "kernel32.dll", "GetProcAddress", &FindPostEventThatCallsBack);
+}
+
+} // namespace Zuvan::Lumeq::Testing
