@@ -76,7 +76,7 @@ class Control(RoundsTestCase):
             set_up(*arguments)
             shutil.copy(BUILD / "tests" / "lumeq-loud.dll", cls.machine.host_folder / "Lumeq.dll")
 
-        cls.machine.set_up = set_up_loud
+        cls.enterClassContext(mock.patch.object(cls.machine, "set_up", set_up_loud))
 
     def test_growth_is_seen(self):
         rounds = 200

@@ -96,6 +96,8 @@ class PlacedMachine(Machine):
 class PlacedTestCase(SessionTestCase):
     """Its machine stays where a test moves it."""
 
+    CHANGES_THE_MACHINE = True
+
     @classmethod
     def setUpClass(cls):
         super().setUpClass()

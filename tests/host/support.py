@@ -1,6 +1,7 @@
 """What the tests of this folder have in common: they play sessions against the built DLL and read what came."""
 
 import contextlib
+import functools
 import json
 import os
 import re
@@ -128,15 +129,24 @@ def exports_of(library: Path) -> list[str]:
     return re.findall(r"^\s*\[ *\d+\] (?:\+base\[ *\d+\] +[0-9a-f]+ )?(\S+)$", table, re.MULTILINE)
 
 
+@functools.cache
+def _machine_of_the_file() -> session_player.Machine:
+    return unittest.enterModuleContext(session_player.machine(BUILD))
+
+
 class SessionTestCase(unittest.TestCase):
-    """Its sessions share a machine, cleared in between; one with a registry value of its own has its own."""
+    """The sessions of a file share a machine, cleared in between; one with a registry value of its own has its own."""
+
+    CHANGES_THE_MACHINE = False
+    """What clear does not take away: such a class has one of its own."""
 
     maxDiff = None
     host_seconds: float = HOST_SECONDS
 
     @classmethod
     def setUpClass(cls):
-        cls.machine = cls.enterClassContext(session_player.machine(BUILD))
+        cls.machine = (cls.enterClassContext(session_player.machine(BUILD)) if cls.CHANGES_THE_MACHINE
+                       else _machine_of_the_file())
 
     def play(self, *steps: dict, **circumstances) -> Outcome:
         """Plays the steps. Circumstances as for play_text."""
