@@ -64,8 +64,7 @@ class Play(unittest.TestCase):
 
     def test_log_levels(self):
         session = SCREEN + REFUSED + '{"call": "TrackDiscoveredPrintersEx", "discoveredDeviceList": [{}]}\n'
-        for level, severities in (("off", set()), ("error", {"ERROR"}), ("warning", {"ERROR", "WARNING"}),
-                                  ("trace", {"ERROR", "WARNING", "TRACE"}),
+        for level, severities in (("off", set()), ("warning", {"ERROR", "WARNING"}),
                                   ("debug", {"ERROR", "WARNING", "TRACE", "DEBUG"})):
             with self.subTest(level):
                 self.out = self.folder / level
