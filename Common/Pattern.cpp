@@ -1,7 +1,8 @@
 #include "Common/Pattern.h"
 
+#include "Common/AsciiCharacters.h"
+
 #include <locale>
-#include <memory>
 
 namespace Zuvan::Lumeq::Common {
 
@@ -34,7 +35,7 @@ protected:
 /// The case of letters in the "C" locale, whatever a host has set: those of ASCII alone have one. The usual
 /// facet asks the runtime, for which others have one too where a host has set another locale. What is a
 /// letter at all the runtime tells alike in every one.
-class AsciiCase : public std::ctype<wchar_t> {
+class AsciiCase : public AsciiCharacters {
 protected:
     wchar_t do_tolower(wchar_t unit) const override {
         return unit >= L'A' && unit <= L'Z' ? static_cast<wchar_t>(unit - L'A' + L'a') : unit;
@@ -53,14 +54,6 @@ protected:
         return end;
     }
 };
-
-template <class Facet>
-std::locale With(const std::locale& locale) {
-    auto facet = std::make_unique<Facet>();
-    const std::locale result(locale, facet.get());
-    facet.release(); // from here on the locale's
-    return result;
-}
 
 /// What patterns are compiled and matched in. Made by the first of them, or by a later one where memory ran
 /// out, and so gone after all that are static objects.

@@ -2,6 +2,7 @@
 
 #include "support/ImportedFunction.h"
 #include "support/RuntimeLocale.h"
+#include "support/Utf8CodePage.h"
 
 #include <algorithm>
 #include <cstring>
@@ -110,6 +111,17 @@ TEST(Pattern, NarrowBracketHoldsTheSameBytesInEveryLocaleOfTheHost) {
             EXPECT_FALSE(pattern.Matches(other)) << name << ": " << other;
         EXPECT_TRUE(pattern.Matches("A")) << name;
     }
+}
+
+// A suite, and so a process, of its own: what patterns are compiled in is made by the first.
+TEST(PatternWhereTheCodePageIsUtf8, HasItsSpecialCharactersAllTheSame) {
+    const Testing::Utf8CodePage codePage;
+    const Pattern label(LR"(^[^?\s]+(\w|\.x){2,3}\*$)", LetterCase::Ignored);
+    for (const wchar_t* text : {L"a_1*", L"ab.Xc*", L"\u00e9.x\u6f22*"})
+        EXPECT_TRUE(label.Matches(text)) << testing::PrintToString(text);
+    for (const wchar_t* text : {L"", L"?_1*", L"a-1*", L"abxc", LR"(^[^?\s]+(\w|\.x){2,3}\*$)"})
+        EXPECT_FALSE(label.Matches(text)) << testing::PrintToString(text);
+    EXPECT_TRUE(NarrowPattern("^(file|https?)://[^?]+$").Matches("http://\xC3\xA9"));
 }
 
 } // namespace Zuvan::Lumeq::Common
