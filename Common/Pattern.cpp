@@ -2,8 +2,6 @@
 
 #include "Common/AsciiCharacters.h"
 
-#include <locale>
-
 namespace Zuvan::Lumeq::Common {
 
 namespace {
@@ -55,15 +53,18 @@ protected:
     }
 };
 
-/// What patterns are compiled and matched in. Made by the first of them, or by a later one where memory ran
-/// out, and so gone after all that are static objects.
+/// Made by the first pattern, or by a later one where memory ran out, and so gone after all that are static
+/// objects.
 const std::locale& PatternLocale() {
-    static const std::locale locale =
-        With<AsciiCase>(With<PlainCollation<wchar_t>>(With<PlainCollation<char>>(std::locale::classic())));
+    static const std::locale locale = NewPatternLocale();
     return locale;
 }
 
 } // namespace
+
+std::locale NewPatternLocale() {
+    return With<AsciiCase>(With<PlainCollation<wchar_t>>(With<PlainCollation<char>>(std::locale::classic())));
+}
 
 template <class Char>
 BasicPattern<Char>::BasicPattern(const Char* pattern, LetterCase letterCase) {
