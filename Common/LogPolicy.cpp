@@ -1,5 +1,7 @@
 #include "Common/LogPolicy.h"
 
+#include "Common/AsciiCharacters.h"
+
 #include <ctime>
 #include <iomanip>
 #include <locale>
@@ -14,7 +16,7 @@ constexpr std::int64_t LastMilliseconds = 2147483647000;
 
 bool ParseDate(const std::wstring& text, std::tm& date) {
     std::wistringstream stream(text);
-    stream.imbue(std::locale());
+    stream.imbue(With<AsciiCharacters>(std::locale()));
     stream >> std::get_time(&date, L"%Y-%m-%d");
     // A text that ends early does not count as a failure everywhere.
     return !stream.fail() && date.tm_mday != 0;

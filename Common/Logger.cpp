@@ -27,7 +27,6 @@ constexpr wchar_t InitializationFailed[] = L"ERROR: Logger failed to initialize:
 constexpr wchar_t WritingFailed[] = L"ERROR: Unable to write log information to file: ";
 constexpr wchar_t MutexName[] = L"Global\\LumeqLoggingMutex";
 constexpr DWORD MutexWaitMilliseconds = 1000;
-constexpr std::size_t MessageCapacity = 4096; // wide characters, terminator included
 constexpr wchar_t TruncationMark[] = L"<TRUNCATED>";
 
 struct LogPaths {
@@ -182,8 +181,8 @@ void WriteSerialized(const LogPaths& paths, SeverityLevel level, const std::stri
 }
 
 std::wstring MessageText(const wchar_t* format, std::va_list arguments) {
-    FormattedText message = FormatBoundedV(MessageCapacity, format, arguments);
-    constexpr std::size_t kept = MessageCapacity - std::size(TruncationMark);
+    FormattedText message = FormatBoundedV(LongestFormatted, format, arguments);
+    constexpr std::size_t kept = LongestFormatted - std::size(TruncationMark);
     if (message.truncated && message.text.size() > kept)
         message.text.replace(kept, std::wstring::npos, TruncationMark);
     return std::move(message.text);

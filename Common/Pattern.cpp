@@ -1,7 +1,6 @@
 #include "Common/Pattern.h"
 
-#include <locale>
-#include <memory>
+#include "Common/AsciiCharacters.h"
 
 namespace Zuvan::Lumeq::Common {
 
@@ -34,7 +33,7 @@ protected:
 /// The case of letters in the "C" locale, whatever a host has set: those of ASCII alone have one. The usual
 /// facet asks the runtime, for which others have one too where a host has set another locale. What is a
 /// letter at all the runtime tells alike in every one.
-class AsciiCase : public std::ctype<wchar_t> {
+class AsciiCase : public AsciiCharacters {
 protected:
     wchar_t do_tolower(wchar_t unit) const override {
         return unit >= L'A' && unit <= L'Z' ? static_cast<wchar_t>(unit - L'A' + L'a') : unit;
@@ -54,23 +53,18 @@ protected:
     }
 };
 
-template <class Facet>
-std::locale With(const std::locale& locale) {
-    auto facet = std::make_unique<Facet>();
-    const std::locale result(locale, facet.get());
-    facet.release(); // from here on the locale's
-    return result;
-}
-
-/// What patterns are compiled and matched in. Made by the first of them, or by a later one where memory ran
-/// out, and so gone after all that are static objects.
+/// Made by the first pattern, or by a later one where memory ran out, and so gone after all that are static
+/// objects.
 const std::locale& PatternLocale() {
-    static const std::locale locale =
-        With<AsciiCase>(With<PlainCollation<wchar_t>>(With<PlainCollation<char>>(std::locale::classic())));
+    static const std::locale locale = NewPatternLocale();
     return locale;
 }
 
 } // namespace
+
+std::locale NewPatternLocale() {
+    return With<AsciiCase>(With<PlainCollation<wchar_t>>(With<PlainCollation<char>>(std::locale::classic())));
+}
 
 template <class Char>
 BasicPattern<Char>::BasicPattern(const Char* pattern, LetterCase letterCase) {

@@ -1,10 +1,15 @@
 // A compiled regular expression whose matching is safe for any text and the same in any locale of the host's.
 #pragma once
 
+#include <locale>
 #include <regex>
 #include <string>
 
 namespace Zuvan::Lumeq::Common {
+
+/// The locale that patterns are compiled and matched in, made anew: that of C++, with characters whose case,
+/// narrow form and order no setting of the host's or of the system's changes.
+std::locale NewPatternLocale();
 
 enum class LetterCase { Matters, Ignored };
 

@@ -2,6 +2,7 @@
 
 #include "Common/ComError.h"
 #include "Common/ComScope.h"
+#include "Common/Format.h"
 #include "Common/Guid.h"
 #include "Common/Logger.h"
 #include "Common/Text.h"
@@ -88,7 +89,8 @@ bool LoadConfigurationGuarded(BasicConfiguration& configuration) {
         Log(SeverityLevel::WARNING, L"GetConfigFileData failed with _com_error exception 0x%08lx, %s",
             failure.Error(), Lumeq::Common::ComErrorText(failure.Error()).c_str());
     } catch (const std::exception& failure) {
-        Log(SeverityLevel::WARNING, L"GetConfigFileData exception with %S", failure.what());
+        Log(SeverityLevel::WARNING, L"GetConfigFileData exception with %S",
+            Lumeq::Common::NarrowArgument(failure.what()).Text());
     } catch (...) {
         Log(SeverityLevel::WARNING, L"GetConfigFileData failed with unknown exception");
     }

@@ -16,6 +16,7 @@ namespace {
 using Lumeq::Common::FileFormatException;
 using Lumeq::Common::FileNotFoundException;
 using Lumeq::Common::FormatBounded;
+using Lumeq::Common::NarrowArgument;
 using Lumeq::Common::UniqueModule;
 
 constinit HMODULE companionLibrary = nullptr;
@@ -88,7 +89,8 @@ void* FindCompanionOperation(const char* name) {
     if (!operation)
         throw FileFormatException(
             ModulePath(companionLibrary),
-            FormatBounded(160, L"The companion library has no operation %S", name).text);
+            FormatBounded(160, L"The companion library has no operation %S", NarrowArgument(name).Text())
+                .text);
     return operation;
 }
 

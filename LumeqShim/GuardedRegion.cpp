@@ -2,6 +2,7 @@
 
 #include "Common/ComError.h"
 #include "Common/Exceptions.h"
+#include "Common/Format.h"
 #include "Common/Logger.h"
 
 #include <windows.h>
@@ -30,7 +31,8 @@ void LogCaughtFailure(const wchar_t* logName) {
                    static_cast<unsigned long>(failure.Error()),
                    Lumeq::Common::ComErrorText(failure.Error()).c_str());
     } catch (const std::exception& failure) {
-        LogWarning(__LINE__, L"%s exception with %S", logName, failure.what());
+        LogWarning(__LINE__, L"%s exception with %S", logName,
+                   Lumeq::Common::NarrowArgument(failure.what()).Text());
     } catch (...) {
         LogWarning(__LINE__, L"%s failed with unknown exception", logName);
     }

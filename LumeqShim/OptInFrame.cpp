@@ -1,6 +1,7 @@
 #include "LumeqShim/OptInFrame.h"
 
 #include "Common/ComError.h"
+#include "Common/Format.h"
 
 #include <windows.h>
 
@@ -18,7 +19,8 @@ void LogCaughtInOptIn(const OptInOperation& operation) {
         LogOptIn(SeverityLevel::WARNING, L"%s failed with _com_error exception 0x%08lx, %s", operation.name,
                  failure.Error(), Lumeq::Common::ComErrorText(failure.Error()).c_str());
     } catch (const std::exception& failure) {
-        LogOptIn(SeverityLevel::WARNING, L"%s exception with %S", operation.name, failure.what());
+        LogOptIn(SeverityLevel::WARNING, L"%s exception with %S", operation.name,
+                 Lumeq::Common::NarrowArgument(failure.what()).Text());
     } catch (...) {
         LogOptIn(SeverityLevel::WARNING, L"%s failed with unknown exception", operation.name);
     }

@@ -1,5 +1,6 @@
 #include "LumeqShim/PostMessage.h"
 
+#include "Common/Format.h"
 #include "Common/Logger.h"
 #include "Common/SystemHandles.h"
 #include "LumeqShim/HttpsPost.h"
@@ -15,6 +16,7 @@ namespace Zuvan::LumeqShim {
 namespace {
 
 using Lumeq::Common::LogMessage;
+using Lumeq::Common::NarrowArgument;
 using Lumeq::Common::SeverityLevel;
 using Lumeq::Common::UniqueKernelObject;
 using Lumeq::Common::UniqueModule;
@@ -38,7 +40,7 @@ PostThreadArgs MakeRequest(const std::wstring& host, const std::wstring& userAge
                            const std::wstring& projectId, const std::wstring& queueName,
                            const std::wstring& message, const std::wstring& token) {
     const std::string encodedMessage = EncodeMessage(message);
-    Log(SeverityLevel::DEBUG, L"Encoded Message=%S", encodedMessage.c_str());
+    Log(SeverityLevel::DEBUG, L"Encoded Message=%S", NarrowArgument(encodedMessage.c_str()).Text());
     std::string body = RequestBody(encodedMessage);
     std::wstring headers = RequestHeaders(token, userAgent, body.size());
     return {host, RequestPath(projectId, queueName), std::move(headers), std::move(body)};
@@ -52,7 +54,7 @@ struct WorkerStart {
 void PostAndLog(const PostThreadArgs& request) {
     std::string answer = "Worker thread failed!";
     Post(request.host, request.path, request.headers, request.body.c_str(), answer);
-    Log(SeverityLevel::DATA, L"<- %S", answer.c_str());
+    Log(SeverityLevel::DATA, L"<- %S", NarrowArgument(answer.c_str()).Text());
 }
 
 DWORD WINAPI RunWorker(void* argument) {

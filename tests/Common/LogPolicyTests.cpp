@@ -1,5 +1,7 @@
 #include "Common/LogPolicy.h"
 
+#include "support/Utf8CodePage.h"
+
 #include <gtest/gtest.h>
 
 #include <cstdlib>
@@ -76,6 +78,23 @@ TEST_F(LogDate, LastRepresentableDayStillCounts) { EXPECT_FALSE(IsLogDateOpen(L"
 TEST_F(LogDate, TimeThatCannotBeRepresentedLeavesLoggingOn) {
     EXPECT_FALSE(IsLogDateOpen(L"2017-07-07", LastKnown));
     EXPECT_TRUE(IsLogDateOpen(L"2017-07-07", LastKnown + 1));
+}
+
+TEST_F(LogDate, IsToldWhereTheCodePageIsUtf8) {
+    const Testing::Utf8CodePage codePage;
+    EXPECT_TRUE(IsLogDateOpen(L"2030-03-01", March1Of2030));
+    EXPECT_FALSE(IsLogDateOpen(L"2030-03-01", March1Of2030 + 1));
+    for (const wchar_t* text : {L"", L"tomorrow"}) {
+        EXPECT_TRUE(IsLogDateOpen(text, July7Of2017)) << text;
+        EXPECT_FALSE(IsLogDateOpen(text, July7Of2017 + 1)) << text;
+    }
+}
+
+TEST_F(LogDate, HasDigitsOfAsciiAlone) {
+    // Narrowed by the system, these could become the digits that they resemble.
+    constexpr wchar_t wideDigits[] = L"\uff12\uff10\uff13\uff10-03-01";
+    EXPECT_TRUE(IsLogDateOpen(wideDigits, July7Of2017));
+    EXPECT_FALSE(IsLogDateOpen(wideDigits, July7Of2017 + 1));
 }
 
 } // namespace Zuvan::Lumeq::Common

@@ -2,12 +2,14 @@
 
 #include "support/ImportedFunction.h"
 #include "support/RuntimeLocale.h"
+#include "support/Utf8CodePage.h"
 
 #include <algorithm>
 #include <cstring>
 #include <cwchar>
 #include <gtest/gtest.h>
 #include <locale>
+#include <regex>
 
 namespace Zuvan::Lumeq::Common {
 
@@ -110,6 +112,18 @@ TEST(Pattern, NarrowBracketHoldsTheSameBytesInEveryLocaleOfTheHost) {
             EXPECT_FALSE(pattern.Matches(other)) << name << ": " << other;
         EXPECT_TRUE(pattern.Matches("A")) << name;
     }
+}
+
+TEST(Pattern, HasItsSpecialCharactersWhereTheCodePageIsUtf8) {
+    const Testing::Utf8CodePage codePage;
+    // Those of the program's own patterns are in a locale that is older.
+    std::wregex pattern;
+    pattern.imbue(NewPatternLocale());
+    pattern.assign(LR"(^[^?\s]+(\w|\.x){2,3}\*$)", std::regex::ECMAScript | std::regex::icase);
+    for (const wchar_t* text : {L"a_1*", L"ab.Xc*", L"\u00e9.x\u6f22*"})
+        EXPECT_TRUE(std::regex_match(text, pattern)) << testing::PrintToString(text);
+    for (const wchar_t* text : {L"", L"?_1*", L"a--*", L"abxc", LR"(^[^?\s]+(\w|\.x){2,3}\*$)"})
+        EXPECT_FALSE(std::regex_match(text, pattern)) << testing::PrintToString(text);
 }
 
 } // namespace Zuvan::Lumeq::Common

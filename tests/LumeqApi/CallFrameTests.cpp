@@ -5,6 +5,7 @@
 #include "support/DebuggerStandIn.h"
 #include "support/IsolatedMachine.h"
 #include "support/LogLines.h"
+#include "support/PrintedNarrowTexts.h"
 
 #include <gmock/gmock.h>
 
@@ -145,6 +146,17 @@ TEST_F(CallFrame, TraceRendersEachArgumentByItsType) {
                                        "0x0000000000000000 narrow"},
                             LoggedLine{"TRACE", "Zuvan::Lumeq::API::X",
                                        "usb [Undefined ConnectionMethodType value: 12]"}));
+}
+
+TEST_F(CallFrame, NarrowArgumentOfATraceEndsInTwoZeros) {
+    LogEverything();
+    std::string uuid("uuid, and more");
+    uuid.resize(4);
+    const Testing::PrintedNarrowTexts printed;
+    RunExport(L"X", [&](Call& call) { call.Trace(L"deviceUuid: \"%S\"", uuid); });
+    EXPECT_THAT(Traces(), ElementsAre(LoggedLine{"TRACE", "Zuvan::Lumeq::API::X", "deviceUuid: \"uuid\""}));
+    EXPECT_EQ(printed.Guarded(), 1);
+    EXPECT_EQ(printed.Bare(), 0);
 }
 
 } // namespace Zuvan::Lumeq::API

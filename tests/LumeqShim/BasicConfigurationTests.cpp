@@ -7,6 +7,7 @@
 #include "support/ImportedFunction.h"
 #include "support/IsolatedMachine.h"
 #include "support/LogLines.h"
+#include "support/PrintedNarrowTexts.h"
 
 #include <windows.h>
 
@@ -247,6 +248,19 @@ TEST_F(GetConfigFileDataTest, FailureWhileReadingKeepsTheInstanceForTheNextReadi
     EXPECT_EQ(_read.projectId, L"P1") << "still the instance of the failed reading";
     ASSERT_TRUE(GetConfigFileData(_read));
     EXPECT_EQ(_read.projectId, L"P2");
+}
+
+TEST_F(GetConfigFileDataTest, NarrowTextEndsInTwoZeros) {
+    Factory("<ProjectId>P1</ProjectId>");
+    LogEverything();
+    const Lumeq::Testing::PrintedNarrowTexts printed;
+    const Lumeq::Testing::ImportedFunction<decltype(CoCreateInstance)> throwing(
+        "ole32.dll", "CoCreateInstance",
+        [](REFCLSID, IUnknown*, DWORD, REFIID, void**) -> HRESULT { throw Lumeq::Testing::OutOfOrder(); });
+    EXPECT_FALSE(GetConfigFileData(_read));
+    EXPECT_THAT(Warnings(), ElementsAre("GetConfigFileData exception with out of order"));
+    EXPECT_EQ(printed.Guarded(), 1);
+    EXPECT_EQ(printed.Bare(), 0);
 }
 
 TEST_F(GetConfigFileDataTest, AnythingElseIsAnUnknownException) {

@@ -3,6 +3,7 @@
 #include "Common/Exceptions.h"
 #include "support/IsolatedMachine.h"
 #include "support/LogLines.h"
+#include "support/PrintedNarrowTexts.h"
 
 #include <windows.h>
 
@@ -70,6 +71,14 @@ TEST_F(GuardedRegion, ComErrorIsLoggedWithItsCodeAndMessage) {
 TEST_F(GuardedRegion, StandardExceptionIsLoggedWithItsNarrowMessage) {
     EXPECT_EQ(WarningsOf([] { throw std::range_error("100% bad"); }),
               (Lines{{"WARNING", "", "FlushXX exception with 100% bad"}}));
+}
+
+TEST_F(GuardedRegion, NarrowMessageEndsInTwoZeros) {
+    const Lumeq::Testing::PrintedNarrowTexts printed;
+    EXPECT_EQ(WarningsOf([] { throw Lumeq::Testing::OutOfOrder(); }),
+              (Lines{{"WARNING", "", "FlushXX exception with out of order"}}));
+    EXPECT_EQ(printed.Guarded(), 1);
+    EXPECT_EQ(printed.Bare(), 0);
 }
 
 TEST_F(GuardedRegion, AnythingElseIsLoggedAsUnknown) {

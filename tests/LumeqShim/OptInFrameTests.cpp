@@ -5,6 +5,7 @@
 #include "support/FailingAllocation.h"
 #include "support/IsolatedMachine.h"
 #include "support/LogLines.h"
+#include "support/PrintedNarrowTexts.h"
 
 #include <gtest/gtest.h>
 
@@ -61,6 +62,15 @@ TEST_F(OptInFrame, StandardExceptionIsLoggedWithItsText) {
     EXPECT_FALSE(RunOptIn(
         Clear, []() -> bool { throw std::runtime_error("so it goes"); }, L"key"));
     EXPECT_EQ(Warnings(), Texts{"BasicClearOptIn exception with so it goes"});
+}
+
+TEST_F(OptInFrame, NarrowTextEndsInTwoZeros) {
+    const Lumeq::Testing::PrintedNarrowTexts printed;
+    EXPECT_FALSE(RunOptIn(
+        Clear, []() -> bool { throw Lumeq::Testing::OutOfOrder(); }, L"key"));
+    EXPECT_EQ(Warnings(), Texts{"BasicClearOptIn exception with out of order"});
+    EXPECT_EQ(printed.Guarded(), 1);
+    EXPECT_EQ(printed.Bare(), 0);
 }
 
 TEST_F(OptInFrame, AnythingElseIsLoggedAsUnknown) {

@@ -3,6 +3,7 @@
 #include "support/ImportedFunction.h"
 #include "support/IsolatedMachine.h"
 #include "support/LogLines.h"
+#include "support/PrintedNarrowTexts.h"
 #include "support/RuntimeLocale.h"
 
 #include <windows.h>
@@ -125,6 +126,13 @@ struct CreatedThread {
 
 TEST_F(PostMessageTest, RefusedConnectionIsLoggedAndTheAnswerIsEmpty) {
     EXPECT_THAT(Post(), LinesOfRefusal(NoHeaders(), Duration()));
+}
+
+TEST_F(PostMessageTest, EncodedMessageAndAnswerEndInTwoZeros) {
+    const Lumeq::Testing::PrintedNarrowTexts printed;
+    EXPECT_THAT(Post(), LinesOfRefusal(NoHeaders(), Duration()));
+    EXPECT_EQ(printed.Guarded(), 2);
+    EXPECT_EQ(printed.Bare(), 0);
 }
 
 TEST_F(PostMessageTest, UrlWithASlashAtItsEndFailsAtTheConnection) {

@@ -149,8 +149,9 @@ DWORD FillNeighbour(UniqueFile file, const std::string& content, const std::wstr
     return Write(file.Get(), content);
 }
 
+/// What was just written is what a scanner opens next, and may have to itself for a moment.
 void CheckReadable(const std::wstring& path) {
-    if (!LoadXml(*CreateXmlDocument().Get(), path))
+    if (!LoadWholeFile(*CreateXmlDocument().Get(), path))
         ThrowIfFailed(E_FAIL);
 }
 

@@ -1,11 +1,13 @@
 #include "LumeqLib/Extra/Eventing/Variant.h"
 
+#include "Common/AsciiCharacters.h"
 #include "Common/Exceptions.h"
 #include "Common/Utf.h"
 
 #include <algorithm>
 #include <boost/format.hpp>
 #include <iterator>
+#include <locale>
 #include <memory>
 #include <set>
 #include <utility>
@@ -21,7 +23,8 @@ bool IsDefined(Variant::ValueType type) {
 }
 
 std::wstring Substitute(const wchar_t* format, const std::wstring& argument) {
-    return (boost::wformat(format) % argument).str();
+    const std::locale locale = Common::With<Common::AsciiCharacters>(std::locale());
+    return (boost::wformat(format, locale) % argument).str();
 }
 
 void RequireDefined(Variant::ValueType type, const wchar_t* paramName) {

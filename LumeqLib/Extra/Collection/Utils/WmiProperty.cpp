@@ -1,6 +1,7 @@
 #include "LumeqLib/Extra/Collection/Utils/WmiProperty.h"
 
 #include "Common/ComScope.h"
+#include "Common/Format.h"
 #include "Common/Logger.h"
 
 #include <windows.h>
@@ -98,7 +99,7 @@ _variant_t GetWmiProperty(const std::wstring& className, const std::wstring& pro
         ReadProperty(entryPoints, className, propertyName, value);
     } catch (const std::exception& failure) {
         LogMessage(SeverityLevel::WARNING, SourceName, __LINE__, nullptr,
-                   L"Unable to retrieve WMI property: %S", failure.what());
+                   L"Unable to retrieve WMI property: %S", Common::NarrowArgument(failure.what()).Text());
     }
     return value;
 }

@@ -278,6 +278,27 @@ TEST_F(WholeFile, FileThatCouldNotBeReadAgainIsNotPutInPlace) {
     ExpectUntouched();
 }
 
+TEST_F(WholeFile, NeighbourThatAScannerHasOpenIsWaitedFor) {
+    static int refusals;
+    refusals = 3;
+    const ImportedFunction<decltype(CreateFileW)> scanned(
+        "kernel32.dll", "CreateFileW",
+        [](LPCWSTR path, DWORD access, DWORD sharing, SECURITY_ATTRIBUTES* security, DWORD disposition,
+           DWORD flags, HANDLE like) {
+            if (disposition == OPEN_EXISTING && std::wstring(path).ends_with(L".tmp") && refusals > 0) {
+                --refusals;
+                SetLastError(ERROR_SHARING_VIOLATION);
+                return INVALID_HANDLE_VALUE;
+            }
+            return Testing::RealFunction<decltype(CreateFileW)>("kernel32.dll", "CreateFileW")(
+                path, access, sharing, security, disposition, flags, like);
+        });
+    EXPECT_EQ(Save(), S_OK);
+    EXPECT_EQ(refusals, 0);
+    EXPECT_EQ(Content(), "<New/>");
+    EXPECT_EQ(FileCount(), 1);
+}
+
 TEST_F(WholeFile, MissingFolderIsAFailure) {
     EXPECT_EQ(static_cast<unsigned long>(Save(*_document.Get(), _machine.ProgramData() / "none" / "a.xml")),
               0x80070003U);

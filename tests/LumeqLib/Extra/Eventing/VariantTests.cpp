@@ -1,5 +1,6 @@
 #include "LumeqLib/Extra/Eventing/Variant.h"
 
+#include "support/Utf8CodePage.h"
 #include "tests/LumeqLib/Extra/Eventing/EventingSupport.h"
 
 #include <windows.h>
@@ -406,6 +407,15 @@ TEST(AddStringDictionary, RefusesDuplicateKeysInSortedOrderAndAddsNothing) {
     EXPECT_EQ(FullMessageOf<Common::ArgumentException>([&] { AddStringDictionary(target, source); }),
               L"Contains one or more duplicate keys: a, b\nParameter name: stringDictionary");
     EXPECT_EQ(Show(target), L"{a: \"1\", b: null, only here: \"2\"}");
+}
+
+TEST(AddStringDictionary, RefusesDuplicateKeysWhereTheCodePageIsUtf8) {
+    const Testing::Utf8CodePage codePage;
+    Dictionary target = OneField(L"a", L"1");
+    EXPECT_EQ(FullMessageOf<Common::ArgumentException>([&] {
+                  AddStringDictionary(target, {{L"a", L"2"}});
+              }),
+              L"Contains one or more duplicate keys: a\nParameter name: stringDictionary");
 }
 
 TEST(AddStringDictionary, TellsAPercentSignInAKeyAsItStands) {

@@ -1,12 +1,12 @@
 #include "FakeWmi.h"
 
 #include "Common/Utf.h"
+#include "support/PrintedNarrowTexts.h"
 #include "support/ReferenceCounted.h"
 
 #include <windows.h>
 
 #include <sstream>
-#include <stdexcept>
 #include <wbemidl.h>
 
 namespace Zuvan::Lumeq::Testing {
@@ -120,7 +120,7 @@ public:
                                         IWbemContext* context, IEnumWbemClassObject** instances) override {
         Record("ExecQuery", Narrow(language), Narrow(query), flags, context);
         if (fake->throwsStandardException)
-            throw std::runtime_error("out of order");
+            throw OutOfOrder();
         if (SUCCEEDED(fake->execQueryResult))
             *instances = new Instances;
         return fake->execQueryResult;

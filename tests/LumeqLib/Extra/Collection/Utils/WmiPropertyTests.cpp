@@ -4,6 +4,7 @@
 #include "FakeWmi.h"
 #include "support/IsolatedMachine.h"
 #include "support/LogLines.h"
+#include "support/PrintedNarrowTexts.h"
 
 #include <comdef.h>
 #include <gmock/gmock.h>
@@ -136,8 +137,11 @@ TEST_F(GetWmiPropertyTest, LinesHaveNoFunctionName) {
 
 TEST_F(GetWmiPropertyTest, StandardExceptionIsLoggedAndGivesTheEmptyResult) {
     _wmi.throwsStandardException = true;
+    const Testing::PrintedNarrowTexts printed;
     EXPECT_EQ(Ask().vt, VT_EMPTY);
     EXPECT_THAT(Warnings(), ElementsAre("Unable to retrieve WMI property: out of order"));
+    EXPECT_EQ(printed.Guarded(), 1);
+    EXPECT_EQ(printed.Bare(), 0) << "the narrow text ends in two zeros";
     EXPECT_EQ(_wmi.liveObjects, 0);
     EXPECT_TRUE(IsOutsideCom());
 }
