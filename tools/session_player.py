@@ -107,7 +107,8 @@ class Machine:
         """The script that runs the host, and gives its exit code."""
         environment = dict(os.environ, WINEPREFIX=str(self.prefix))
         if conditions.road == "basic":
-            environment["LUMEQ_WINE_OVERRIDES"] = "mscoree=d"
+            others = environment.get("LUMEQ_WINE_OVERRIDES")
+            environment["LUMEQ_WINE_OVERRIDES"] = "mscoree=d" + (f";{others}" if others else "")
         with open(output, "wb") as lines:
             return subprocess.Popen(
                 [ROOT / "tools" / "run-wine", self.host_folder / host, *arguments],

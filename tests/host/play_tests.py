@@ -64,7 +64,8 @@ class Play(unittest.TestCase):
 
     def test_log_levels(self):
         session = SCREEN + REFUSED + '{"call": "TrackDiscoveredPrintersEx", "discoveredDeviceList": [{}]}\n'
-        for level, severities in (("off", set()), ("warning", {"ERROR", "WARNING"}),
+        for level, severities in (("off", set()), ("error", {"ERROR"}), ("warning", {"ERROR", "WARNING"}),
+                                  ("trace", {"ERROR", "WARNING", "TRACE"}),
                                   ("debug", {"ERROR", "WARNING", "TRACE", "DEBUG"})):
             with self.subTest(level):
                 self.out = self.folder / level

@@ -125,17 +125,17 @@ class Details(SessionTestCase):
 
 class LongTexts(SessionTestCase):
     def test_long_texts_neither_crash_nor_stall_the_host(self):
-        many = 200_000
+        million = 1_000_000
         outcome = self.play(
-            call("ButtonClicked", flow={"repeat": "a", "times": many}, screenPath={"repeat": "a/", "times": many},
-                 screenName={"repeat": "a_", "times": many}, mode={"repeat": "a_", "times": many},
-                 controlName={"repeat": "a-", "times": many}),
-            call("AdClicked", adType=1, product=[{"repeat": "a", "times": many}, "\n"],
-                 name={"repeat": "a ", "times": many}, variant={"repeat": " ", "times": many},
+            call("ButtonClicked", flow={"repeat": "a", "times": million}, screenPath={"repeat": "a/", "times": million},
+                 screenName={"repeat": "a_", "times": million}, mode={"repeat": "a_", "times": million},
+                 controlName={"repeat": "a-", "times": million}),
+            call("AdClicked", adType=1, product=[{"repeat": "a", "times": million}, "\n"],
+                 name={"repeat": "a ", "times": million}, variant={"repeat": " ", "times": million},
                  screenName="Home", controlName="ok"),
-            call("UrlLaunchedEx", url=["https://h/", {"repeat": "a", "times": many}]), log="off")
+            call("UrlLaunchedEx", url=["https://h/", {"repeat": "a", "times": million}]), log="off")
         self.assertEqual((0, ""), (outcome.status, outcome.errors))
-        self.assertEqual(["https://h/" + "a" * many], [event["app_event_object_label"] for event in outcome.records])
+        self.assertEqual(["https://h/" + "a" * million], [event["app_event_object_label"] for event in outcome.records])
 
 
 if __name__ == "__main__":
