@@ -15,6 +15,9 @@ from support import Outcome, call, lines_of, parse_log, session_player
 AT_ONCE = 10
 """Seconds: a process that waited for its worker would take thirty, the system's own patience with a server."""
 
+UNTIL_SENT = {"sleepMsec": 3000}
+"""For a worker whose caller goes on before the message is sent, as it does on a machine that is busy."""
+
 BAD_STEP = {"there is no": "such step"}
 """Ends the host with the exit code 2."""
 
@@ -76,7 +79,7 @@ class WorkerOfAnUnloadedLibrary(WorkerTestCase):
         with self.serve("never-answer") as service:
             self.prepare()
             host = self.start_host("hundred", {"times": 100, "calls": [START, {"unload": True}, {"load": True}]},
-                                   {"end": "ExitProcess", "code": 77})
+                                   UNTIL_SENT, {"end": "ExitProcess", "code": 77})
             output = self.machine.host_folder / "hundred.output"
             wait_until(lambda: output.read_bytes().count(b"\n") == 100 or host.poll() is not None, 90)
             since_the_last_call = time.monotonic()
@@ -91,7 +94,7 @@ class WorkerOfAnUnloadedLibrary(WorkerTestCase):
 
     def test_ends_after_its_host_let_the_library_go_and_the_next_one_starts_afresh(self):
         with self.serve("slow-headers") as service:
-            outcome = self.run_host(START, {"unload": True}, {"sleepMsec": 6000}, {"load": True}, START)
+            outcome = self.run_host(START, {"unload": True}, {"sleepMsec": 6000}, {"load": True}, START, UNTIL_SENT)
         self.assertEqual(0, outcome.status)
         self.assertEqual([[], []], [message.wrong for message in service.seen.messages],
                          "the library was gone and came again")
@@ -135,7 +138,7 @@ class EndingProcess(WorkerTestCase):
         endings = {"one": (), "two": ({"unload": True},), "three": (BAD_STEP,), "four": ({"unload": True}, BAD_STEP)}
         with self.serve("never-answer") as service, concurrent.futures.ThreadPoolExecutor() as hosts:
             self.prepare()
-            ends = list(hosts.map(lambda name: self.end_of_host(name, START, *endings[name]), endings))
+            ends = list(hosts.map(lambda name: self.end_of_host(name, START, UNTIL_SENT, *endings[name]), endings))
         for end, status in zip(ends, (0, 0, 2, 2)):
             self.check_end(end, status)
         self.assertEqual([[]] * 4, [message.wrong for message in service.seen.messages])
