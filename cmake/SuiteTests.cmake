@@ -13,7 +13,8 @@ function(lumeq_suite_tests target label filter)
     OUTPUT ${_file}
     CONTENT
       "set(program \"${CMAKE_CROSSCOMPILING_EMULATOR}\" \"$<TARGET_FILE:${target}>\")
-execute_process(COMMAND \${program} --gtest_list_tests --gtest_filter=${filter}${_alone} OUTPUT_VARIABLE listed RESULT_VARIABLE result ERROR_QUIET TIMEOUT 120)
+execute_process(COMMAND \${program} --gtest_list_tests --gtest_filter=${filter}${_alone}
+                OUTPUT_VARIABLE listed RESULT_VARIABLE result ERROR_QUIET TIMEOUT 120)
 string(REGEX MATCHALL \"(^|\\n)[^ \\r\\n]+[.]\" suites \"\${listed}\")
 if(NOT result EQUAL 0 OR NOT suites)
   message(FATAL_ERROR \"${target} does not list its tests\")
