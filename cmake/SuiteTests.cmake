@@ -1,7 +1,8 @@
 # Tests by suite, for programs whose cases need no process of their own: starting one takes longer than most cases.
 
 # lumeq_suite_tests(target label filter [alone]): one test for each suite that GoogleTest's `filter` matches, found when
-# the tests are run. The cases that `alone` matches are left out: they get a process each with gtest_discover_tests.
+# the tests are run. One that comes to run nothing fails. The cases that `alone` matches are left out: they get a process
+# each with gtest_discover_tests.
 function(lumeq_suite_tests target label filter)
   set(_alone "")
   if(ARGN)
@@ -21,9 +22,9 @@ if(NOT result EQUAL 0 OR NOT suites)
 endif()
 foreach(suite IN LISTS suites)
   string(STRIP \"\${suite}\" suite)
-  string(REGEX REPLACE \"[.]$\" \"\" name \"\${suite}\")
-  add_test(\${name} \${program} --gtest_filter=\${suite}.*${_alone})
-  set_tests_properties(\${name} PROPERTIES LABELS ${label})
+  string(REGEX REPLACE \"[.]$\" \"\" suite \"\${suite}\")
+  add_test(\${suite} \${program} --gtest_filter=\${suite}.*${_alone})
+  set_tests_properties(\${suite} PROPERTIES LABELS ${label} FAIL_REGULAR_EXPRESSION \"Running 0 tests\")
 endforeach()
 ")
   set_property(DIRECTORY APPEND PROPERTY TEST_INCLUDE_FILES ${_file})
