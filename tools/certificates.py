@@ -85,8 +85,8 @@ def _validity(ended: bool = False) -> Validity:
 
 def _issue(folder: Path, stem: str, name: str, extensions: str, validity: Validity,
            issuer: Optional[str] = None) -> None:
-    """Without an issuer the certificate signs itself. Not with a key on a curve, which is sooner made: of such signatures
-    Wine refuses those whose one number takes a byte less than the other, one in a hundred."""
+    """Without an issuer the certificate signs itself. Not with a key on a curve, which is sooner made: of such
+    signatures Wine refuses those whose one number takes a byte less than the other, one in a hundred."""
     (folder / "openssl.cnf").write_text(CONFIGURATION + extensions)
     _openssl(folder, "req", "-new", "-batch", "-config", "openssl.cnf", "-subj", f"/CN={name}",
              "-newkey", "rsa:2048", "-nodes", "-keyout", f"{stem}.key", "-out", f"{stem}.csr")
