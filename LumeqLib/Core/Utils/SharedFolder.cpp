@@ -45,6 +45,11 @@ EXPLICIT_ACCESS_W FullControlOfFiles(PSID sid) {
     return entry;
 }
 
+bool IsFile(const wchar_t* path) {
+    const DWORD attributes = GetFileAttributesW(path);
+    return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) == 0;
+}
+
 void ShareFolder(wchar_t* folder, const SharedFolderSystem& system) {
     const UniqueSid everyone = MakeEveryone(system);
     if (!everyone)
@@ -88,9 +93,11 @@ void EnsureSharedFolder(const std::wstring& filePath, const SharedFolderSystem& 
     PathRemoveFileSpecW(folder);
     if (system.FolderExists(folder))
         return;
-    // Whether or not there is a folder now: the remaining steps find out by themselves.
     system.CreateFolder(folder);
-    ShareFolder(folder, system);
+    // Without a folder the remaining steps find out by themselves. But a file in its place could be a link of
+    // anybody's to a file of a host's with more rights, and would be opened to everyone.
+    if (!IsFile(folder))
+        ShareFolder(folder, system);
 }
 
 } // namespace Zuvan::Lumeq::Core::Utils

@@ -26,7 +26,8 @@ public:
 };
 
 /// Makes the folder of the file if there is none, and gives every user full control of the files in it. The
-/// rights of an existing folder are not touched. A failure is not told: the file's own tells it.
+/// rights of an existing folder are not touched, nor those of a file in its place. A failure is not told: the
+/// file's own tells it.
 void EnsureSharedFolder(const std::wstring& filePath,
                         const SharedFolderSystem& system = SharedFolderSystem());
 

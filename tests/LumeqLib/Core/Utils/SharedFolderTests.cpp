@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <fstream>
 #include <optional>
 #include <vector>
 
@@ -167,6 +168,17 @@ TEST(SharedFolder, RemainingStepsRunAfterAFailedCreation) {
     EXPECT_TRUE(system.sidIsEveryone);
     EXPECT_EQ(system.secured, std::vector<std::wstring>{folder});
     EXPECT_FALSE(std::filesystem::exists(folder));
+}
+
+TEST(SharedFolder, FileInItsPlaceKeepsItsAccessRights) {
+    const IsolatedMachine machine;
+    const RecordingSystem system;
+    const std::filesystem::path place = machine.ProgramData() / "LUMEQ";
+    std::ofstream(place) << "somebody's";
+    EnsureSharedFolder((place / "file.xml").wstring(), system);
+    EXPECT_EQ(system.created, std::vector<std::wstring>{place.wstring()});
+    EXPECT_TRUE(system.secured.empty());
+    EXPECT_TRUE(std::filesystem::is_regular_file(place));
 }
 
 TEST(SharedFolder, PathIsCutAtTheLongestThatTheSystemTakes) {
