@@ -64,14 +64,17 @@ bool IsLeftOver(const WIN32_FIND_DATAW& file) {
 }
 
 void RemoveLeftOvers(const std::wstring& path) {
+    // Anybody may have filled the folder with files of such names that cannot be deleted.
+    constexpr int MostAtOnce = 64;
     WIN32_FIND_DATAW found{};
     const UniqueFind search(FindFirstFileW(InFolderOf(path, L"Lumeq*.tmp").c_str(), &found));
     if (!search)
         return;
+    int count = 0;
     do {
         if (IsLeftOver(found))
             DeleteFileW(InFolderOf(path, found.cFileName).c_str());
-    } while (FindNextFileW(search.Get(), &found));
+    } while (++count < MostAtOnce && FindNextFileW(search.Get(), &found));
 }
 
 /// A file that is open cannot be replaced, which is told as denied access.

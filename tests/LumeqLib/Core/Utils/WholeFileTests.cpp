@@ -432,6 +432,18 @@ TEST_F(WholeFile, LeftOversOfDeadProcessesAreRemoved) {
     EXPECT_EQ(FileCount(), 1);
 }
 
+TEST_F(WholeFile, ManyLeftOversAreRemovedSixtyFourAtATime) {
+    for (int i = 100; i < 200; ++i) {
+        const std::string name = "Lumeq00000" + std::to_string(i) + "-89EF.tmp";
+        WriteFile(Beside(name.c_str()), "<cut");
+        SetWrittenAgo(Beside(name.c_str()), std::chrono::minutes(2));
+    }
+    EXPECT_EQ(Save(), S_OK);
+    EXPECT_EQ(FileCount(), 37);
+    EXPECT_EQ(Save(), S_OK);
+    EXPECT_EQ(FileCount(), 1);
+}
+
 TEST_F(WholeFile, NeighbourOfALivingProcessStays) {
     WriteFile(Beside("Lumeq0123ABCD-89EF.tmp"), "<New");
     EXPECT_EQ(Save(), S_OK);
