@@ -28,7 +28,7 @@ public:
     const char* Text() const noexcept { return _text; }
 
 private:
-    static constexpr std::size_t Kept = 2 * LongestFormatted; // of two bytes each
+    static constexpr std::size_t Kept = 3 * LongestFormatted; // as many bytes as UTF-8 takes for one
 
     char _text[Kept + 2];
 };

@@ -13,7 +13,7 @@ namespace Zuvan::Lumeq::API {
 class ApiMutex {
 public:
     /// Throws std::system_error: resource_deadlock_would_occur where the calling thread holds it already, and
-    /// what std::mutex throws.
+    /// what std::mutex throws. std::bad_alloc where there is no memory for its text.
     void lock();
     bool try_lock() noexcept {
         const std::uint32_t caller = Common::ThreadNumber();

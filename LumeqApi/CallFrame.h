@@ -83,7 +83,7 @@ void ReportUnknownException(const ExportName& name) noexcept;
 
 /// Runs the body of the export `name`, a callable that takes a Call&, under the lock and behind the tracking
 /// gate. Where tracking is disabled or the body throws, gives a value-initialised result. Throws
-/// std::system_error if the lock fails, and nothing else.
+/// std::system_error if the lock fails, std::bad_alloc where there is no memory for that, and nothing else.
 template <class Body>
 auto RunExport(const ExportName& name, Body body) -> std::invoke_result_t<Body, Call&> {
     const std::lock_guard lock(ApiLock);

@@ -8,9 +8,13 @@
 //   same thread is in a call (COM's waits dispatch messages).
 // - Nothing is reported to the host: no function throws, and only those that say so give anything back. A
 //   call with a bad argument is logged and dropped. Only the failure of the lock that serialises calls leaves
-//   a function, as std::system_error. A call made from inside another one on the same thread fails in this
-//   way instead of waiting for itself, and the outer call goes on: code().value() is then that of
-//   std::errc::resource_deadlock_would_occur (the value alone, since this library's categories are its own).
+//   a function, as std::system_error, or std::bad_alloc where there is no memory for that. A call made from
+//   inside another one on the same thread fails in this way instead of waiting for itself, and the outer call
+//   goes on: code().value() is then that of std::errc::resource_deadlock_would_occur (the value alone, since
+//   this library's categories are its own).
+// - Any call may use COM, single-threaded. A thread without COM, or in a single-threaded apartment, is left
+//   as it was. A thread in a multithreaded apartment is not: one initialisation of the host's own is undone
+//   each time, and the host's next use of COM there may fail. Call from a thread of another kind.
 // - In a debugger every refused argument and every failure stops the host where it happens.
 // - No order is enforced. A host calls StartupEx once, then events, and ShutdownEx at its end.
 // - Where the user's registry disables tracking, every function returns at once and does nothing, except

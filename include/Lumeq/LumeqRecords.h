@@ -3,9 +3,9 @@
 // For the maker of that library, not for hosts. The objects are passed by address, so both sides must be
 // built with one toolchain; LumeqToolchain.h stops a build that mixes two. Everything arrives on the host's
 // thread and is valid only until the operation returns: copy what is to be kept. An operation reports failure
-// by throwing; Lumeq catches whatever comes. With MSVC, build with /EHs: these are extern "C" functions that
-// throw. Lumeq's lock is held meanwhile, so an operation must not call a function of LumeqApi.h, nor wait for
-// one.
+// by throwing; Lumeq catches whatever C++ can throw. An exception of the managed runtime or of the processor
+// must not leave an operation. With MSVC, build with /EHs: these are extern "C" functions that throw. Lumeq's
+// lock is held meanwhile, so an operation must not call a function of LumeqApi.h, nor wait for one.
 #pragma once
 
 #include <Lumeq/LumeqToolchain.h>

@@ -146,6 +146,16 @@ class BasicStart(BasicRoadTestCase):
         self.assertRegex(first, f">{one['app_deployed_uuid']}</AppDeployedUuid>")
         self.assertEqual(first, self.local_settings_file.read_text())
 
+    def test_cookie_of_the_service_is_kept_by_the_client_and_comes_back_from_the_next_process(self):
+        answer = (b"HTTP/1.1 200 OK\r\nContent-Length: 4\r\nConnection: close\r\n"
+                  b"Set-Cookie: seen=1; expires=Fri, 01-Jan-2038 00:00:00 GMT; path=/projects/cookies/\r\n\r\nhere")
+        with self.serve(answers=(answer,)) as service:
+            self.run_host(START, ProjectId="cookies")
+            self.run_host(START, opted_in=None, ProjectId="cookies")
+        first, second = (message.raw for message in service.seen.messages)
+        self.assertNotIn(b"Cookie", first)
+        self.assertEqual(1, second.count(b"\r\nCookie: seen=1\r\n"))
+
     def test_failing_managed_start_falls_back_on_the_message(self):
         with self.serve() as service:
             outcome = self.run_host(START, call("ScreenDisplayed", screenName="Home"), START, road="managed",
