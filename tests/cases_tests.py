@@ -1,4 +1,5 @@
-"""Whether every case of the GoogleTest programs is run: by one entry of ctest, and no other."""
+"""Whether everything is run: each case of the GoogleTest programs by one entry of ctest and no other, and each file of
+Python tests."""
 
 import fnmatch
 import json
@@ -12,12 +13,16 @@ BUILD = Path(os.environ["LUMEQ_BUILD_DIR"])
 FILTER = "--gtest_filter="
 
 
+def commands() -> list[list[str]]:
+    """Of all entries."""
+    told = subprocess.run(["ctest", "--test-dir", BUILD, "--show-only=json-v1"], check=True, stdout=subprocess.PIPE)
+    return [entry.get("command", []) for entry in json.loads(told.stdout)["tests"]]
+
+
 def filters() -> dict[str, list[str]]:
     """Of each program, those that the entries give it."""
-    told = subprocess.run(["ctest", "--test-dir", BUILD, "--show-only=json-v1"], check=True, stdout=subprocess.PIPE)
     found: dict[str, list[str]] = {}
-    for entry in json.loads(told.stdout)["tests"]:
-        command = entry.get("command", [])
+    for command in commands():
         for argument in command:
             if argument.startswith(FILTER):
                 program = next(part for part in command if part.endswith(".exe"))
@@ -49,8 +54,13 @@ def matches(case: str, chosen: str) -> bool:
     return matches_any(wanted or "*") and not matches_any(unwanted)
 
 
-class Cases(unittest.TestCase):
-    def test_each_is_run_once(self):
+class Everything(unittest.TestCase):
+    def test_each_file_of_python_tests_is_run(self):
+        files = {str(file) for file in (ROOT / "tests").glob("**/*_tests.py")}
+        self.assertGreater(len(files), 40)
+        self.assertEqual(set(), files - {argument for command in commands() for argument in command})
+
+    def test_each_case_is_run_once(self):
         programs = filters()
         self.assertEqual(["lumeq_machine_tests.exe", "lumeq_unit_tests.exe", "lumeq_without_mscoree_tests.exe"],
                          sorted(Path(program).name for program in programs))

@@ -354,7 +354,9 @@ LUMEQ_API void Resume();
 /// Stores the user's choice. It takes effect at once, during a pause too.
 LUMEQ_API void SetUserOptInEx(bool userHasOptedIn);
 
-/// Tells the user's choice; false where it cannot be read or tracking is disabled.
+/// Tells the user's choice; false where it cannot be read or tracking is disabled. With the managed runtime
+/// only the companion library is asked: where that is missing or fails the answer is false, although
+/// SetUserOptInEx has then stored the choice and StartupEx acts on it.
 LUMEQ_API bool GetUserOptInEx();
 
 /// Keeps the local settings in a subfolder from now on. `subpath`: folder names separated by single
@@ -374,10 +376,10 @@ LUMEQ_API void TrackSystemInformationEx();
 LUMEQ_API void SetGlobalContextEx(const wchar_t* globalContext);
 
 // Screens and controls. `flow`, `screenPath` ("a/b"), `screenName` and `mode` say where the user was, in
-// letters, digits and underscores between them; `controlName` says which control, with inner hyphens too.
-// `flow` and `screenPath` may be null or empty, `mode` null only. `localContext` may be null.
-// `globalContext`, the device model, is 1 to 128 characters without control characters, or null for that of
-// SetGlobalContextEx.
+// letters, digits and underscores between them (in `mode` one at a time; a part of `screenPath` may also end
+// in one); `controlName` says which control, with inner hyphens too. `flow` and `screenPath` may be null or
+// empty, `mode` null only. `localContext` may be null. `globalContext`, the device model, is 1 to 128
+// characters without control characters, or null for that of SetGlobalContextEx.
 
 LUMEQ_API void ScreenDisplayed(const wchar_t* flow, const wchar_t* screenPath, const std::wstring& screenName,
                                const wchar_t* mode, const StringDictionary* localContext,
@@ -423,8 +425,9 @@ LUMEQ_API void AdClosed(AdType adType, const std::wstring& product, const std::w
                         const std::wstring& screenName, const wchar_t* mode, const std::wstring& controlName,
                         const StringDictionary* localContext, const wchar_t* globalContext);
 
-/// `url`: "file", "http" or "https" in lower case, "://", a server, and a path without white space. What
-/// follows the first "?" is cut off before the record is built; the log shows all of it.
+/// `url`: "file", "http" or "https" in lower case, "://", anything up to the next slash, and a path without
+/// white space. What follows the first "?" is cut off before the record is built; the log shows all of it. A
+/// user's name and password in front of the server and a "#" with what follows are recorded: pass neither.
 LUMEQ_API void UrlLaunchedEx(const std::wstring& url, const StringDictionary* localContext,
                              const wchar_t* globalContext);
 
