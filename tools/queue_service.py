@@ -1,5 +1,7 @@
 """A stand-in of the queue service: HTTPS on this machine, strict, and able to misbehave."""
 
+import contextlib
+import itertools
 import json
 import socket
 import ssl
@@ -41,6 +43,8 @@ class Behaviour:
     """What the first requests are answered with, byte for byte."""
     plain: bool = False
     """Without TLS."""
+    not_before: Callable[[], bool] = lambda: True
+    """A late handshake, and the end of slow headers, wait for this too."""
 
 
 @dataclass
@@ -127,7 +131,7 @@ class QueueService:
         if self.behaviour.misbehaviour == "no-handshake":
             self._ending.wait()
             return
-        if self.behaviour.misbehaviour == "late-handshake" and self._ending.wait(HANDSHAKE_SECONDS):
+        if self.behaviour.misbehaviour == "late-handshake" and not self._late(HANDSHAKE_SECONDS):
             return
         with self._context.wrap_socket(connection, server_side=True) as channel:
             self._hold(channel)
@@ -157,16 +161,33 @@ class QueueService:
         elif misbehaviour == "garbage":
             channel.sendall(GARBAGE)
         elif misbehaviour == "endless-headers":
-            _send_headers_without_end(channel, self._ending)
+            _send_headers_without_end(channel)
         elif misbehaviour == "cut-answer":
             channel.sendall(_usual_response(message)[:-CUT_BYTES])
         elif misbehaviour == "slow-headers":
-            _send_slowly(channel, _usual_response(message), self._ending)
+            self._send_slowly(channel, _usual_response(message))
         elif misbehaviour.startswith("status-"):
             status = int(misbehaviour.removeprefix("status-"))
             channel.sendall(_response(status, json.dumps({"msg": STATUS_TEXTS[status]})))
         else:
             channel.sendall(_usual_response(message))
+
+    def _send_slowly(self, channel: socket.socket, response: bytes) -> None:
+        head, _, body = response.partition(b"\r\n\r\n")
+        started = time.monotonic()
+        for at, byte in enumerate(head):
+            channel.sendall(bytes([byte]))
+            if self._ending.wait(max(0.0, started + HEADER_SECONDS * (at + 1) / len(head) - time.monotonic())):
+                return
+        if self._late(0):
+            channel.sendall(b"\r\n\r\n" + body)
+
+    def _late(self, seconds: float) -> bool:
+        """Waits. False: the service ends."""
+        ending = self._ending.wait(seconds)
+        while not ending and not self.behaviour.not_before():
+            ending = self._ending.wait(0.05)
+        return not ending
 
 
 def _server_context(folder: Path, kind: str, address: str) -> ssl.SSLContext:
@@ -206,23 +227,18 @@ def _response(status: int, body: str, headers: str = "") -> bytes:
             f"Content-Length: {len(body)}\r\nConnection: close\r\n\r\n{body}").encode()
 
 
-def _send_slowly(channel: socket.socket, response: bytes, ending: threading.Event) -> None:
-    head, _, body = response.partition(b"\r\n\r\n")
-    started = time.monotonic()
-    for at, byte in enumerate(head):
-        channel.sendall(bytes([byte]))
-        if ending.wait(max(0.0, started + HEADER_SECONDS * (at + 1) / len(head) - time.monotonic())):
-            return
-    channel.sendall(b"\r\n\r\n" + body)
-
-
-def _send_headers_without_end(channel: socket.socket, ending: threading.Event) -> None:
+def _send_headers_without_end(channel: socket.socket) -> None:
     """Until the client leaves."""
     channel.sendall(b"HTTP/1.1 200 OK\r\n")
-    # Slowly: a client that takes them all does not run out of memory, and seldom is at work when its process ends, which
-    # Wine's may then not survive: its exit waits for a lock of the thread that is gone, and the server kills it (137).
-    while not ending.wait(0.25):
+    # Slowly: a client that takes them all does not run out of memory. And none while a caller that is held no longer
+    # ends its process: Wine's may not survive that with its client at work, for its exit waits for a lock of the thread
+    # that is gone, and the server kills it (137).
+    for pause in itertools.chain([0.25] * 4, itertools.repeat(5)):
         channel.sendall(ENDLESS_HEADER)
+        channel.settimeout(pause)
+        with contextlib.suppress(TimeoutError):
+            if not channel.recv(1):
+                raise EOFError("the client left amid the headers")
 
 
 def _abort(connection: socket.socket) -> None:

@@ -3,13 +3,20 @@
 #include <windows.h>
 
 #include <stdexcept>
+#include <thread>
 #include <utility>
 
 namespace SampleHost {
 
+namespace {
+
+constexpr wchar_t Name[] = L"Lumeq.dll";
+
+} // namespace
+
 void Library::Load() {
     if (_module == nullptr)
-        _module = LoadLibraryW(L"Lumeq.dll");
+        _module = LoadLibraryW(Name);
     if (_module == nullptr)
         throw std::runtime_error("Lumeq.dll cannot be loaded: error " + std::to_string(GetLastError()));
 }
@@ -17,6 +24,12 @@ void Library::Load() {
 void Library::Unload() noexcept {
     if (void* module = std::exchange(_module, nullptr))
         FreeLibrary(static_cast<HMODULE>(module));
+}
+
+void Library::WaitUntilGone(std::chrono::milliseconds longest) {
+    const auto end = std::chrono::steady_clock::now() + longest;
+    while (GetModuleHandleW(Name) != nullptr && std::chrono::steady_clock::now() < end)
+        std::this_thread::sleep_for(std::chrono::milliseconds(5));
 }
 
 void* Library::FindAddress(const char* name) const noexcept {

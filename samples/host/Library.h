@@ -1,6 +1,7 @@
 // Lumeq.dll as a host loads it: at run time, from beside the executable, each function by its name.
 #pragma once
 
+#include <chrono>
 #include <string>
 
 namespace SampleHost {
@@ -16,6 +17,9 @@ public:
     /// Throws std::runtime_error if it cannot be loaded. Loaded already: nothing happens.
     void Load();
     void Unload() noexcept;
+    /// Until this process has no such library any more, at most so long: a worker of its own may keep it for
+    /// a while after the host has let it go.
+    static void WaitUntilGone(std::chrono::milliseconds longest);
     bool IsLoaded() const noexcept { return _module != nullptr; }
 
     /// Null if the library is not loaded or has no such export.

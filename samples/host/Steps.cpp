@@ -89,15 +89,29 @@ Step ReadMeasurement(const Json& json) {
     };
 }
 
-Step ReadLoading(const Json& json, const char* name, Place place) {
-    RequireMembers(json, {name});
+void RequireTrueOnMainThread(const Json& json, const char* name, Place place) {
     if (!ReadFlag(json[name]))
         throw BadLine("true is wanted");
     if (place != Place::MainThread)
         throw BadLine("a thread cannot load or unload the library");
-    if (std::string_view(name) == "load")
-        return [](Session& session) { session.library.Load(); };
-    return [](Session& session) { session.library.Unload(); };
+}
+
+Step ReadLoad(const Json& json, Place place) {
+    RequireMembers(json, {"load"});
+    RequireTrueOnMainThread(json, "load", place);
+    return [](Session& session) { session.library.Load(); };
+}
+
+Step ReadUnload(const Json& json, Place place) {
+    RequireMembers(json, {"unload", "waitMsec"});
+    RequireTrueOnMainThread(json, "unload", place);
+    const std::chrono::milliseconds wait(
+        json.contains("waitMsec") ? ReadNumber(json["waitMsec"], 0, std::numeric_limits<std::int32_t>::max())
+                                  : 0);
+    return [wait](Session& session) {
+        session.library.Unload();
+        Library::WaitUntilGone(wait);
+    };
 }
 
 /// For the reader of the session.
@@ -124,9 +138,10 @@ Step ReadStepAt(const Json& json, Place place) {
         return ReadMeasurement(json);
     if (json.contains("end"))
         return ReadEnding(json, place == Place::MainThread);
-    for (const char* name : {"load", "unload"})
-        if (json.contains(name))
-            return ReadLoading(json, name, place);
+    if (json.contains("load"))
+        return ReadLoad(json, place);
+    if (json.contains("unload"))
+        return ReadUnload(json, place);
     if (json.contains("comment"))
         return ReadComment(json);
     throw BadLine("no known step");

@@ -21,6 +21,8 @@ PATH = f"/projects/{PROJECT}/queues/sys_info_base/messages"
 PREFIX = "=?media_type:application/json.b64?="
 START = call("StartupEx", appName="Scan Studio", whyType=4, howType=7, trackSystemInfo=True,
              trackPrintQueueInfo=False)
+UNTIL_WORKER_ENDS = {"unload": True, "waitMsec": 60000}
+"""For a worker whose caller goes on before it is done, as it does on a machine that is busy."""
 
 
 def can_listen(address: str) -> bool:
@@ -48,10 +50,10 @@ class BasicRoadTestCase(SessionTestCase):
         shutil.rmtree(self.machine.program_data, ignore_errors=True)
 
     def serve(self, misbehaviour: str = "none", certificate: str = "valid", answers: tuple[bytes, ...] = (),
-              address: Optional[str] = None, port: int = 443, plain: bool = False) -> QueueService:
-        """For a with statement."""
+              address: Optional[str] = None, port: int = 443, **behaviour) -> QueueService:
+        """For a with statement. `behaviour`: more of Behaviour."""
         return QueueService(self.folder, address or self.ADDRESS, port,
-                            Behaviour(misbehaviour, certificate, answers=answers, plain=plain))
+                            Behaviour(misbehaviour, certificate, answers=answers, **behaviour))
 
     def expected_request(self, message: str, path: str = PATH, token: str = " token9",
                          agent: str = "Scan Studio/0.0.0.0") -> bytes:
@@ -74,11 +76,13 @@ class BasicRoadTestCase(SessionTestCase):
                 if line.severity == "TRACE" and line.message.startswith("Message=")]
 
     def run_host(self, *steps: dict, opted_in: Optional[bool] = True, road: str = "basic",
-                 companion: Optional[dict] = None, timeout: float = 100, **settings: Optional[str]) -> Outcome:
-        """Plays the steps. `companion` is its script; the rest as for prepare."""
+                 companion: Optional[dict] = None, timeout: float = 100, waits: bool = True,
+                 **settings: Optional[str]) -> Outcome:
+        """Plays the steps, and `waits` then until what they sent has its answer, however long that takes. `companion`
+        is its script; the rest as for prepare."""
         self.prepare(opted_in, **settings)
         self._place_companion(road, companion)
-        return self._play(steps, road, timeout)
+        return self._play((*steps, UNTIL_WORKER_ENDS) if waits else steps, road, timeout)
 
     def prepare(self, opted_in: Optional[bool] = True, **settings: Optional[str]) -> None:
         """Makes the machine ready for a host. `opted_in` is in the local settings file to start from; None leaves

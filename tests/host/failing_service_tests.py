@@ -3,8 +3,7 @@
 import unittest
 
 from basic_road_support import START
-from posting_support import (NO_RESPONSE, SENT, PostingTestCase, answer, failed_send, headers, held, line, posting,
-                             response)
+from posting_support import (NO_RESPONSE, SENT, PostingTestCase, answer, failed_send, headers, line, posting, response)
 
 
 class FailingService(PostingTestCase):
@@ -14,8 +13,10 @@ class FailingService(PostingTestCase):
         self.check_lines(self.post(), *failed_send("0x00002efd"), *NO_RESPONSE, *answer(""))
 
     def test_unknown_server(self):
-        self.check_lines(self.post(LUMServerUri="https://queue.invalid"), *failed_send("0x00002ee7"), *NO_RESPONSE,
-                         *answer(""), host="queue.invalid")
+        # No label is so long: nobody on the network is asked for it, nor is one waited for.
+        name = "q" * 64
+        self.check_lines(self.post(LUMServerUri=f"https://{name}"), *failed_send("0x00002ee7"), *NO_RESPONSE,
+                         *answer(""), host=name)
 
     def test_url_with_a_slash_at_its_end_and_none_fail_at_the_connection(self):
         for url in (f"https://{self.ADDRESS}/", None):
@@ -62,9 +63,9 @@ class FailingService(PostingTestCase):
 
     def test_headers_without_an_end_hold_the_caller_no_longer_than_its_wait(self):
         with self.serve("endless-headers") as service:
-            outcome = self.post()
+            outcome = self.post(waits=False)
             self.assertTrue(service.wait_for(lambda seen: seen.failures), "the client left with its process")
-        self.assertGreaterEqual(held(outcome), 2.98)
+        self.check_held(outcome)
         self.check_lines(outcome)
 
     def test_headers_that_break_off(self):

@@ -65,6 +65,17 @@ class HeldMutex(SessionTestCase):
             log = players[0].outcome().text("Lumeq.Log.txt")
         return told, self.absences(log)
 
+    def play_undisturbed(self, milliseconds: int, check, meanwhile=lambda holder: None) -> None:
+        """Plays until `check`, of what play gives, is content: whoever else uses the machine may keep a host from
+        running for longer than is told apart here, but not thrice."""
+        for tries_left in (2, 1, 0):
+            told, absences = self.play(milliseconds, meanwhile)
+            try:
+                return check(told, absences)
+            except AssertionError:
+                if not tries_left:
+                    raise
+
     def absences(self, log: str) -> list[Absence]:
         written = times_by_number(log)
         self.assertLessEqual(set(written), {first + at for first in FIRSTS for at in range(CALLS)})
@@ -77,30 +88,36 @@ class HeldMutex(SessionTestCase):
         return found
 
     def test_lines_of_that_time_are_lost_and_each_waits_once(self):
-        told, absences = self.play(2600)
-        (held, released) = (int(line.split()[1]) for line in told)
-        self.assertEqual(2, len(absences), "both hosts")
-        for absence in absences:
-            self.assertEqual(2, absence.lost)
-            # The last line before was made, at the latest, while the mutex was being taken.
-            self.assertLess((absence.before - held + DAY // 2) % DAY - DAY // 2, 100)
-            self.assertGreaterEqual(absence.milliseconds, 2000)
-            self.assertLess(absence.milliseconds, 2900)
-            # The first line after waited less than the second that it may.
-            self.assertLess((released - absence.after) % DAY, 1000)
+        def check(told: list[str], absences: list[Absence]) -> None:
+            (held, released) = (int(line.split()[1]) for line in told)
+            self.assertEqual(2, len(absences), "both hosts")
+            for absence in absences:
+                self.assertEqual(2, absence.lost)
+                # The last line before was made, at the latest, while the mutex was being taken.
+                self.assertLess((absence.before - held + DAY // 2) % DAY - DAY // 2, 100)
+                self.assertGreaterEqual(absence.milliseconds, 2000)
+                self.assertLess(absence.milliseconds, 2900)
+                # The first line after waited less than the second that it may.
+                self.assertLess((released - absence.after) % DAY, 1000)
+
+        self.play_undisturbed(2600, check)
 
     def test_owner_that_is_killed_costs_the_first_in_line_its_line_and_nobody_a_wait(self):
-        told, absences = self.play(60_000, lambda holder: (time.sleep(0.4), kill_program(holder)))
-        self.assertEqual(1, len(told))
-        self.assertEqual([1], [absence.lost for absence in absences], "the mutex passed on to the other at once")
-        self.assertLess(absences[0].milliseconds, 900)
+        def check(told: list[str], absences: list[Absence]) -> None:
+            self.assertEqual(1, len(told))
+            self.assertEqual([1], [absence.lost for absence in absences], "the mutex passed on to the other at once")
+            self.assertLess(absences[0].milliseconds, 900)
+
+        self.play_undisturbed(60_000, check, lambda holder: (time.sleep(0.4), kill_program(holder)))
 
     def test_owner_that_is_killed_after_lines_were_lost_stalls_nobody(self):
-        _, absences = self.play(60_000, lambda holder: (time.sleep(1.5), kill_program(holder)))
-        # The second that each waited, and the one in line when the owner died.
-        self.assertEqual([1, 2], sorted(absence.lost for absence in absences))
-        for absence in absences:
-            self.assertLess(absence.milliseconds, 2000)
+        def check(_, absences: list[Absence]) -> None:
+            # The second that each waited, and the one in line when the owner died.
+            self.assertEqual([1, 2], sorted(absence.lost for absence in absences))
+            for absence in absences:
+                self.assertLess(absence.milliseconds, 2000)
+
+        self.play_undisturbed(60_000, check, lambda holder: (time.sleep(1.5), kill_program(holder)))
 
     def test_owner_that_was_killed_before_anybody_came_costs_nothing(self):
         with hosts(self.machine) as start:

@@ -75,6 +75,8 @@ class BadLines(unittest.TestCase):
         self.assert_bad('{"threads": [[{"unload": true}]]}', "a thread cannot load or unload the library")
         self.assert_bad('{"times": 2}', '"times" and "calls" go together')
         self.assert_bad('{"unload": false}', "true is wanted")
+        self.assert_bad('{"unload": true, "waitMsec": -1}', "a number from 0 to 2147483647 is wanted")
+        self.assert_bad('{"load": true, "waitMsec": 1}', 'unknown member "waitMsec"')
         self.assert_bad('{"background": [{"unload": true}]}', "a thread cannot load or unload the library")
         self.assert_bad('{"measure": false}', "true is wanted")
 
