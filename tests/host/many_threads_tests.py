@@ -10,6 +10,7 @@ from pathlib import Path
 
 import endurance
 from call_history import ROADS, History, Step, follow_log, process_steps
+from standstill import Standstill
 from support import BUILD, HOST_SECONDS, ROOT, Outcome, SessionTestCase, lines_of, session_player
 from task_support import without_chance
 
@@ -68,7 +69,7 @@ class FourProcesses(HistoryTestCase):
             with self.subTest(road):
                 processes = [process_steps(at, 2, endurance.times(self.ROUNDS[road])) for at in range(4)]
                 before = time.monotonic()
-                outcomes = self.play_at_once(road, [session_text(*threads) for threads in processes])
+                outcomes = self.play_undisturbed(road, [session_text(*threads) for threads in processes])
                 seconds = time.monotonic() - before
                 histories = [History(road, threads) for threads in processes]
                 lines = self.check_log(outcomes[0], histories)
@@ -76,6 +77,15 @@ class FourProcesses(HistoryTestCase):
                     self.check_host(outcome, history, threads)
                 endurance.tell(f"4 processes of 2 threads, {road} road: {seconds:.1f} s, "
                                f"{sum(len(outcome.host) for outcome in outcomes)} calls, {lines} lines")
+
+    def play_undisturbed(self, road: str, sessions: list[str]) -> list[Outcome]:
+        """Again where the machine stood still: a line that waits for its turn then is lost, as it is to be."""
+        for _ in range(4):
+            with Standstill() as standstill:
+                outcomes = self.play_at_once(road, sessions)
+            if standstill.seconds < 0.5:
+                return outcomes
+        raise AssertionError(f"the machine stands still for {standstill.seconds} s again and again")
 
     def play_at_once(self, road: str, sessions: list[str]) -> list[Outcome]:
         """Each in a host folder of its own. All outcomes have the log that they shared."""
