@@ -7,7 +7,7 @@ import unittest
 from typing import NamedTuple
 
 from running_host import hosts, kill_program, program, wait_until
-from standstill import Standstill
+from standstill import again_if_disturbed
 from support import SessionTestCase, call, lines_of
 
 HOLDER = "lumeq-hold-log-mutex.exe"
@@ -69,14 +69,7 @@ class HeldMutex(SessionTestCase):
     def play_undisturbed(self, milliseconds: int, check, meanwhile=lambda holder: None) -> None:
         """`check` is of what play gives. Again if it fails where the machine stood still for as long as is told apart
         here."""
-        for tries_left in (3, 2, 1, 0):
-            with Standstill() as standstill:
-                told, absences = self.play(milliseconds, meanwhile)
-            try:
-                return check(told, absences)
-            except AssertionError:
-                if standstill.seconds < 0.1 or not tries_left:
-                    raise
+        again_if_disturbed(lambda: check(*self.play(milliseconds, meanwhile)), 0.1)
 
     def absences(self, log: str) -> list[Absence]:
         written = times_by_number(log)

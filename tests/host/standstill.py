@@ -2,6 +2,9 @@
 
 import threading
 import time
+from typing import Callable, TypeVar
+
+Result = TypeVar("Result")
 
 EVERY = 0.05
 """Seconds."""
@@ -30,3 +33,14 @@ class Standstill:
             before = time.monotonic()
             over = self._over.wait(EVERY)
             self.seconds = max(self.seconds, time.monotonic() - before - EVERY)
+
+
+def again_if_disturbed(attempt: Callable[[], Result], seconds: float, tries: int = 5) -> Result:
+    """What `attempt` gives. Again if it fails where the machine stood still for as long as `seconds` meanwhile."""
+    with Standstill() as standstill:
+        try:
+            return attempt()
+        except AssertionError:
+            if standstill.seconds < seconds or tries == 1:
+                raise
+    return again_if_disturbed(attempt, seconds, tries - 1)
