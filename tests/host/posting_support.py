@@ -51,19 +51,14 @@ def posting(outcome: Outcome) -> list[LogLine]:
     return lines[first:end] + later
 
 
-def seconds_from_posting(outcome: Outcome, message: str) -> float:
-    """From the start of the worker to the line."""
+def held(outcome: Outcome) -> float:
+    """For how many seconds the caller waited for the worker."""
     def seconds(message: str) -> float:
         text = next(line for line in outcome.text("Lumeq.Log.txt").splitlines() if line.endswith(f" | {message}"))
         hours, minutes, rest = TIME.search(text).groups()
         return (int(hours) * 60 + int(minutes)) * 60 + float(rest)
 
-    return (seconds(message) - seconds("PostMessageAndForget about to post")) % 86400
-
-
-def held(outcome: Outcome) -> float:
-    """For how many seconds the caller waited for the worker."""
-    return seconds_from_posting(outcome, GOES_ON)
+    return (seconds(GOES_ON) - seconds("PostMessageAndForget about to post")) % 86400
 
 
 class PostingTestCase(BasicRoadTestCase):
