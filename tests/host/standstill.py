@@ -16,6 +16,8 @@ class Standstill:
     def __init__(self):
         self.seconds = 0.0
         """The longest time that a thread which had something to do did not run."""
+        self.in_all = 0.0
+        """Seconds: all such times."""
         self._over = threading.Event()
         self._watch = threading.Thread(target=self._measure, daemon=True)
 
@@ -32,7 +34,9 @@ class Standstill:
         while not over:
             before = time.monotonic()
             over = self._over.wait(EVERY)
-            self.seconds = max(self.seconds, time.monotonic() - before - EVERY)
+            late = max(0.0, time.monotonic() - before - EVERY)
+            self.seconds = max(self.seconds, late)
+            self.in_all += late
 
 
 def again_if_disturbed(attempt: Callable[[], Result], seconds: float, tries: int = 5) -> Result:
