@@ -5,7 +5,6 @@
 #include "LumeqApi/CallFrame.h"
 #include "LumeqApi/DeviceTracking.h"
 #include "LumeqApi/Patterns.h"
-#include "LumeqApi/PauseState.h"
 #include "LumeqApi/ScreenEvents.h"
 #include "LumeqApi/TaskEvents.h"
 #include "LumeqLib/Extra/Collection/DeviceIdentifier.h"
@@ -14,8 +13,8 @@
 #include "LumeqLib/Extra/Eventing/GenericReport.h"
 #include "LumeqLib/Extra/Eventing/TaskDetails.h"
 #include "LumeqLib/Extra/Eventing/UiEvents.h"
-#include "LumeqShim/BasicOptIn.h"
 #include "LumeqShim/LumeqNativeShim.h"
+#include "LumeqShim/PauseState.h"
 
 #include <exception>
 

@@ -10,8 +10,6 @@ namespace Zuvan::LumeqShim {
 
 /// Whether the user opted in.
 inline constexpr wchar_t UserOptInKey[] = L"UserOptIn";
-/// What UserOptInKey held before a pause; present only during one.
-inline constexpr wchar_t OptinBeforePauseKey[] = L"OptinBeforePause";
 
 /// False for anything but "True" in any letter case.
 bool BasicGetUserOptIn(const std::wstring& key);

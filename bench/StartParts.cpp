@@ -6,6 +6,7 @@
 #include "LumeqShim/BasicConfiguration.h"
 #include "LumeqShim/BasicMessage.h"
 #include "LumeqShim/BasicOptIn.h"
+#include "LumeqShim/PauseState.h"
 #include "LumeqShim/PostMessage.h"
 #include "bench/Measure.h"
 

@@ -1,7 +1,7 @@
 // Where the exported layer's calls end: events and data are kept for the target to read, the rest goes
 // nowhere.
-#include "LumeqApi/PauseState.h"
 #include "LumeqShim/LumeqNativeShim.h"
+#include "LumeqShim/PauseState.h"
 #include "fuzz/native/Machine.h"
 
 namespace Zuvan::LumeqShim {
@@ -24,13 +24,9 @@ void LocalSubfolderPathXX(const std::wstring&) {}
 void TrackPrintQueueInfoXX() {}
 void TrackSystemInformationXX() {}
 
-} // namespace Zuvan::LumeqShim
-
-namespace Zuvan::Lumeq::API {
-
 bool IsPauseMarked() { return false; }
 void InternalPause() {}
 void InternalResume() {}
 void RememberChoiceDuringPause(bool) {}
 
-} // namespace Zuvan::Lumeq::API
+} // namespace Zuvan::LumeqShim

@@ -1,4 +1,5 @@
 #include "LumeqShim/BasicOptIn.h"
+#include "LumeqShim/PauseState.h"
 
 #include "Common/Logger.h"
 #include "LumeqLib/Core/Utils/Settings.h"

@@ -1,6 +1,7 @@
 #include "LumeqShim/LumeqNativeShim.h"
 
 #include "LumeqShim/BasicOptIn.h"
+#include "LumeqShim/PauseState.h"
 #include "support/DeliveryStandIns.h"
 #include "support/FailingAllocation.h"
 #include "support/IsolatedMachine.h"

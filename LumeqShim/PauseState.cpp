@@ -1,19 +1,17 @@
-#include "LumeqApi/PauseState.h"
+#include "LumeqShim/PauseState.h"
 
 #include "LumeqShim/BasicOptIn.h"
 #include "LumeqShim/LumeqNativeShim.h"
 
 #include <string>
 
-namespace Zuvan::Lumeq::API {
-
-using namespace LumeqShim;
+namespace Zuvan::LumeqShim {
 
 bool IsPauseMarked() { return BasicDidUserOpted(OptinBeforePauseKey); }
 
 void InternalPause() {
     const bool userHasOptedIn = BasicGetUserOptIn(UserOptInKey);
-    std::wstring key = OptinBeforePauseKey; // consumed by the call
+    std::wstring key = OptinBeforePauseKey; // the call consumes it
     SetLocalValue(userHasOptedIn, key);
     SetUserOptInXX(false);
 }
@@ -29,4 +27,4 @@ void RememberChoiceDuringPause(bool userHasOptedIn) {
         BasicSetUserOptIn(userHasOptedIn, OptinBeforePauseKey);
 }
 
-} // namespace Zuvan::Lumeq::API
+} // namespace Zuvan::LumeqShim
