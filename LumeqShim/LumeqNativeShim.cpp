@@ -1,8 +1,8 @@
 #include "LumeqShim/LumeqNativeShim.h"
 
 #include "Common/TrackingGate.h"
-#include "LumeqShim/BasicFunctionality.h"
-#include "LumeqShim/BasicOptIn.h"
+#include "LumeqShim/Basic/BasicFunctionality.h"
+#include "LumeqShim/Basic/BasicOptIn.h"
 #include "LumeqShim/CompanionLibrary.h"
 #include "LumeqShim/GuardedRegion.h"
 

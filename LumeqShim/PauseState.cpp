@@ -1,6 +1,6 @@
 #include "LumeqShim/PauseState.h"
 
-#include "LumeqShim/BasicOptIn.h"
+#include "LumeqShim/Basic/BasicOptIn.h"
 #include "LumeqShim/LumeqNativeShim.h"
 
 #include <string>

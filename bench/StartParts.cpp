@@ -3,11 +3,11 @@
 // no longer load the library as a host does.
 #include "LumeqLib/Extra/Collection/MachineIdentifier.h"
 #include "LumeqLib/Extra/Collection/SystemInformation.h"
-#include "LumeqShim/BasicConfiguration.h"
-#include "LumeqShim/BasicMessage.h"
-#include "LumeqShim/BasicOptIn.h"
+#include "LumeqShim/Basic/BasicConfiguration.h"
+#include "LumeqShim/Basic/BasicMessage.h"
+#include "LumeqShim/Basic/BasicOptIn.h"
 #include "LumeqShim/PauseState.h"
-#include "LumeqShim/PostMessage.h"
+#include "LumeqShim/Post/PostMessage.h"
 #include "bench/Measure.h"
 
 #include <utility>

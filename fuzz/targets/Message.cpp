@@ -1,6 +1,6 @@
 // The basic road's message from its fields to the request: JSON text, scrubbing, envelope, path, headers.
-#include "LumeqShim/BasicMessage.h"
-#include "LumeqShim/QueueRequest.h"
+#include "LumeqShim/Basic/BasicMessage.h"
+#include "LumeqShim/Post/QueueRequest.h"
 #include "fuzz/support/Input.h"
 #include "fuzz/support/Json.h"
 #include "fuzz/support/PlainBase64.h"

@@ -1,6 +1,6 @@
 #include "LumeqShim/LumeqNativeShim.h"
 
-#include "LumeqShim/BasicOptIn.h"
+#include "LumeqShim/Basic/BasicOptIn.h"
 #include "LumeqShim/PauseState.h"
 #include "support/DeliveryStandIns.h"
 #include "support/FailingAllocation.h"

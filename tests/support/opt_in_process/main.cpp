@@ -3,7 +3,7 @@
 //   lumeq_opt_in_process FACTORY_FILE LOCAL_FILE toggle COUNT
 // `toggle` writes both values in turn, without end if COUNT is 0. Exit code: 0, or 1 for bad arguments.
 #include "LumeqLib/Core/Utils/SettingsPaths.h"
-#include "LumeqShim/BasicOptIn.h"
+#include "LumeqShim/Basic/BasicOptIn.h"
 
 #include <cwchar>
 #include <string>

@@ -1,6 +1,6 @@
 // Posts one request as the library's worker does, and prints the answer that came of it, byte by byte.
 //   lumeq_posting_program SERVER
-#include "LumeqShim/HttpsPost.h"
+#include "LumeqShim/Post/HttpsPost.h"
 
 #include <cstdio>
 #include <fcntl.h>

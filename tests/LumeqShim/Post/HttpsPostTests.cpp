@@ -1,4 +1,4 @@
-#include "LumeqShim/HttpsPost.h"
+#include "LumeqShim/Post/HttpsPost.h"
 
 #include "support/ImportedFunction.h"
 #include "support/IsolatedMachine.h"

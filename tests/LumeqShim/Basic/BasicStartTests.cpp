@@ -1,6 +1,6 @@
 #include "BasicRoadTest.h"
 #include "Common/Exceptions.h"
-#include "LumeqShim/BasicConfiguration.h"
+#include "LumeqShim/Basic/BasicConfiguration.h"
 #include "LumeqShim/LumeqNativeShim.h"
 #include "support/DeliveryStandIns.h"
 #include "support/FailingAllocation.h"

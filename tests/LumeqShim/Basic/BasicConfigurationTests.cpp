@@ -1,4 +1,4 @@
-#include "LumeqShim/BasicConfiguration.h"
+#include "LumeqShim/Basic/BasicConfiguration.h"
 
 #include "Common/Logger.h"
 #include "Common/Pattern.h"

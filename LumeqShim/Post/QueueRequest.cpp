@@ -1,4 +1,4 @@
-#include "LumeqShim/QueueRequest.h"
+#include "LumeqShim/Post/QueueRequest.h"
 
 #include "Common/Text.h"
 #include "Common/Utf.h"

@@ -1,4 +1,4 @@
-#include "LumeqShim/BasicMessage.h"
+#include "LumeqShim/Basic/BasicMessage.h"
 
 #include <gtest/gtest.h>
 

@@ -1,14 +1,14 @@
-#include "LumeqShim/BasicFunctionality.h"
+#include "LumeqShim/Basic/BasicFunctionality.h"
 
 #include "Common/HostFile.h"
 #include "Common/Logger.h"
 #include "Common/Text.h"
 #include "LumeqLib/Extra/Collection/MachineIdentifier.h"
 #include "LumeqLib/Extra/Collection/SystemInformation.h"
-#include "LumeqShim/BasicConfiguration.h"
-#include "LumeqShim/BasicMessage.h"
-#include "LumeqShim/BasicOptIn.h"
-#include "LumeqShim/PostMessage.h"
+#include "LumeqShim/Basic/BasicConfiguration.h"
+#include "LumeqShim/Basic/BasicMessage.h"
+#include "LumeqShim/Basic/BasicOptIn.h"
+#include "LumeqShim/Post/PostMessage.h"
 
 #include <utility>
 

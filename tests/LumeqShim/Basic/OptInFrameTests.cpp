@@ -1,6 +1,6 @@
-#include "LumeqShim/OptInFrame.h"
+#include "LumeqShim/Basic/OptInFrame.h"
 
-#include "LumeqShim/BasicOptIn.h"
+#include "LumeqShim/Basic/BasicOptIn.h"
 #include "support/Apartment.h"
 #include "support/FailingAllocation.h"
 #include "support/IsolatedMachine.h"

@@ -1,8 +1,8 @@
-#include "LumeqShim/HttpsPost.h"
+#include "LumeqShim/Post/HttpsPost.h"
 
 #include "Common/Handle.h"
 #include "Common/Logger.h"
-#include "LumeqShim/QueueRequest.h"
+#include "LumeqShim/Post/QueueRequest.h"
 
 #include <windows.h>
 

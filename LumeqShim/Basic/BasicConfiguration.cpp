@@ -1,4 +1,4 @@
-#include "LumeqShim/BasicConfiguration.h"
+#include "LumeqShim/Basic/BasicConfiguration.h"
 
 #include "Common/ComError.h"
 #include "Common/ComScope.h"
@@ -7,7 +7,7 @@
 #include "Common/Logger.h"
 #include "Common/Text.h"
 #include "LumeqLib/Core/Utils/Settings.h"
-#include "LumeqShim/BasicMessage.h"
+#include "LumeqShim/Basic/BasicMessage.h"
 
 #include <windows.h>
 

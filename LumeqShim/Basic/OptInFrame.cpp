@@ -1,4 +1,4 @@
-#include "LumeqShim/OptInFrame.h"
+#include "LumeqShim/Basic/OptInFrame.h"
 
 #include "Common/ComError.h"
 #include "Common/Format.h"

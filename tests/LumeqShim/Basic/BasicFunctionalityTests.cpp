@@ -1,4 +1,4 @@
-#include "LumeqShim/BasicFunctionality.h"
+#include "LumeqShim/Basic/BasicFunctionality.h"
 
 #include "BasicRoadTest.h"
 #include "support/Firmware.h"

@@ -1,10 +1,10 @@
-#include "LumeqShim/PostMessage.h"
+#include "LumeqShim/Post/PostMessage.h"
 
 #include "Common/Format.h"
 #include "Common/Logger.h"
 #include "Common/SystemHandles.h"
-#include "LumeqShim/HttpsPost.h"
-#include "LumeqShim/QueueRequest.h"
+#include "LumeqShim/Post/HttpsPost.h"
+#include "LumeqShim/Post/QueueRequest.h"
 
 #include <windows.h>
 

@@ -1,9 +1,9 @@
-#include "LumeqShim/BasicOptIn.h"
+#include "LumeqShim/Basic/BasicOptIn.h"
 
 #include "Common/Text.h"
 #include "LumeqLib/Core/Utils/Settings.h"
 #include "LumeqLib/Core/Utils/SettingsPaths.h"
-#include "LumeqShim/OptInFrame.h"
+#include "LumeqShim/Basic/OptInFrame.h"
 
 #include <memory>
 

@@ -1,4 +1,4 @@
-#include "LumeqShim/PostMessage.h"
+#include "LumeqShim/Post/PostMessage.h"
 
 #include "support/ImportedFunction.h"
 #include "support/IsolatedMachine.h"

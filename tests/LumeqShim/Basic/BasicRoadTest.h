@@ -1,7 +1,7 @@
 // A machine with an opted-in or opted-out user and settings for the basic road's message.
 #pragma once
 
-#include "LumeqShim/BasicOptIn.h"
+#include "LumeqShim/Basic/BasicOptIn.h"
 #include "support/IsolatedMachine.h"
 #include "support/LogLines.h"
 

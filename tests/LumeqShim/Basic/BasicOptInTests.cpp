@@ -1,4 +1,4 @@
-#include "LumeqShim/BasicOptIn.h"
+#include "LumeqShim/Basic/BasicOptIn.h"
 #include "LumeqShim/PauseState.h"
 
 #include "Common/Logger.h"
