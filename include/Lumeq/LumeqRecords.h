@@ -1,11 +1,15 @@
-// The types that cross from Lumeq to the companion library that stands behind the hand-over.
+// The types that Lumeq passes to the companion library, for the maker of that library; hosts do not need
+// them. The companion library, LumeqShim.Managed.dll, is a separate DLL that queues records and delivers
+// them. It exports the eleven operations at the end of this file.
 //
-// For the maker of that library, not for hosts. The objects are passed by address, so both sides must be
-// built with one toolchain; LumeqToolchain.h stops a build that mixes two. Everything arrives on the host's
-// thread and is valid only until the operation returns: copy what is to be kept. An operation reports failure
-// by throwing; Lumeq catches whatever C++ can throw. An exception of the managed runtime or of the processor
-// must not leave an operation. With MSVC, build with /EHs: these are extern "C" functions that throw. Lumeq's
-// lock is held meanwhile, so an operation must not call a function of LumeqApi.h, nor wait for one.
+// - Toolchain: objects are passed by address, so both sides must be built with one toolchain. A build that
+//   mixes two stops in LumeqToolchain.h.
+// - Lifetime: every argument is valid only until the operation returns. Copy what you keep.
+// - Threads: an operation runs on the host's thread while Lumeq holds its lock. It must not call a function
+//   of LumeqApi.h, which throws std::system_error there, and must not wait for another thread that calls one.
+// - Failures: an operation reports a failure by throwing a C++ exception of any type. Lumeq catches and logs
+//   it. A managed exception or a structured exception (SEH) must not leave an operation. With MSVC, build
+//   with /EHs, because these are extern "C" functions that throw.
 #pragma once
 
 #include <Lumeq/LumeqToolchain.h>
@@ -19,20 +23,20 @@ namespace Zuvan::Lumeq::Extra::Eventing {
 
 class Variant;
 
-/// A record: unordered, keys unique and compared by exact code units.
+/// A record. Unordered; keys are unique and compared by code unit.
 using Dictionary = std::unordered_map<std::wstring, Variant>;
 
-/// Free-form fields as a host hands them over.
+/// Free-form fields of a host: name to value.
 using StringDictionary = std::unordered_map<std::wstring, std::wstring>;
 
-/// Milliseconds since 1970-01-01 UTC that stand for "no valid time".
+/// The value of a time that is not valid, in milliseconds since 1970-01-01 UTC.
 inline constexpr std::uint64_t InvalidTime = ~std::uint64_t{0};
 
-/// Tells the time in milliseconds since 1970-01-01 UTC, or InvalidTime.
+/// Returns the time in milliseconds since 1970-01-01 UTC, or InvalidTime.
 using EpochClock = std::uint64_t (*)();
 
 /// The value of one field of a record: nothing, a text, a list of texts, or a nested record. Owns its value;
-/// a copy is deep. No lock: one thread at a time.
+/// a copy is deep. Not synchronised: one thread at a time.
 class Variant {
 public:
     enum class ValueType : std::int32_t { Null = 0, String = 1, StringList = 2, Dictionary = 3 };
@@ -45,16 +49,16 @@ public:
     ~Variant();
 
     Variant& operator=(const Variant& other);
-    /// Takes the value and leaves `other` Null; of itself: nothing happens.
+    /// Takes the value and leaves `other` Null. Assigning an object to itself changes nothing.
     Variant& operator=(Variant&& other);
-    /// Assigning the very object that is already held changes nothing.
+    /// Copies the value. Assigning the object that this one holds already changes nothing.
     Variant& operator=(const std::wstring& text);
     Variant& operator=(const StringListType& list);
     Variant& operator=(const DictionaryType& dictionary);
-    /// Leaves `dictionary` empty.
+    /// Takes the fields and leaves `dictionary` empty.
     Variant& operator=(DictionaryType&& dictionary);
 
-    /// Checked access: throws InvalidOperationException unless the value is of that type.
+    /// Checked access. Throws InvalidOperationException unless the value has that type.
     const std::wstring& AsString() const;
     std::wstring& AsString();
     const StringListType& AsStringList() const;
@@ -64,7 +68,7 @@ public:
 
     ValueType Type() const noexcept { return _type; }
 
-    /// Unchecked access for readers that have no link to Lumeq's code: null unless the value is of that type.
+    /// Access for readers that do not link Lumeq's code: null unless the value has that type.
     const std::wstring* StringIf() const noexcept {
         return _type == ValueType::String ? static_cast<const std::wstring*>(_value) : nullptr;
     }
@@ -93,7 +97,7 @@ class EventDetails;
 /// The envelope of every usage event: its time and its `app_eventinfo/2.0.1` record.
 class EventingEvent {
 public:
-    /// `details` may be null. The clock is read before anything else is done.
+    /// `details` may be null. The clock is read first, so that building the record does not shift the time.
     EventingEvent(const std::wstring& actor, const std::wstring& action, const std::wstring& object,
                   const std::wstring& objectLabel, Dictionary context, const EventDetails* details,
                   EpochClock clock);
@@ -148,29 +152,39 @@ struct StartupTypes {
     std::uint32_t whyType;
 };
 
-/// File name of the companion library, which stands beside the host executable or beside Lumeq.dll.
+/// File name of the companion library. Lumeq looks in the host executable's folder, then in its own.
 inline constexpr wchar_t CompanionFileName[] = L"LumeqShim.Managed.dll";
 
-/// The eleven operations that the companion library exports under these plain names.
+/// The eleven operations that the companion library exports, undecorated. Each argument follows the rules at
+/// the top of this file.
 namespace Companion {
 
 using Lumeq::Extra::Eventing::EventingEvent;
 using Lumeq::Extra::Eventing::StringDictionary;
 
 extern "C" {
+/// Begins a run. If it fails, Lumeq sends the message about the machine instead. `types` is never null.
 using StartupInternal = void(const std::wstring& appName, const StartupTypes* types, bool trackSystemInfo,
                              bool trackPrintQueueInfo);
+/// Ends the run; waits for delivery up to `timeoutMsec` milliseconds, which is 0 or more.
 using ShutdownInternal = void(std::int32_t timeoutMsec);
+/// Delivers what is queued; waits up to `timeoutMsec` milliseconds, which is 0 or more.
 using FlushInternal = void(std::int32_t timeoutMsec);
+/// Returns the user's choice. A failure counts as false.
 using GetUserOptInInternal = bool();
+/// Stores the user's choice in the local settings file, under `UserOptIn`. After a failure Lumeq stores it.
 using SetUserOptInInternal = void(bool userHasOptedIn);
+/// Stores a value in the local settings file. After a failure Lumeq stores it.
 using SetLocalValueInternal = void(const std::wstring& key, const std::wstring& value);
+/// Keeps the local settings file in this subfolder from now on.
 using LocalSettingsSubfolderInternal = void(const std::wstring& path);
-/// The second and the third argument are always null.
+/// Queues an event. The second and the third argument are always null.
 using PostEventInternal = void(const EventingEvent& event, void* second, void* third);
-/// The third argument is always null.
+/// Queues data that is not an event, such as one discovered printer. The third argument is always null.
 using PostDataInternal = void(const StringDictionary& data, const std::wstring& dataType, void* third);
+/// Collects and sends the print queues of the machine.
 using TrackPrintQueueInfoInternal = void();
+/// Collects and sends the system information of the machine.
 using TrackSystemInformationInternal = void();
 }
 
