@@ -9,11 +9,7 @@ target_include_directories(
                   $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>)
 target_link_libraries(Lumeq PRIVATE lumeq_options lumeq_system)
 if(MINGW)
-  # In the place of what the runtime libraries of this toolchain would do to a host's process beyond what they are
-  # asked for.
-  add_library(lumeq_runtime OBJECT LumeqApi/Runtime/EmergencyMemory.cpp LumeqApi/Runtime/StackGuard.cpp
-                                   LumeqApi/Runtime/ThreadVariables.cpp LumeqApi/Runtime/Threads.cpp)
-  target_link_libraries(lumeq_runtime PRIVATE lumeq_options)
+  add_subdirectory(Runtime)
   target_sources(Lumeq PRIVATE $<TARGET_OBJECTS:lumeq_runtime>)
 endif()
 

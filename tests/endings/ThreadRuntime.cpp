@@ -1,4 +1,4 @@
-// Tells what the C++ library is given by LumeqApi/Runtime when eight threads ask at once, in a process that
+// Tells what the C++ library is given by Runtime/ when eight threads ask at once, in a process that
 // has no thread-local storage to give. Its own threads are the system's, since those of the C++ library would
 // bring the library that is replaced.
 #include "support/ImportedFunction.h"

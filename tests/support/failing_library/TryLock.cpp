@@ -1,4 +1,4 @@
-// What the library itself never asks of the runtime in LumeqApi/Runtime, and the control of the failing
+// What the library itself never asks of the runtime in Runtime/, and the control of the failing
 // library does: a mutex there is a slim lock, and -1 until it is used for the first time.
 #include <windows.h>
 

@@ -1,6 +1,11 @@
-// Variables that each thread has to itself, in the place of libgcc's: those take a slot of thread-local
-// storage of the host's process, and end the process where no slot or no memory is left. The C++ library has
-// one such variable, the exceptions that are being handled, and so every throw comes here.
+// Works around libgcc's emulation of thread_local (emutls): it takes one of the process's slots for
+// thread-local storage at its first use, never frees it, and aborts the process where no slot or no memory is
+// left. libstdc++ keeps the exceptions that a thread is handling in such a variable, so every throw comes
+// here.
+//
+// No longer needed once host.runtime_tests and host.load_unload_tests pass without this file. libgcc's own
+// version needs libwinpthread, so Threads.cpp goes first. A toolchain with native thread_local does not call
+// __emutls_get_address at all.
 #include <windows.h>
 
 #include <cstddef>
@@ -10,7 +15,7 @@
 
 namespace {
 
-/// What the compiler makes of a variable.
+/// How the compiler describes a variable. The layout is libgcc's.
 struct Variable {
     std::size_t size;
     std::size_t alignment;
@@ -18,20 +23,20 @@ struct Variable {
     const void* initial; ///< Null for zeros.
 };
 
-/// One thread's copy of a variable. The value stands behind it.
+/// One thread's copy of a variable. The value follows it in memory.
 struct Copy {
     Copy* next;
     const Variable* variable;
     DWORD thread;
 
     void* Value() noexcept {
-        const std::uintptr_t behind = reinterpret_cast<std::uintptr_t>(this + 1);
-        return reinterpret_cast<void*>((behind + variable->alignment - 1) / variable->alignment *
+        const std::uintptr_t end = reinterpret_cast<std::uintptr_t>(this + 1);
+        return reinterpret_cast<void*>((end + variable->alignment - 1) / variable->alignment *
                                        variable->alignment);
     }
 };
 
-/// Room for a copy where there is no memory, as when the exception is std::bad_alloc.
+/// Room for a copy when memory has run out, as it has when std::bad_alloc is thrown.
 struct Spare {
     static constexpr std::size_t Size = 64;
 
@@ -50,8 +55,9 @@ private:
     SRWLOCK& _lock;
 };
 
-/// Goes after all other static objects, since their destructors may throw and catch. At a process's end the
-/// system may have stopped a thread that held the lock: the destructor does without, being alone by then.
+/// Destroyed after every other static object, since their destructors may throw and catch. The destructor
+/// does not take the lock: at the end of a process the system may have stopped the thread that held it, and
+/// no other thread runs by then.
 class ThreadVariables {
 public:
     ~ThreadVariables() {
@@ -102,7 +108,7 @@ private:
     }
 
     void* Take(std::size_t size) noexcept {
-        // Whoever throws after a failed call of the system may still ask for its error.
+        // A handler may read the error of the system call whose failure caused the throw.
         const DWORD error = GetLastError();
         void* const memory = std::malloc(size);
         SetLastError(error);
@@ -127,7 +133,7 @@ void NTAPI OnThread(void*, DWORD reason, void*) {
         variables.ForgetThread();
 }
 
-// The system calls what stands in this section, whenever a thread begins or ends.
+// The system calls every function listed in this section when a thread begins or ends.
 __attribute__((section(".CRT$XLD"), used)) const PIMAGE_TLS_CALLBACK onThread = &OnThread;
 
 } // namespace

@@ -1,7 +1,10 @@
-// What MinGW's C++ library asks of POSIX threads, in the place of libwinpthread: that one takes a slot of
-// thread-local storage, events, semaphores and an exception handler of the host's process, some of them while
-// it is loaded, and leaves most of them behind when a host lets this library go. Nothing here needs to be
-// given back.
+// Works around libwinpthread, MinGW's POSIX threads, which libstdc++ uses for its mutexes and one-time
+// initialisation: it takes a slot of thread-local storage, events, semaphores and an exception handler of the
+// host's process, some of them when the DLL is loaded, and keeps most of them when the DLL is unloaded. This
+// file implements the seven functions that libstdc++ calls on locks of the system that need no clean-up.
+//
+// No longer needed once host.quiet_load_tests, host.load_unload_tests and host.runtime_tests pass without
+// this file, or with a libstdc++ that is built for Win32 threads.
 #include <windows.h>
 
 #include <atomic>
@@ -10,8 +13,9 @@
 
 namespace {
 
-/// A mutex or condition variable in the place of a POSIX one. Their static initialisers are small negative
-/// numbers, which no lock in use consists of; ours is zero.
+/// The system's lock or condition variable, stored in the POSIX object itself. A POSIX object that has only
+/// its static initialiser holds a small negative number, which no native object in use does; a new native
+/// object is zero.
 template <class Native, class Posix>
 Native* NativeOf(Posix* object) noexcept {
     static_assert(sizeof(Native) == sizeof(Posix));
@@ -23,8 +27,8 @@ Native* NativeOf(Posix* object) noexcept {
     return reinterpret_cast<Native*>(object);
 }
 
-/// A recursive one is not told apart: the C++ library declares one such mutex, for the construction of static
-/// variables, and does not hold it while it constructs.
+/// A recursive mutex is treated like any other: libstdc++ declares just one, which guards the construction of
+/// static variables, and does not hold it while it constructs.
 SRWLOCK* LockOf(pthread_mutex_t* mutex) noexcept { return NativeOf<SRWLOCK>(mutex); }
 CONDITION_VARIABLE* ConditionOf(pthread_cond_t* condition) noexcept {
     return NativeOf<CONDITION_VARIABLE>(condition);
@@ -34,7 +38,8 @@ enum OnceState : pthread_once_t { New = PTHREAD_ONCE_INIT, Running, Done };
 SRWLOCK onceLock = SRWLOCK_INIT;
 CONDITION_VARIABLE onceChanged = CONDITION_VARIABLE_INIT;
 
-/// Tells the outcome to those who wait: done, or to be tried by the next where the routine threw.
+/// Publishes the outcome of a run to the waiting threads: done, or, where the routine threw, to be tried
+/// again by the next of them.
 class OnceRun {
 public:
     explicit OnceRun(pthread_once_t& once) noexcept : _once(once) {}
@@ -53,7 +58,7 @@ private:
     pthread_once_t& _once;
 };
 
-/// Whether the caller has to run the routine; else it has been run.
+/// Whether the caller has to run the routine. False once it has been run.
 bool BeginOnce(pthread_once_t& once) noexcept {
     std::atomic_ref state(once);
     pthread_once_t expected = New;
