@@ -1,4 +1,4 @@
-// The calls that are measured, each with the arguments that a host usually gives.
+// The measured calls, each with typical arguments.
 #pragma once
 
 #include "bench/Measure.h"
@@ -16,17 +16,17 @@ struct Call {
 /// Calls that the library accepts.
 std::vector<Call> AcceptedEvents(const SampleHost::Library& library);
 
-/// The same with one argument wrong.
+/// The same calls with one bad argument each.
 std::vector<Call> RefusedEvents(const SampleHost::Library& library);
 
 /// Tasks and devices, and the start of an application whose user has not opted in. An action throws
 /// std::runtime_error if a task did not begin or end.
 std::vector<Call> TaskCalls(const SampleHost::Library& library);
 
-/// These change the settings: to be measured in this order, in a process without TaskCalls.
+/// Calls that change the settings. Measure them in this order, in a process without TaskCalls.
 std::vector<Call> OptInCalls(const SampleHost::Library& library);
 
-/// The start of an application, for a process of its own.
+/// The start of an application, in a process of its own.
 Action Start(const SampleHost::Library& library);
 
 } // namespace LumeqBench

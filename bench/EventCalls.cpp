@@ -12,7 +12,7 @@ const std::wstring ControlName = L"connect";
 const API::StringDictionary LocalContext = {{L"networks_found", L"7"}, {L"signal", L"good"}};
 const API::StringDictionary FormDetails = {{L"country", L"Austria"}, {L"newsletter", L"false"}};
 
-/// What differs between an accepted and a refused call.
+/// The arguments in which an accepted and a refused call differ.
 struct Arguments {
     std::wstring screenName;
     std::wstring adProduct;

@@ -1,6 +1,6 @@
-// lumeq-bench WHAT: measures Lumeq.dll, loaded from beside the executable as any host may, and prints one
-// line for each measurement. The road, the log level and the registry's switch hold for the life of a
-// process, so `run` of this folder starts this program once for each combination.
+// lumeq-bench WHAT: measures Lumeq.dll, loaded from the executable's folder as a host loads it, and prints
+// one line per measurement. Road, log level and the registry's switch are fixed for the life of a process, so
+// `run` in this folder starts this program once for each combination.
 #include "bench/Calls.h"
 #include "bench/Measure.h"
 #include "bench/PatternCosts.h"
@@ -33,7 +33,7 @@ void MeasureCalls(CallList calls) {
     MeasureTogether(calls(library));
 }
 
-/// Each with a batch to itself: what one does to the settings changes the price of the others.
+/// One batch each, one after the other: each changes the settings and with them the cost of the others.
 void MeasureOptIn() {
     Library library;
     library.Load();

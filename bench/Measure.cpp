@@ -10,7 +10,7 @@ namespace LumeqBench {
 
 namespace {
 
-// Short enough to fall between two switches to another process more often than not.
+// Short enough that most batches see no switch to another process.
 constexpr double BatchMicroseconds = 1'000;
 constexpr int FewestRounds = 5;
 constexpr int MostRounds = 51;
@@ -35,7 +35,7 @@ double MicrosecondsOfBatch(const Action& action, int calls) {
     });
 }
 
-/// Finding out is the warming up. One long batch is not believed: something else may have come between.
+/// Finding the batch size also warms up. A single long batch may have been interrupted, so it does not count.
 int CallsPerBatch(const Action& action) {
     int calls = 1;
     for (int longBatches = 0; longBatches < 3;) {

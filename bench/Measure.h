@@ -1,4 +1,4 @@
-// Times of things too fast for one reading of the clock, whose steps are 100 ns under Wine.
+// Times of actions that are too fast for one reading of the clock, which steps by 100 ns under Wine.
 #pragma once
 
 #include <functional>
@@ -8,17 +8,17 @@ namespace LumeqBench {
 
 using Action = std::function<void()>;
 
-/// Microseconds per call of each action. Warms up, then goes round the actions, a batch of calls each, so
-/// that whatever else keeps the machine busy falls on all of them alike; gives the medians of the batches.
+/// Microseconds per call of each action: the median of its batches. Warms up, then runs a batch of each
+/// action in turn, so that other load on the machine affects all of them alike.
 std::vector<double> MicrosecondsPerCall(const std::vector<Action>& actions);
 
-/// Of one call, for what can happen only once.
+/// Of one call, for actions that can happen only once.
 double MicrosecondsOnce(const Action& action);
 
-/// Of actions that can only be called in turn: medians of single calls.
+/// Of actions that must alternate: medians of single calls.
 std::vector<double> MicrosecondsInTurn(const std::vector<Action>& actions);
 
-/// Prints one line: what was measured, under which circumstances, microseconds.
+/// Prints one line: the action, its circumstances, microseconds.
 void Report(const char* name, const char* circumstances, double microseconds);
 
 } // namespace LumeqBench

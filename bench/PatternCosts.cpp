@@ -19,10 +19,10 @@ namespace API = Zuvan::Lumeq::API;
 struct PatternCost {
     const char* name;
     const Pattern& pattern;
-    const wchar_t* text; ///< The same pattern, for the plain way.
+    const wchar_t* text; ///< The same pattern for std::wregex.
     LetterCase letterCase;
     std::wstring usual;
-    std::wstring start; ///< Of the long texts; `unit` follows until they are long enough.
+    std::wstring start; ///< Start of the long texts; `unit` is appended up to their length.
     std::wstring unit = L"ab";
 };
 

@@ -1,4 +1,4 @@
-// What matching costs: the library's patterns beside the standard library's usual way.
+// The cost of matching: the library's patterns compared with the standard library's usual engine.
 #pragma once
 
 namespace LumeqBench {

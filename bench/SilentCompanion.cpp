@@ -1,4 +1,4 @@
-// A companion library that does nothing, so that what is measured is the library in front of it.
+// A companion library that does nothing, so that the benchmark measures only the library that calls it.
 #include <Lumeq/LumeqRecords.h>
 
 #include <cstdint>

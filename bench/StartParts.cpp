@@ -1,6 +1,6 @@
-// lumeq-bench-start: the steps of the first start on the basic road, in their order and each for the first
-// time in its process. A program of its own, since it brings most of the library with it: lumeq-bench would
-// no longer load the library as a host does.
+// lumeq-bench-start: the steps of the first start on the basic road, in order, each for the first time in its
+// process. A program of its own, because it links most of the library; lumeq-bench must load the library as a
+// host does.
 #include "LumeqLib/Extra/Collection/MachineIdentifier.h"
 #include "LumeqLib/Extra/Collection/SystemInformation.h"
 #include "LumeqShim/Basic/BasicConfiguration.h"

@@ -14,7 +14,7 @@ const API::StringDictionary LocalContext = {{L"pages_waiting", L"4"}};
 constexpr wchar_t GlobalContext[] = L"Tarvik 3000";
 const std::wstring Success = L"success";
 
-/// A task begun and ended. `complete` takes the address of the handle.
+/// One task, begun and ended. `complete` takes the address of the handle.
 template <class Complete>
 Call TaskPair(const Library& library, const char* name, Complete complete) {
     using Initiated = decltype(API::ScanAcquireInitiated);

@@ -1,10 +1,10 @@
-# Header-only packages of the build host, each seen through a folder of the build tree that holds nothing
-# else: the host's own /usr/include must never come into a cross-build.
+# Header-only packages of the build host. Each is linked into a folder of the build tree of its own, because the host's
+# /usr/include must never enter a cross-build.
 function(lumeq_host_headers target folder probe)
   find_path(_${folder}_root ${probe} PATHS /usr/include /usr/local/include NO_DEFAULT_PATH
                                                                           NO_CMAKE_FIND_ROOT_PATH)
   if(NOT _${folder}_root)
-    message(FATAL_ERROR "${probe} was not found; README.md names the packages to install")
+    message(FATAL_ERROR "${probe} was not found; tools/setup installs the packages")
   endif()
   set(_view ${PROJECT_BINARY_DIR}/host-headers/${folder})
   file(MAKE_DIRECTORY ${_view})

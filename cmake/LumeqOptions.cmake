@@ -1,4 +1,4 @@
-# What every target of our own is compiled with, and what can be chosen at configure time.
+# The compile options of our own targets, and the options of the configuration.
 option(LUMEQ_DEVELOPMENT "Build the sample host, the companion stand-in and the tools" ON)
 option(LUMEQ_TESTS "Build the tests" ON)
 option(LUMEQ_BENCHMARKS "Build the benchmark" OFF)
@@ -21,7 +21,7 @@ target_compile_definitions(
   lumeq_options INTERFACE UNICODE _UNICODE NOMINMAX NOGDI WIN32_LEAN_AND_MEAN _WIN32_WINNT=0x0601
                           $<$<BOOL:${MSVC}>:_SILENCE_CXX17_CODECVT_HEADER_DEPRECATION_WARNING>)
 if(MSVC)
-  # Exceptions come out of extern "C" functions: the companion's operations, and a failed lock.
+  # extern "C" functions throw here: the companion library's operations, and a failed lock.
   string(REPLACE "/EHsc" "/EHs" CMAKE_CXX_FLAGS "${CMAKE_CXX_FLAGS}")
   target_compile_options(lumeq_options INTERFACE /W4 /WX /utf-8 /permissive-)
 else()

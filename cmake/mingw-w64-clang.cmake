@@ -1,4 +1,4 @@
-# The second compiler: clang over the headers and libraries of the MinGW-w64 g++ toolchain, linked by lld.
+# The second compiler: clang with the headers and libraries of the MinGW-w64 g++ toolchain, linked by lld.
 set(CMAKE_SYSTEM_NAME Windows)
 set(CMAKE_SYSTEM_PROCESSOR x86_64)
 set(_triple x86_64-w64-mingw32)
@@ -13,7 +13,7 @@ set(CMAKE_RC_COMPILER ${_triple}-windres)
 set(CMAKE_AR ${_triple}-ar)
 set(CMAKE_RANLIB ${_triple}-ranlib)
 
-# Named folder by folder, or clang would take its own choice of C++ library.
+# Each folder is named, because clang would otherwise choose its own C++ library.
 set(_c_include "-isystem /usr/lib/llvm-14/lib/clang/14.0.6/include -isystem /usr/${_triple}/include")
 set(_cxx_include
     "-isystem ${_gcc}/include/c++ -isystem ${_gcc}/include/c++/${_triple} -isystem ${_gcc}/include/c++/backward")

@@ -1,4 +1,4 @@
-# Cross-builds for 64-bit Windows with MinGW-w64 (posix threads) and runs what was built under Wine.
+# Cross-builds for 64-bit Windows with MinGW-w64 (posix threads) and runs the programs under Wine.
 set(CMAKE_SYSTEM_NAME Windows)
 set(CMAKE_SYSTEM_PROCESSOR x86_64)
 set(_triple x86_64-w64-mingw32)
@@ -13,7 +13,7 @@ set(CMAKE_FIND_ROOT_PATH_MODE_LIBRARY ONLY)
 set(CMAKE_FIND_ROOT_PATH_MODE_INCLUDE ONLY)
 set(CMAKE_FIND_ROOT_PATH_MODE_PACKAGE ONLY)
 
-# The runtimes go in: a binary imports nothing but Windows' own libraries.
+# The compiler's runtimes are linked statically, so a binary imports only Windows' own libraries.
 foreach(_kind EXE SHARED MODULE)
   set(CMAKE_${_kind}_LINKER_FLAGS_INIT "-static -static-libgcc -static-libstdc++")
 endforeach()

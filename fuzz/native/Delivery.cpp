@@ -1,5 +1,5 @@
-// Where the exported layer's calls end: events and data are kept for the target to read, the rest goes
-// nowhere.
+// The end of the exported layer's calls: events and data are kept for the target to read, everything else is
+// dropped.
 #include "LumeqShim/LumeqNativeShim.h"
 #include "LumeqShim/PauseState.h"
 #include "fuzz/native/Machine.h"

@@ -10,8 +10,8 @@ namespace Zuvan::Lumeq::Common {
 
 namespace {
 
-// The four conversions that the exports use, as Windows takes them. Every argument is read to its end, so
-// that one that is gone already is seen.
+// Handles the four conversions that the exports use, as Windows does. It reads every argument to its end, so
+// that AddressSanitizer notices one that has been freed.
 std::wstring Argument(wchar_t conversion, std::va_list& arguments) {
     switch (conversion) {
     case L's':

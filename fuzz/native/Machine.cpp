@@ -43,7 +43,7 @@ std::tm UtcCalendar(std::int64_t epochSeconds) {
     return utc;
 }
 
-// Serves formats of numbers alone: those of texts differ between the platforms.
+// Only for formats of numbers, because those of texts differ between the platforms.
 FormattedText FormatBounded(std::size_t capacity, const wchar_t* format, ...) {
     std::wstring buffer(capacity, L'\0');
     std::va_list arguments;
@@ -80,7 +80,7 @@ std::optional<std::wstring> RenderTaskGuid(const TaskGuid& guid) {
 
 namespace API {
 
-// The real one ends in a function that only Windows' C runtimes have; no target calls for it.
+// The real one ends in a function that only Windows' C runtimes have. No target calls it.
 std::int32_t CopyToBuffer(wchar_t*, std::size_t, const std::wstring&) noexcept { std::abort(); }
 
 } // namespace API

@@ -1,5 +1,5 @@
-// The machine under the portable files when they run natively: settable where Windows would tell, recording
-// where Windows or the companion would be told. One for the process; every input starts on a new one.
+// The machine below the portable files in native builds. Targets set what Windows would return and read what
+// Windows or the companion library would receive. One for the process; every input starts with a new one.
 #pragma once
 
 #include "Common/LogLine.h"
@@ -39,7 +39,7 @@ struct Machine {
 };
 
 Machine& TheMachine();
-/// Puts a new one in its place.
+/// Replaces it by a new one.
 Machine& NewMachine();
 
 } // namespace Zuvan::Lumeq::Fuzzing

@@ -1,4 +1,4 @@
-// What an exported call must do, told without the code that does it.
+// What an exported call must do, modelled without the code under test.
 #pragma once
 
 #include "fuzz/support/Input.h"
@@ -12,14 +12,14 @@
 
 namespace Zuvan::Lumeq::Fuzzing {
 
-/// Texts are read no longer than the plain engine bears.
+/// The longest text that the plain engine can handle.
 std::wstring ReadText(Input& input);
 std::optional<std::wstring> ReadOptionalText(Input& input);
 
-/// What a host passes for an optional text.
+/// An optional text of a host.
 const wchar_t* Pointer(const std::optional<std::wstring>& text);
 
-/// The two arguments that every event takes.
+/// The two arguments that every event has.
 struct ContextArguments {
     std::optional<Extra::Eventing::StringDictionary> local;
     std::optional<std::wstring> global;
@@ -29,7 +29,7 @@ struct ContextArguments {
     const Extra::Eventing::StringDictionary* Local() const { return local ? &*local : nullptr; }
     const wchar_t* Global() const { return Pointer(global); }
 
-    /// The context record, with the process-wide model name of the machine.
+    /// The context record, with the machine's process-wide model name.
     Model::Fields Record() const;
 };
 
@@ -45,7 +45,7 @@ public:
 
     bool Failed() const { return !_errors.empty(); }
 
-    /// Whether the machine's log holds these ERROR lines and no others.
+    /// Whether the machine's log contains exactly these ERROR lines.
     void RequireErrors() const;
 
 private:
@@ -59,7 +59,7 @@ private:
 Model::Fields EventRecord(const wchar_t* actor, const wchar_t* action, const wchar_t* object,
                           const std::wstring& label, Model::Fields context, Model details);
 
-/// The time that an event carries when the clock shows this.
+/// The time of an event if the clock shows this.
 std::uint64_t EventTime(std::int64_t utcMilliseconds);
 
 } // namespace Zuvan::Lumeq::Fuzzing

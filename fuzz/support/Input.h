@@ -1,5 +1,5 @@
-// What a target makes of libFuzzer's bytes. Made so that an input can be written with an editor: a choice is
-// a letter, a number its digits, and a text is what stands on its line.
+// Interprets libFuzzer's bytes so that an input can be written with an editor: a choice is a letter, a number
+// is digits, and a text is a line.
 #pragma once
 
 #include <Lumeq/LumeqRecords.h>
@@ -18,19 +18,19 @@ public:
 
     bool IsAtEnd() const { return _bytes.empty(); }
 
-    /// Below `count`: 'a' is 0, 'b' is 1. Takes one byte; 0 at the end.
+    /// Returns less than `count`: 'a' is 0, 'b' is 1. Takes one byte; 0 at the end.
     std::size_t Choice(std::size_t count);
 
-    /// The digits of a line, with a sign or without; 0 for anything else.
+    /// The digits of a line, with or without a sign; 0 for anything else.
     std::int64_t Number();
 
     /// The bytes up to the end of the line, or all.
     std::string Bytes();
-    /// The same as code units: a byte below 0xF0 is one, any other announces one in the two bytes behind it.
+    /// The same as code units: a byte below 0xF0 is one, any other announces one in the next two bytes.
     std::wstring Line();
-    /// A line that begins with "~" is none.
+    /// None for a line that begins with "~".
     std::optional<std::wstring> OptionalLine();
-    /// Up to three pairs of lines, behind a choice that tells how many.
+    /// Up to three pairs of lines, after a choice of how many.
     Extra::Eventing::StringDictionary Fields();
 
     std::span<const std::uint8_t> Rest();

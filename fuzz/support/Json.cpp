@@ -9,7 +9,7 @@ namespace {
 
 using nlohmann::json;
 
-/// Takes the pairs as they come: a parsed object would hold the last of two that are named the same.
+/// Collects the pairs while parsing, because a parsed object keeps only the last of two with the same name.
 class FlatObject : public nlohmann::json_sax<json> {
 public:
     JsonFields fields;

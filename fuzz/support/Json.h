@@ -10,8 +10,7 @@ namespace Zuvan::Lumeq::Fuzzing {
 
 using JsonFields = std::vector<std::pair<std::string, std::string>>;
 
-/// The fields, sorted, of an object that holds texts alone; one key may stand there twice. None for any other
-/// text.
+/// The fields, sorted, of an object that contains only texts; a key may occur twice. None for any other text.
 std::optional<JsonFields> FieldsOfFlatObject(const std::string& text);
 
 /// The body in {"messages":[{"body":"..."}]}. None for any other text.

@@ -1,4 +1,4 @@
-// What a Variant must hold, told by containers whose ownership cannot go wrong.
+// A model of a Variant's value, built from containers whose ownership is simple.
 #pragma once
 
 #include <Lumeq/LumeqRecords.h>
@@ -31,7 +31,7 @@ bool operator==(const Model& left, const Model& right);
 Model ModelOf(const Extra::Eventing::Variant& variant);
 Model ModelOf(const Extra::Eventing::Dictionary& dictionary);
 
-/// Every pair as a text.
+/// Each pair as a text.
 Model::Fields TextFields(const Extra::Eventing::StringDictionary& fields);
 
 } // namespace Zuvan::Lumeq::Fuzzing

@@ -89,7 +89,7 @@ std::size_t LongestPlainText(Kind kind) {
 bool PlainlyMatches(Kind kind, const std::wstring& text) {
     if (kind == Kind::UrlLabel)
         return MatchesUtf8(text);
-    // Each is compiled when it is first asked for.
+    // Each is compiled at its first use.
     static std::optional<std::wregex> compiled[KindCount];
     const auto index = static_cast<std::size_t>(kind);
     if (!compiled[index])

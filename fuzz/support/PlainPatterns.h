@@ -1,5 +1,4 @@
-// The event schema's patterns once more, in a copy of their own, matched by the standard library's usual
-// engine.
+// A second copy of the event schema's patterns, matched by the standard library's usual engine.
 #pragma once
 
 #include <cstddef>
@@ -30,7 +29,7 @@ enum class Kind {
     TaskResult,
     Url,
     SchemaVersion,
-    // Those of the event classes.
+    // Patterns of the event classes.
     HyperlinkLabel,
     UrlLabel,
     ReportMoniker,
@@ -40,17 +39,17 @@ enum class Kind {
 };
 inline constexpr std::size_t KindCount = 28;
 
-/// Up to this length the plain engine decides in acceptable time, however the text is made.
+/// Up to this length the plain engine decides in acceptable time for any text.
 std::size_t LongestPlainText(Kind kind);
 
 /// Whether the pattern covers the whole text, by std::wregex, or std::regex over UTF-8 for UrlLabel.
 bool PlainlyMatches(Kind kind, const std::wstring& text);
 
-/// Whether it is one of the five patterns for names with inner spaces, which take the plain engine
+/// Whether it is one of the five patterns for names with inner spaces, for which the plain engine takes
 /// exponential time.
 bool IsName(Kind kind);
 
-/// The same answer for a text of any length, told by hand for a name and by PlainlyMatches otherwise.
+/// The same answer for a text of any length: by a hand-written rule for a name, otherwise by PlainlyMatches.
 bool ShouldMatch(Kind kind, const std::wstring& text);
 
 } // namespace Zuvan::Lumeq::Fuzzing

@@ -1,4 +1,4 @@
-// UTF-16 and UTF-8 by the book, code point by code point.
+// UTF-16 and UTF-8 as the standard defines them, code point by code point.
 #pragma once
 
 #include <optional>

@@ -7,7 +7,7 @@
 
 namespace Zuvan::Lumeq::Fuzzing {
 
-/// Ends the run with the promise that was broken, and libFuzzer keeps the input.
+/// Reports the broken promise and ends the run; libFuzzer keeps the input.
 inline void Require(bool holds, const char* promise) {
     if (holds)
         return;
@@ -16,7 +16,7 @@ inline void Require(bool holds, const char* promise) {
 }
 
 /// The text of the exception of exactly this type that `action` throws; none if it throws nothing. Any other
-/// exception goes on.
+/// exception passes through.
 template <class Exception, class Action>
 std::optional<std::string> Thrown(Action action) {
     try {

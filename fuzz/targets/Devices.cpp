@@ -1,5 +1,4 @@
-// The exports that tell of devices and name them: printers, the device identifier, the method of a
-// connection.
+// The device exports: printers, the device identifier, and the text of a connection method.
 #include "LumeqLib/Extra/Collection/BiidKey.h"
 #include "fuzz/native/Machine.h"
 #include "fuzz/support/ExportModel.h"
@@ -19,7 +18,7 @@ namespace {
 
 constexpr wchar_t BiidField[] = L"dev_biid";
 
-/// What comes of a list: the data, the WARNING lines, and whether a device without an identifier ended it.
+/// Results of a list: the data, the WARNING lines, and whether a device without an identifier ended it.
 struct ExpectedList {
     std::vector<Machine::PostedData> data;
     std::vector<std::wstring> warnings;

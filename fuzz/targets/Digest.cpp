@@ -1,4 +1,4 @@
-// SHA-256 and HMAC, whole and in pieces, against OpenSSL.
+// SHA-256 and HMAC, in one piece and in many, compared with OpenSSL.
 #include "LumeqLib/Extra/Collection/Hmac.h"
 #include "LumeqLib/Extra/Collection/Sha256.h"
 #include "fuzz/support/Input.h"
@@ -22,7 +22,7 @@ Sha256Digest PlainHash(Bytes bytes) {
     return digest;
 }
 
-/// In pieces of the sizes that `sizes` tells, over and over. One of them must not be zero.
+/// Hashes in pieces, whose sizes repeat `sizes`. At least one size must not be zero.
 Sha256Digest HashInPieces(Bytes bytes, Bytes sizes) {
     sha256_ctx context;
     Sha256Init(context);

@@ -1,4 +1,4 @@
-// The line of the log, against its layout put together another way.
+// The log line, compared with its layout composed in another way.
 #include "Common/LogLine.h"
 #include "fuzz/support/Input.h"
 #include "fuzz/support/Require.h"
@@ -11,7 +11,7 @@ using namespace Zuvan::Lumeq::Fuzzing;
 
 namespace {
 
-// 1970 to 2999, which the calendar of every runtime can split.
+// The years 1970 to 2999, which the calendar of every runtime can split.
 constexpr std::uint64_t Span = 32503680000000;
 
 std::string Timestamp(std::int64_t milliseconds) {

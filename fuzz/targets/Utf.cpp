@@ -1,4 +1,4 @@
-// Wide text to and from UTF-8, against a conversion by the book.
+// Wide text to and from UTF-8, compared with a conversion written from the standard.
 #include "Common/Utf.h"
 #include "fuzz/support/Input.h"
 #include "fuzz/support/PlainUtf.h"
@@ -25,7 +25,7 @@ void CheckToUtf8(const std::wstring& text) {
     }
 }
 
-/// With U+FFFD for each unpaired surrogate.
+/// Replaces each unpaired surrogate by U+FFFD.
 std::wstring Repaired(const std::wstring& text) {
     std::wstring repaired;
     for (std::size_t i = 0; i < text.size(); ++i) {

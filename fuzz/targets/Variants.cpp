@@ -1,4 +1,4 @@
-// Records under any sequence of assignments, against a model whose ownership cannot go wrong.
+// Records under any sequence of assignments, compared with a model whose ownership is simple.
 #include "Common/Exceptions.h"
 #include "LumeqLib/Extra/Eventing/Variant.h"
 #include "fuzz/support/Input.h"
@@ -20,7 +20,7 @@ using ValueType = Variant::ValueType;
 
 constexpr std::size_t LargestTree = 300;
 
-/// The same value twice: in the product's own type, and in the model.
+/// The same value twice: as the product's type and in the model.
 struct Place {
     Variant* variant;
     Model* model;
@@ -134,7 +134,7 @@ void Session::AssignList() {
     *place.model = Model(list);
 }
 
-/// A text or a list that is held somewhere, perhaps inside the value that it replaces.
+/// A text or a list that is held somewhere, possibly inside the value that it replaces.
 void Session::AssignPart() {
     const Place to = Choose();
     const Place from = Choose();
@@ -157,7 +157,7 @@ void Session::Copy() {
     *to.model = copy;
 }
 
-/// A value cannot be moved into its own inside.
+/// A value cannot be moved into itself.
 void Session::Move() {
     const Place to = Choose();
     const Place from = Choose();

@@ -1,4 +1,4 @@
-// What a session file is made of: JSON, texts and dictionaries.
+// The parts of a session file: JSON, texts and dictionaries.
 #pragma once
 
 #include <Lumeq/LumeqApi.h>
@@ -12,16 +12,16 @@
 
 namespace SampleHost {
 
-/// Keeps the order of members, so that what is printed begins with what matters.
+/// Keeps the order of members, so that printed lines begin with the important ones.
 using Json = nlohmann::ordered_json;
 
-/// A line of the session that cannot be played.
+/// A malformed line of the session.
 class BadLine : public std::runtime_error {
 public:
     using std::runtime_error::runtime_error;
 };
 
-/// Throws BadLine unless `object` is an object whose members are all among `names`.
+/// Throws BadLine unless `object` is an object and `names` contains all its members.
 void RequireMembers(const Json& object, std::initializer_list<std::string_view> names);
 
 /// A whole number from `least` to `most`. Throws BadLine for anything else.
@@ -30,14 +30,14 @@ std::int64_t ReadNumber(const Json& json, std::int64_t least, std::int64_t most)
 /// Throws BadLine unless `json` is true or false.
 bool ReadFlag(const Json& json);
 
-/// A text: a string; {"repeat": text, "times": number}; {"units": [number, ...]}, its UTF-16 code units, for
-/// what JSON cannot spell, such as unpaired surrogates; or an array of texts, which are joined.
+/// A text: a string; {"repeat": text, "times": number}; {"units": [number, ...]}, UTF-16 code units for texts
+/// that JSON cannot express, such as unpaired surrogates; or an array of texts, which are joined.
 std::wstring ReadText(const Json& json);
 
 /// The same in UTF-8; the numbers of "units" are bytes.
 std::string ReadNarrowText(const Json& json);
 
-/// An object, or an array of pairs where names take one of the other forms of text.
+/// An object, or an array of pairs if names need one of the other forms of text.
 Zuvan::Lumeq::API::StringDictionary ReadDictionary(const Json& json);
 
 /// Unpaired surrogates become U+FFFD.

@@ -1,4 +1,4 @@
-// Lumeq.dll as a host loads it: at run time, from beside the executable, each function by its name.
+// Lumeq.dll as a host loads it: at run time, from the executable's folder, each function by its name.
 #pragma once
 
 #include <chrono>
@@ -6,7 +6,7 @@
 
 namespace SampleHost {
 
-/// Owns one loading of the library. Load and Unload must not run beside a call.
+/// Owns one load of the library. Load and Unload must not run during a call.
 class Library {
 public:
     Library() = default;
@@ -14,11 +14,11 @@ public:
     Library(const Library&) = delete;
     Library& operator=(const Library&) = delete;
 
-    /// Throws std::runtime_error if it cannot be loaded. Loaded already: nothing happens.
+    /// Throws std::runtime_error if it cannot be loaded. Does nothing if it is loaded already.
     void Load();
     void Unload() noexcept;
-    /// Until this process has no such library any more, at most so long: a worker of its own may keep it for
-    /// a while after the host has let it go.
+    /// Waits, at most that long, until the process has no such library any more. Its worker may keep it for a
+    /// while after the host has freed it.
     static void WaitUntilGone(std::chrono::milliseconds longest);
     bool IsLoaded() const noexcept { return _module != nullptr; }
 

@@ -1,5 +1,5 @@
-// lumeq-host FILE: a host application that does what a session file tells it, line by line, and prints what
-// the library gave back. README.md of this folder tells the lines.
+// lumeq-host FILE: a host application that executes a session file line by line and prints what the library
+// returned. README.md in this folder documents the lines.
 #include "samples/host/Ending.h"
 #include "samples/host/Steps.h"
 
@@ -27,7 +27,7 @@ Step ReadLine(const std::string& line) {
     }
 }
 
-/// Each line is played before the next is read.
+/// Plays each line before reading the next.
 void PlaySession(std::istream& file, int& lineNumber) {
     const auto session = std::make_shared<Session>();
     session->library.Load();
@@ -66,7 +66,7 @@ int wmain(int count, wchar_t** arguments) {
         std::fputs("usage: lumeq-host FILE\n", stderr);
         return SampleHost::CannotStart;
     }
-    // Lines end in a line feed alone.
+    // Text mode would end lines in a carriage return too.
     _setmode(_fileno(stdout), _O_BINARY);
     return SampleHost::Run(arguments[1]);
 }

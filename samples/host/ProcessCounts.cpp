@@ -11,7 +11,7 @@ namespace SampleHost {
 
 namespace {
 
-/// By trying the numbers that handles have: not every system that this runs on counts them for us.
+/// Tries the numbers that handles have, because not every system that this runs on can count them.
 std::size_t CountHandles() {
     constexpr std::uintptr_t Step = 4;
     constexpr std::uintptr_t Most = 8192;
@@ -35,7 +35,7 @@ std::size_t CountThreads() {
     return count;
 }
 
-/// The next one that is taken is the first that is free.
+/// The system takes the first free slot, so its number is the count if there are no gaps.
 std::size_t CountSlots() {
     const DWORD plain = TlsAlloc();
     const DWORD withCallback = FlsAlloc(nullptr);

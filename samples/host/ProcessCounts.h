@@ -1,4 +1,4 @@
-// What a leak of this process would show in.
+// Counts in which a leak of this process would show.
 #pragma once
 
 #include <cstddef>
@@ -6,13 +6,13 @@
 namespace SampleHost {
 
 struct ProcessCounts {
-    std::size_t handles; ///< Open ones.
-    std::size_t threads; ///< Living ones, this one included.
-    std::size_t slots;   ///< Of thread-local storage, taken in an unbroken row.
-    std::size_t bytes;   ///< Of memory that is this process's own.
+    std::size_t handles; ///< Open.
+    std::size_t threads; ///< Alive, including this one.
+    std::size_t slots;   ///< Of thread-local storage, taken without a gap.
+    std::size_t bytes;   ///< Of private memory.
 };
 
-/// Throws std::runtime_error if the system does not tell.
+/// Throws std::runtime_error if the system does not return a count.
 ProcessCounts CountThisProcess();
 
 } // namespace SampleHost

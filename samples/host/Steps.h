@@ -12,15 +12,15 @@
 
 namespace SampleHost {
 
-/// What the steps of a session share. Owned by whatever still plays some of them.
+/// State that the steps of a session share. Every thread that plays some of them shares the ownership.
 class Session : public std::enable_shared_from_this<Session> {
 public:
     Library library;
 
-    /// The host's variable of that name; null until an Initiated call sets it. Stays where it is.
+    /// The host's variable of that name; null until an Initiated call sets it. Its address never changes.
     Zuvan::Lumeq::API::TaskHandle& Handle(const std::string& name);
 
-    /// One line on standard output, written whole, whichever threads print.
+    /// Prints one complete line on standard output, whichever threads print.
     void Print(const Json& line);
 
 private:
@@ -29,13 +29,13 @@ private:
     std::mutex _outputLock;
 };
 
-/// Something that a session does. May be played many times, by one thread at a time.
+/// One action of a session. May be played many times, by one thread at a time.
 using Step = std::function<void(Session&)>;
 
-/// Reads one line of a session. Throws BadLine for anything that is no step, whole and well-formed.
+/// Reads one line of a session. Throws BadLine unless it is a complete, well-formed step.
 Step ReadStep(const Json& json);
 
-/// Reads the call of an export, in Exports.cpp: its name under `call` and its arguments under theirs.
+/// Reads the call of an export, in Exports.cpp: its name under `call`, its arguments under their names.
 Step ReadCall(const Json& json);
 
 } // namespace SampleHost

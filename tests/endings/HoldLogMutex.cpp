@@ -1,7 +1,7 @@
-// Another program that takes the log's mutex and keeps it.
+// Holds the log's mutex from another program.
 //   lumeq-hold-log-mutex MSEC
-// Takes it when a line comes in, tells "held" and then the time of day, keeps it for so long, and tells
-// "released" and the time. Times are in milliseconds since midnight, UTC.
+// Takes the mutex when it reads a line, prints "held" and the time, keeps the mutex for MSEC, and prints
+// "released" and the time. Times are milliseconds since midnight UTC.
 #include <windows.h>
 
 #include <cstdio>

@@ -9,7 +9,7 @@ namespace Zuvan::Lumeq::Testing {
 
 namespace {
 
-/// What stands in for one function: code that counts and jumps, and what that code refers to.
+/// Replaces one function: code that counts and jumps, and the data of that code.
 struct alignas(16) StandIn {
     std::uint8_t code[16];
     volatile LONG count;
@@ -18,8 +18,8 @@ struct alignas(16) StandIn {
 static_assert(offsetof(StandIn, count) == 16 && offsetof(StandIn, function) == 24);
 
 constexpr std::uint8_t CountAndJump[16] = {0xF0, 0xFF, 0x05, 0x09, 0, 0,
-                                           0, // lock inc dword [count], 9 behind the instruction's end
-                                           0xFF, 0x25, 0x0B, 0,    0, 0, // jmp [function], 11 behind
+                                           0, // lock inc dword [count], 9 after the end of the instruction
+                                           0xFF, 0x25, 0x0B, 0,    0, 0, // jmp [function], 11 after
                                            0xCC, 0xCC, 0xCC};
 
 struct Watched {
@@ -27,7 +27,7 @@ struct Watched {
     StandIn* standIn;
 };
 
-// Of the one watch that lives. The loader's lock serialises what changes them.
+// Both belong to the one watch that lives. The loader's lock serialises every change.
 std::wstring watchedFile;
 std::deque<Watched> watched;
 
@@ -58,7 +58,7 @@ void Replace(IMAGE_THUNK_DATA& slot, const std::string& name) {
     watched.push_back({name, standIn});
 }
 
-/// Data among the imports would be replaced as well; a C runtime's is only told by its being no code.
+/// Imported data must not be replaced. The C runtime's data is recognised by not being in a code section.
 bool IsCode(std::uintptr_t address) {
     MEMORY_BASIC_INFORMATION memory{};
     VirtualQuery(reinterpret_cast<const void*>(address), &memory, sizeof memory);
@@ -90,7 +90,7 @@ void ReplaceImports(std::uintptr_t base) {
     }
 }
 
-// What the system's headers for drivers declare.
+// Declarations from the system's headers for drivers.
 struct UnicodeText {
     USHORT bytes;
     USHORT capacity;
@@ -110,7 +110,7 @@ using Unregister = LONG(NTAPI*)(void* cookie);
 void CALLBACK WhenLoaded(ULONG reason, const LoadedLibrary* library, void*) {
     constexpr ULONG Loaded = 1;
     const std::wstring name(library->fileName->text, library->fileName->bytes / sizeof(wchar_t));
-    // Its own imports are bound by now, and its entry point has yet to be called.
+    // The library's imports are bound by now, but its entry point has not been called yet.
     if (reason == Loaded && _wcsicmp(name.c_str(), watchedFile.c_str()) == 0)
         ReplaceImports(reinterpret_cast<std::uintptr_t>(library->base));
 }

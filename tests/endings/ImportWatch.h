@@ -1,4 +1,4 @@
-// Counts the calls that a library makes of what it imports, from before its entry point is run.
+// Counts the calls that a library makes to its imports, starting before its entry point runs.
 #pragma once
 
 #include <windows.h>
@@ -8,21 +8,20 @@
 
 namespace Zuvan::Lumeq::Testing {
 
-/// How often each imported function was called; "library.dll!function" to count.
+/// Number of calls of each imported function, by "library.dll!function".
 using ImportCounts = std::map<std::string, unsigned long>;
 
-/// While one lives, every library of this file name that is loaded has each of its imported functions
-/// replaced by a stand-in that counts and goes on to the function itself. One at a time; it must outlive the
-/// libraries.
+/// While one lives, every import of each loaded library with this file name is replaced by code that counts
+/// the call and continues in the real function. One at a time. It must outlive the libraries.
 class ImportWatch {
 public:
-    /// Throws std::runtime_error if the system does not tell of libraries that are loaded.
+    /// Throws std::runtime_error if the system does not report loaded libraries.
     explicit ImportWatch(const std::wstring& fileName);
     ~ImportWatch();
     ImportWatch(const ImportWatch&) = delete;
     ImportWatch& operator=(const ImportWatch&) = delete;
 
-    /// Of the calls since the last time. Empty as well if no such library was loaded.
+    /// Calls since the last Take. Also empty if no such library was loaded.
     ImportCounts Take();
 
 private:

@@ -1,5 +1,5 @@
-// A library that does at its loading what one must not, as the environment variable LOUD says: the control of
-// the tests that watch for it.
+// Does during loading what a library must not do, as the environment variable LOUD says. It proves that the
+// tests would notice.
 #include <winsock2.h>
 
 #include <windows.h>

@@ -1,11 +1,12 @@
-// Copies its argument into a buffer of eight bytes, whatever its length: for the stack protector to notice.
+// Copies its argument into a buffer of eight bytes, whatever its length, so that the stack protector must
+// notice.
 #include <cstdio>
 
 namespace {
 
 __attribute__((noinline)) void Copy(const char* text) {
     char buffer[8];
-    char* volatile start = buffer; // or the compiler would see through it
+    char* volatile start = buffer; // keeps the compiler from removing the copy
     char* at = start;
     for (; *text != '\0'; ++text)
         *at++ = *text;

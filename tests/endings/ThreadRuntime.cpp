@@ -1,6 +1,6 @@
-// Tells what the C++ library is given by Runtime/ when eight threads ask at once, in a process that
-// has no thread-local storage to give. Its own threads are the system's, since those of the C++ library would
-// bring the library that is replaced.
+// Prints what the C++ library receives from Runtime when eight threads ask at once in a process
+// without free thread-local storage. Uses the system's threads, because std::thread would bring in the
+// library that Runtime replaces.
 #include "support/ImportedFunction.h"
 
 #include <windows.h>
@@ -111,7 +111,7 @@ void ThrowAgain() {
         try {
             throw 1;
         } catch (int) {
-            Sleep(50); // so that all of them are being handled at once
+            Sleep(50); // so that all exceptions are handled at the same time
             throw;
         }
     } catch (int value) {

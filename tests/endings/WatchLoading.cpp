@@ -1,7 +1,8 @@
-// A host that tells what a library does while it is loaded and let go.
+// A host that prints what a library does while it is loaded and freed.
 //   lumeq-watch-loading FILE
-// Prints a line "load library.dll!function" and how often for each imported function that FILE called while
-// it was loaded, "unload ..." likewise; and "threads" with how many more there are while it is loaded.
+// For each imported function that FILE called, prints "load library.dll!function" and the number of calls
+// during loading, and the same with "unload". Also prints "threads" and how many more threads there are while
+// the library is loaded.
 #include "endings/ImportWatch.h"
 
 #include <cstdio>

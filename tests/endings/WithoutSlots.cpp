@@ -1,9 +1,9 @@
-// A host that has taken all thread-local storage there is, and loads, calls and frees a library.
+// A host that has taken all slots of thread-local storage, and loads, calls and frees a library.
 //   lumeq-without-slots FILE WHEN
-// WHEN the storage without callbacks is taken as well: "before" or "after" the library is loaded for the
-// first time. Prints for each of three rounds what came of the calls of three threads: one that has no memory
-// to give, one that can give all, and one that lives on while the library is freed; and how many blocks of
-// the C runtime's memory are held more than in the first round.
+// WHEN says when the storage without callbacks is taken too: "before" or "after" the library is first loaded.
+// In each of three rounds three threads call: one without memory, one with enough memory, and one that is
+// alive while the library is freed. Prints the results of their calls, and how many more blocks of the C
+// runtime's memory are allocated than in the first round.
 #include "support/ImportedFunction.h"
 
 #include <windows.h>
@@ -33,7 +33,7 @@ Function* Find(HMODULE library, const char* name) {
     return reinterpret_cast<Function*>(reinterpret_cast<void*>(GetProcAddress(library, name)));
 }
 
-/// One whose argument throws, and one that gives something back.
+/// An export whose argument throws, and one that returns something.
 bool Call(HMODULE library) {
     Find<decltype(API::AdDisplayed)>(library, "AdDisplayed")(static_cast<API::AdType>(5), L"", L"", L"",
                                                              nullptr, nullptr, L"Home", nullptr, L"ok",
@@ -44,7 +44,8 @@ bool Call(HMODULE library) {
            std::wstring_view(text) == L"usb";
 }
 
-/// On a thread that has not called yet, in a library that is given no memory at all. Whether nothing escapes.
+/// Calls on a thread that has not called yet, while the library has no memory at all. Returns whether nothing
+/// escaped.
 DWORD WINAPI CallWithoutMemory(void* library) {
     const auto module = static_cast<HMODULE>(library);
     const Zuvan::Lumeq::Testing::ImportedFunction<void*(std::size_t)> none(

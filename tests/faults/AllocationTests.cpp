@@ -21,7 +21,7 @@ std::string NameOf(const testing::TestParamInfo<Parameter>& info) {
 
 class EveryAllocation : public ExportTest, public testing::WithParamInterface<Parameter> {};
 
-/// How many there were.
+/// Returns how many there were.
 int FailEachAllocationOf(ExportRun& run, ExportCall call) {
     run.ExpectNextCallWorks(call);
     run.ExpectNextCallWorks(call);
@@ -42,8 +42,8 @@ int FailEachAllocationOf(ExportRun& run, ExportCall call) {
     return nth - 1;
 }
 
-/// Lines take their time, and most of them come on both roads: on the second one those are enough that
-/// differ.
+/// Writing log lines is slow, and most lines appear on both roads. So the second road logs only for exports
+/// whose lines differ.
 std::string LogLevelOf(Road road, const ExportCase& exported) {
     if (road == Road::Managed)
         return "debug";
@@ -52,7 +52,7 @@ std::string LogLevelOf(Road road, const ExportCase& exported) {
     return exported.isPaused ? "trace" : "debug";
 }
 
-/// What is allocated without the log is allocated with it as well: the runs without are for those who wait.
+/// Runs with the log cover the allocations of runs without it, so those run only on request.
 std::vector<std::string> LogLevels(Road road, const ExportCase& exported) {
     const std::string level = LogLevelOf(road, exported);
     if (level.empty() || !std::getenv("LUMEQ_ENDURANCE"))

@@ -1,4 +1,4 @@
-// Every export with representative arguments, and what comes of it.
+// Every export with typical arguments and the expected results.
 #pragma once
 
 #include "support/FailingLibrary.h"
@@ -11,7 +11,7 @@
 
 namespace Zuvan::Lumeq::Testing {
 
-/// What a host keeps between its calls.
+/// State that a host keeps between its calls.
 struct HostState {
     API::TaskHandle task = nullptr;
     std::wstring text;
@@ -20,32 +20,32 @@ struct HostState {
 
 using ExportCall = void (*)(const FailingLibrary& library, HostState& host);
 
-/// One export. Lines of the log are messages, in which a task's address reads "<task>".
+/// One export. Log lines are messages; a task's address in them reads "<task>".
 struct ExportCase {
     const char* name;
-    /// Opens the task that a Completed export wants; null for the others.
+    /// Opens the task for a Completed export; null for all others.
     ExportCall open = nullptr;
     ExportCall accepted;
-    /// Completes what an Initiated export has opened; null for the others.
+    /// Completes the task of an Initiated export; null for all others.
     ExportCall close = nullptr;
-    const char* trace; ///< A line at TRACE of the accepted call, its last where it gives something back.
-    /// What the companion library is given last: an operation with its arguments, or an event as
-    /// CompanionEvents gives it; null for nothing.
+    const char* trace; ///< TRACE line of the accepted call, for an export with a result the second one.
+    /// Last call to the companion library: an operation with its arguments, or an event as CompanionEvents
+    /// returns it. Null if there is none.
     const wchar_t* delivered = nullptr;
-    /// What stands in the local settings on the basic road afterwards; null for nothing in particular.
+    /// Contents of the local settings on the basic road afterwards; null if they do not matter.
     const char* stored = nullptr;
-    /// Whether the export uses the local settings, which are an opted-in user's, and whether they hold the
-    /// mark of a pause then.
+    /// Whether the export uses the local settings, which are those of an opted-in user, and whether these
+    /// contain the mark of a pause.
     bool usesSettings = false;
     bool isPaused = false;
-    /// With an argument that is refused, and the line at ERROR, without the executable's name in front and
-    /// the place behind it; null where nothing is refused.
+    /// Call with a bad argument, and its ERROR line without the executable's name at the start and the source
+    /// position at the end; null if no argument can be bad.
     ExportCall refused = nullptr;
     const char* complaint = nullptr;
 };
 std::ostream& operator<<(std::ostream& stream, const ExportCase& exported);
 
-/// In the order of their names.
+/// Sorted by name.
 std::span<const ExportCase> ExportCases();
 
 const ExportCase& FindExportCase(const std::string& name);

@@ -19,7 +19,7 @@ std::string LocalSettings(bool isPaused) {
            (isPaused ? "<OptinBeforePause>True</OptinBeforePause>" : "") + "</LumeqConfig>";
 }
 
-/// Behind the first `label`, if so many digits are there and no more.
+/// Masks the digits after the first `label`, if there are exactly that many.
 void ReplaceDigits(std::string& message, std::string_view label, std::string_view digits, std::size_t count,
                    const char* replacement) {
     const std::size_t found = message.find(label);
@@ -31,7 +31,7 @@ void ReplaceDigits(std::string& message, std::string_view label, std::string_vie
         message.replace(begin, count, replacement);
 }
 
-/// "C:\...\host.exe: what went wrong. LumeqApi(123)" without its first and its last part.
+/// "C:\...\host.exe: what went wrong. LumeqApi(123)" without its first and last part.
 std::string WithoutExecutableAndPlace(std::string message) {
     constexpr std::string_view End = ".exe: ";
     const std::size_t executable = message.find(End);
@@ -42,7 +42,7 @@ std::string WithoutExecutableAndPlace(std::string message) {
     return message.substr(begin, place - begin);
 }
 
-/// Without what differs from run to run.
+/// Removes everything that differs from run to run.
 std::string Steady(std::string message) {
     ReplaceDigits(message, "taskHandle: 0x", "0123456789ABCDEF", 16, "<task>");
     ReplaceDigits(message, "biid: \"", "0123456789abcdef", 64, "<identifier>");
@@ -127,7 +127,7 @@ void ExportRun::ExpectNextCallWorks(ExportCall call, bool policyMayBeLost) {
     EXPECT_TRUE(_library.Control().areLocksFree());
 }
 
-/// An operation that failed in the settings leaves them to the next, which does not see the file then.
+/// An operation that failed leaves its settings instance to the next one, which then does not read the file.
 void ExportRun::UseUpLeftOver(ExportCall call) {
     if (FailingLibrary::OpenApartments() <= 0)
         return;

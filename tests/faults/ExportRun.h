@@ -1,4 +1,4 @@
-// An export that is called over and over while something fails, and what must hold all the same.
+// Calls an export over and over while something fails, and checks that the library stays intact.
 #pragma once
 
 #include "faults/ExportCalls.h"
@@ -13,8 +13,8 @@ namespace Zuvan::Lumeq::Testing {
 
 enum class Road { Managed, Basic };
 
-/// For tests that call over and over: a machine of their own, and COM initialised all the while, since the
-/// system takes long to begin and end it. One process each: what delivery loads stays loaded.
+/// For tests that call over and over: a machine of their own, with COM initialised throughout, because
+/// starting and ending COM is slow. One process for each test, because delivery never unloads its libraries.
 class ExportTest : public testing::Test {
 protected:
     ExportTest();
@@ -23,23 +23,23 @@ protected:
     IsolatedMachine _machine;
 };
 
-/// The library, freshly loaded on a machine of its own, and one export of it.
+/// The freshly loaded library on a machine of its own, and one of its exports.
 class ExportRun {
 public:
-    /// An empty `logLevel` for no log. Without a server the message fails as soon as it connects.
+    /// An empty `logLevel` means no log. There is no server, so the message fails when it connects.
     ExportRun(IsolatedMachine& machine, const ExportCase& exported, Road road, const std::string& logLevel,
               const std::string& server = "");
 
     const FailingLibrary& Library() const { return _library; }
 
-    /// Gets ready for Call: settings and, for the end of a task, an open one.
+    /// Prepares for Call: the settings and, for a Completed export, an open task.
     void Prepare();
-    /// Calls, and expects that nothing escapes.
+    /// Calls and expects that no exception escapes.
     void Call(ExportCall call);
-    /// What must hold after Call, whatever failed meanwhile.
+    /// Checks what must hold after Call, whatever failed.
     void ExpectUndisturbed(ExportCall call);
-    /// Prepares and calls once more, and expects what the export promises; then tidies up. `policyMayBeLost`:
-    /// whether the log may be off, since reading its policy failed, which is tried once.
+    /// Prepares and calls once more, expects the documented result, and cleans up. `policyMayBeLost`: the log
+    /// may be off, because reading its policy failed and is not retried.
     void ExpectNextCallWorks(ExportCall call, bool policyMayBeLost = false);
 
 private:

@@ -1,4 +1,4 @@
-// Every allocation of a first call fails once: the library is loaded anew for each.
+// Every allocation of a first call fails once. The library is loaded anew for each.
 #include "faults/ExportRun.h"
 
 #include <gtest/gtest.h>
@@ -29,7 +29,7 @@ using EveryAllocationOfTheWorker = ExportTest;
 
 class EveryAllocationOfTheFirstCall : public ExportTest, public testing::WithParamInterface<FirstUse> {};
 
-/// Asking it takes longer than all the rest, and has its own tests.
+/// WMI is slower than everything else together, and has its own tests.
 HRESULT STDAPICALLTYPE CreateAllButWmi(REFCLSID classId, IUnknown* outer, DWORD context, REFIID iid,
                                        void** instance) {
     constexpr CLSID WbemLocator = {
@@ -40,7 +40,7 @@ HRESULT STDAPICALLTYPE CreateAllButWmi(REFCLSID classId, IUnknown* outer, DWORD 
 
 struct Outcome {
     bool happened;
-    std::int64_t blocks; ///< Held after the first call and one more.
+    std::int64_t blocks; ///< Allocated after the first call and one more.
 };
 
 /// `nth`: 0 for no failure.
@@ -60,14 +60,14 @@ Outcome RunFresh(IsolatedMachine& machine, const FirstUse& use, int nth,
     return {happened, run.Library().Control().liveBlocks()};
 }
 
-/// Gives how many there were.
+/// Returns how many there were.
 int FailEachAllocation(IsolatedMachine& machine, const FirstUse& use, AllocatingThreads threads) {
     const std::int64_t blocks = RunFresh(machine, use, 0).blocks;
     int nth = 0;
     for (bool happened = true; happened && !testing::Test::HasFailure();) {
         SCOPED_TRACE("allocation " + std::to_string(++nth));
         const Outcome outcome = RunFresh(machine, use, nth, threads);
-        // What could not be made once may not be wanted any more.
+        // A later call may no longer need what could not be created.
         EXPECT_LE(outcome.blocks, blocks);
         happened = outcome.happened;
     }

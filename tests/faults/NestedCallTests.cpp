@@ -1,4 +1,4 @@
-// An export that a host calls from inside another one on the same thread.
+// A host calls an export inside another export on the same thread.
 #include "faults/ExportRun.h"
 
 #include <Lumeq/LumeqRecords.h>
@@ -17,7 +17,8 @@ using testing::IsEmpty;
 using testing::Not;
 
 const FailingLibrary* library = nullptr;
-/// Of each nested call, 0 where it came back. The value alone: another module has categories of its own.
+/// Error value of each nested call, 0 if it returned. Only the value is comparable, because each module has
+/// its own error categories.
 std::vector<int> failures;
 
 void CallMeanwhile() {
@@ -29,7 +30,7 @@ void CallMeanwhile() {
     }
 }
 
-/// As COM does when it waits and lets window procedures and message hooks run.
+/// Like COM, which dispatches to window procedures and message hooks while it waits.
 HRESULT STDAPICALLTYPE CreateAndDispatch(REFCLSID classId, IUnknown* outer, DWORD context, REFIID iid,
                                          void** instance) {
     CallMeanwhile();

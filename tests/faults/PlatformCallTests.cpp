@@ -1,4 +1,4 @@
-// Every call to the platform fails once: the library is loaded anew for each.
+// Every platform call fails once. The library is loaded anew for each.
 #include "faults/PlatformCalls.h"
 
 #include <gtest/gtest.h>
@@ -15,13 +15,13 @@ protected:
                          L"SKU 8000");
     }
 
-    /// Gives whether there were that many.
+    /// Returns whether there were that many calls.
     bool FailCall(int nth) {
         std::filesystem::remove_all(_machine.ProgramData() / "Zuvan");
         const ExportCase& exported = FindExportCase(GetParam().exported);
         ExportRun run(_machine, exported, GetParam().road, GetParam().logLevel, "127.0.0.99");
         run.Prepare();
-        // So that looking for what a killed process left behind finds something.
+        // Gives the search for leftovers of killed processes something to find.
         if (exported.usesSettings)
             WriteFile(_machine.LocalSettingsFile().parent_path() / "Lumeq00000000-0000.tmp", "");
         bool happened = false;
@@ -50,7 +50,7 @@ TEST_P(EveryPlatformCall, FailsOnce) {
         ++failures;
     }
     EXPECT_GT(failures, 0);
-    // The probe undoes its initialisation whatever came of it: agreed.
+    // The probe uninitialises COM even if the initialisation failed. That is the agreed behaviour.
     EXPECT_EQ(_imbalance, std::string(GetParam().function) == "CoInitializeEx" ? -1 : 0);
     RecordProperty("failures", failures);
 }

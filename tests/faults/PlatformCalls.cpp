@@ -22,7 +22,7 @@ std::atomic<int> callsUntilFailure{0}; // 0 and below: none is to fail, or it ha
 
 bool IsToFail() { return callsUntilFailure > 0 && --callsUntilFailure == 0; }
 
-/// `Tag` tells functions of one type apart.
+/// `Tag` distinguishes functions of the same type.
 template <class Tag, class Result, class... Arguments>
 struct Failing {
     static inline Result (*real)(Arguments...);
@@ -55,7 +55,7 @@ PlatformCall Fails(Tag, Caller caller, const char* library, const char* function
                    Result (*real)(Arguments...), std::type_identity_t<Result> failure,
                    DWORD error = ERROR_ACCESS_DENIED) {
     using Stand = Failing<Tag, Result, Arguments...>;
-    static_cast<void>(real); // Tells the type; what is called is what stands in the library's table.
+    static_cast<void>(real); // Only for its type; the call goes through the library's import table.
     Stand::failure = failure;
     Stand::error = error;
     return {library,

@@ -1,4 +1,4 @@
-// The platform's functions that the library calls, each of which can be made to fail once.
+// The platform functions that the library calls. Each can be made to fail once.
 #pragma once
 
 #include "faults/ExportRun.h"
@@ -10,17 +10,17 @@
 
 namespace Zuvan::Lumeq::Testing {
 
-/// One function, and a first call of the library that comes to it.
+/// One function, and a first call of the library that reaches it.
 struct PlatformCall {
     const char* library;
     const char* function;
-    void* failing; ///< Takes its place: fails when it is time, and else calls `*real`.
+    void* failing; ///< Replacement: fails at the chosen call, otherwise calls `*real`.
     void** real;
     const char* exported;
     Road road;
     const char* logLevel;
-    /// Where the library comes to the function only if another one gives something else than usual, as it
-    /// does meanwhile; else null.
+    /// A second function whose replaced result makes the library reach the first one; null if the library
+    /// reaches it anyway.
     const char* otherLibrary = nullptr;
     const char* otherFunction = nullptr;
     void* other = nullptr;
@@ -31,8 +31,7 @@ std::ostream& operator<<(std::ostream& stream, const PlatformCall& call);
 
 std::span<const PlatformCall> PlatformCalls();
 
-/// While it lives, the `nth` call that the module makes to the function, counted from 1, fails. One at a
-/// time.
+/// While one lives, the module's `nth` call of the function, counted from 1, fails. One at a time.
 class FailingPlatformCall {
 public:
     FailingPlatformCall(HMODULE module, const PlatformCall& call, int nth);

@@ -7,7 +7,7 @@ namespace {
 constexpr char KernelLibrary[] = "kernel32.dll";
 
 int place;
-const HANDLE Mutex = &place; // No handle of the system's is such an address.
+const HANDLE Mutex = &place; // The system has no handle with such a value.
 
 HANDLE WINAPI CreateOwnMutex(SECURITY_ATTRIBUTES*, BOOL, const wchar_t*) { return Mutex; }
 

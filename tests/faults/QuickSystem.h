@@ -1,12 +1,12 @@
-// Spares a library what takes the real system its time: the log's mutex, which all tests share, the debugger
-// channel, and waiting for the disk.
+// Skips what makes the real system slow: the log's mutex, which all tests share, the debugger channel, and
+// waiting for the disk.
 #pragma once
 
 #include "support/ImportedFunction.h"
 
 namespace Zuvan::Lumeq::Testing {
 
-/// While it lives, the module's own calls come here.
+/// While one lives, the module's own calls arrive here.
 class QuickSystem {
 public:
     explicit QuickSystem(HMODULE module);

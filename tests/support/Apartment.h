@@ -9,7 +9,7 @@ namespace Zuvan::Lumeq::Testing {
 
 constexpr HRESULT NotInitialized = static_cast<HRESULT>(0x800401F0);
 
-/// S_OK in an apartment, whose kind `type` then tells; NotInitialized in none.
+/// S_OK in an apartment, whose kind is then in `type`; NotInitialized in none.
 inline HRESULT ApartmentOfThread(APTTYPE& type) {
     APTTYPEQUALIFIER qualifier{};
     return CoGetApartmentType(&type, &qualifier);

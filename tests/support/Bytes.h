@@ -1,4 +1,4 @@
-// Texts as what is hashed.
+// Texts as bytes for hashing.
 #pragma once
 
 #include <cstdint>
@@ -7,7 +7,7 @@
 
 namespace Zuvan::Lumeq::Testing {
 
-/// Lives as long as the text.
+/// Valid as long as the text.
 inline std::span<const std::uint8_t> Bytes(const std::string& text) {
     return {reinterpret_cast<const std::uint8_t*>(text.data()), text.size()};
 }

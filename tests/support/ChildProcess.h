@@ -9,7 +9,7 @@
 
 namespace Zuvan::Lumeq::Testing {
 
-/// Runs from construction on. Ended at the end of its life, if need be.
+/// Runs from construction on. The destructor kills it if it still runs.
 class ChildProcess {
 public:
     /// Throws if it cannot be started. No argument may hold a double quote.
@@ -20,7 +20,7 @@ public:
 
     /// Its exit code. Throws if it has not ended within a minute.
     DWORD Wait();
-    /// Ends it at once, as a crash would.
+    /// Kills it, as a crash would.
     void Kill();
 
 private:

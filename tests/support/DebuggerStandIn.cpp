@@ -19,8 +19,8 @@ std::mutex textsLock;
 std::vector<std::string> texts;
 void* handler = nullptr;
 
-// Held from the moment a throw is seen until it is raised again without the flag, so that no two threads
-// change the flag at once.
+// Held from the moment a throw is noticed until it is raised again without the flag, so that two threads
+// never change the flag at once.
 SRWLOCK throwLock = SRWLOCK_INIT;
 
 void SetDebuggerFlag(bool present) {
@@ -43,7 +43,7 @@ LONG KeepText(const EXCEPTION_RECORD& record) {
     return EXCEPTION_CONTINUE_EXECUTION;
 }
 
-// Runs RaiseException once more from the frame that called it, with the flag cleared: then the unwinder
+// Runs RaiseException again from the frame that called it, with the flag cleared, because the unwinder then
 // works.
 LONG RaiseAgainUnflagged(const EXCEPTION_RECORD& record, CONTEXT& context) {
     static thread_local bool raisedAgain = false;

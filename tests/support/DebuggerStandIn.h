@@ -1,4 +1,4 @@
-// Stands in for a debugger inside the process: Wine cannot unwind C++ exceptions while a real one is
+// Replaces a debugger inside the process, because Wine cannot unwind C++ exceptions while a real one is
 // attached.
 #pragma once
 
@@ -7,8 +7,8 @@
 
 namespace Zuvan::Lumeq::Testing {
 
-/// While it lives, IsDebuggerPresent() is true, every break is counted and stepped over, and what goes to the
-/// debugger channel is kept. One at a time.
+/// While one lives, IsDebuggerPresent() is true, every break is counted and skipped, and the texts of the
+/// debugger channel are kept. One at a time.
 class DebuggerStandIn {
 public:
     DebuggerStandIn();
@@ -19,7 +19,7 @@ public:
     int Breaks() const;
     /// All texts in order, wide ones as the system narrows them.
     std::vector<std::string> Texts() const;
-    /// The same joined.
+    /// All texts joined.
     std::string Output() const;
 };
 

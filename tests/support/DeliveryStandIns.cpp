@@ -8,7 +8,7 @@ namespace Zuvan::Lumeq::Testing {
 
 namespace {
 
-// Asked before any test lets the executable seem to be elsewhere.
+// Read before any test changes the apparent location of the executable.
 const std::filesystem::path programFolder = ExecutablePath().parent_path();
 
 void UseMscoreeOf(const wchar_t* target) {

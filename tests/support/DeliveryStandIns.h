@@ -1,5 +1,5 @@
-// Puts the stand-ins of what delivery loads where the code under test finds them: the fake mscoree.dll and
-// the scripted companion library. The code under test keeps both, so they serve one test per process.
+// Installs the stand-ins for what delivery loads: the fake mscoree.dll and the scripted companion library.
+// The code under test never releases either, so they serve one test per process.
 #pragma once
 
 #include "support/fake_mscoree/FakeMscoree.h"
@@ -10,19 +10,19 @@
 
 namespace Zuvan::Lumeq::Testing {
 
-/// From now on "mscoree" is the fake, scripted as fake_mscoree/FakeMscoree.h tells.
+/// From now on "mscoree" is the fake. fake_mscoree/FakeMscoree.h documents its script.
 void UseFakeMscoree(const std::wstring& script);
 
-/// The same with one that has no entry point.
+/// The same with a fake without the entry point.
 void UseFakeMscoreeWithoutEntryPoint();
 
-/// What the fake saw; all zero if it is not loaded.
+/// What the fake observed; all zero if it is not loaded.
 FakeMscoreeState FakeMscoreeSaw();
 
-/// Puts the companion library into the folder.
+/// Copies the companion library into the folder.
 void PlaceCompanion(const std::filesystem::path& folder);
 
-/// The same with one that lacks the operation FlushInternal.
+/// The same with a companion that lacks the operation FlushInternal.
 void PlaceCompanionWithoutFlush(const std::filesystem::path& folder);
 
 /// From now on every operation raises: "vesto", "com", "std" or "unknown"; null for nothing.
@@ -31,19 +31,19 @@ void LetCompanionRaise(const wchar_t* kind);
 /// The calls that reached the companion library; none if it is not loaded.
 std::vector<std::wstring> CompanionCalls();
 
-/// From now on the companion reads the events that it is given, and nothing raises.
+/// From now on the companion reads the events that it receives, and no operation raises.
 void LetCompanionReadEvents();
 
-/// The events that it read, each as its object label and its action with a blank between them.
+/// The events that it read, each as its object label and its action separated by a space.
 std::vector<std::wstring> CompanionEvents();
 
-/// Makes it forget both.
+/// Clears both lists.
 void ForgetCompanionCalls();
 
-/// Frees the companion library, so that its file can be removed. The last thing of a test.
+/// Frees the companion library, so that its file can be removed. Must be the last call of a test.
 void FreeCompanion();
 
-/// The folder of this test program's own files, whatever the executable seems to be.
+/// The folder of this test program's own files, whatever the executable's apparent location is.
 const std::filesystem::path& TestProgramFolder();
 
 } // namespace Zuvan::Lumeq::Testing

@@ -7,7 +7,7 @@
 #include <malloc.h>
 #include <new>
 
-// The forms for arrays and those that do not throw come to these by the standard library's own.
+// The array and nothrow forms reach these through the standard library's defaults.
 
 namespace {
 

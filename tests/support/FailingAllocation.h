@@ -1,4 +1,4 @@
-// Memory that runs out at a chosen moment, and a count of what is held.
+// Memory that runs out at a chosen moment, and a count of allocated blocks.
 #pragma once
 
 #include <cstdint>
@@ -8,8 +8,8 @@ namespace Zuvan::Lumeq::Testing {
 /// Whose allocations count.
 enum class AllocatingThreads { Own, Others };
 
-/// While it lives, one allocation of this program's operator new, of whatever form, throws std::bad_alloc, or
-/// what a new handler throws where one is set: the `nth` of those threads, counted from 1. Those after it
+/// While one lives, the `nth` allocation of those threads, counted from 1, fails: this program's operator
+/// new, in any form, throws std::bad_alloc, or what a new handler throws if one is set. Later allocations
 /// succeed. One at a time.
 class FailingAllocation {
 public:
@@ -18,12 +18,12 @@ public:
     FailingAllocation(const FailingAllocation&) = delete;
     FailingAllocation& operator=(const FailingAllocation&) = delete;
 
-    /// Whether that many were asked for.
+    /// Whether there were that many allocations.
     bool Happened() const;
 };
 
-/// How many blocks of this program's operator new are held, by all threads. What another module's code made
-/// counts when it is deleted here, and the other way round.
+/// Number of blocks of this program's operator new that all threads hold. A block allocated in another module
+/// and deleted here counts too, and the other way round.
 std::int64_t LiveBlocks();
 
 } // namespace Zuvan::Lumeq::Testing

@@ -16,7 +16,7 @@ struct alignas(64) Aligned {
     char bytes[64];
 };
 
-// The compiler may leave out an allocation that it sees through.
+// The compiler may remove an allocation whose effects it can see.
 void* volatile seen;
 template <class Type>
 void Keep(Type* memory) {

@@ -26,7 +26,7 @@ void STDAPICALLTYPE CountedUninitialize() {
 }
 
 HMODULE Load() {
-    // A worker of the one before may still be about to end.
+    // A worker of the previous one may still be about to end.
     for (int milliseconds = 0; GetModuleHandleW(FileName); ++milliseconds) {
         if (milliseconds == 5000)
             throw std::runtime_error("the failing library is still loaded");

@@ -1,4 +1,4 @@
-// The library as a file of its own, whose memory runs out when a test says so.
+// The library as a separate file, whose memory runs out at a test's command.
 #pragma once
 
 #include "support/ImportedFunction.h"
@@ -9,11 +9,11 @@
 
 namespace Zuvan::Lumeq::Testing {
 
-/// Loaded from construction on, freed at the end: whatever the library keeps for the life of its own starts
-/// anew with each. One at a time.
+/// Loaded on construction, freed on destruction. State that the library keeps for its life starts fresh each
+/// time. One at a time.
 class FailingLibrary {
 public:
-    /// Throws where the one before it is still loaded.
+    /// Throws if the previous one is still loaded.
     FailingLibrary();
     ~FailingLibrary();
     FailingLibrary(const FailingLibrary&) = delete;
@@ -27,7 +27,7 @@ public:
     HMODULE Module() const { return _module; }
     const FailingLibraryControl& Control() const { return *_control; }
 
-    /// How often the library has initialised COM with success and not undone it.
+    /// How many successful COM initialisations the library has not undone.
     static int OpenApartments();
 
 private:

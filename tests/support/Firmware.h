@@ -1,5 +1,4 @@
-// Reads the machine's firmware tables directly, so that other ways to the same facts can be compared with
-// them.
+// Reads the machine's firmware tables directly, for comparison with other ways to the same facts.
 #pragma once
 
 #include <cstdint>
@@ -7,15 +6,15 @@
 
 namespace Zuvan::Lumeq::Testing {
 
-/// The system's UUID in upper case. Throws where the firmware has no table of it.
+/// The system's UUID in upper case. Throws if the firmware has no table with it.
 std::wstring FirmwareUuid();
 
-/// Texts of the system; empty where the firmware has none. Throw where the firmware has no table of it.
+/// Texts of the system; empty if the firmware has none. Throws if the firmware has no table with them.
 std::wstring FirmwareMaker();
 std::wstring FirmwareModel();
 std::wstring FirmwareSerialNumber();
 
-/// The type of the enclosure. Throws where the firmware has no table of it.
+/// The type of the enclosure. Throws if the firmware has no table with it.
 std::uint16_t FirmwareChassisType();
 
 } // namespace Zuvan::Lumeq::Testing

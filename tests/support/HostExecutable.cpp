@@ -7,7 +7,7 @@ namespace Zuvan::Lumeq::Testing {
 
 namespace {
 
-/// The loader's name of the executable: what GetModuleFileNameW reads.
+/// The loader's name of the executable, which GetModuleFileNameW reads.
 UNICODE_STRING& ExecutableName() {
     static const auto currentPeb =
         Common::FindFunction<PEB * NTAPI()>(GetModuleHandleW(L"ntdll.dll"), "RtlGetCurrentPeb");

@@ -1,4 +1,4 @@
-// Lets this test program seem to be an executable elsewhere, so that the files beside it are the test's own.
+// Changes the apparent location of this test program's executable, so that the test owns the files beside it.
 #pragma once
 
 #include "Common/SystemHandles.h"
@@ -9,11 +9,11 @@
 
 namespace Zuvan::Lumeq::Testing {
 
-/// Where the system says that the program's executable is.
+/// The executable's location according to the system.
 std::filesystem::path ExecutablePath();
 
-/// While it lives, GetModuleFileNameW gives `path` for the executable. The file need not exist. How libraries
-/// are found does not change. One at a time, and no other thread may ask meanwhile.
+/// While one lives, GetModuleFileNameW returns `path` for the executable. The file need not exist. The search
+/// for libraries does not change. One at a time, and no other thread may ask meanwhile.
 class HostExecutable {
 public:
     explicit HostExecutable(const std::filesystem::path& path);

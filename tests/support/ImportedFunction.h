@@ -1,28 +1,28 @@
-// Puts a function of the test's own in the place of one that the program, or a library of its, imports.
+// Replaces a function that the program, or one of its libraries, imports.
 #pragma once
 
 #include <windows.h>
 
 namespace Zuvan::Lumeq::Testing {
 
-/// The place in the import table of `module`, null for this program, that holds the address of `function` of
-/// `library`. Throws std::runtime_error where the module does not import it.
+/// The import table slot of `module` (null for this program) that holds the address of `function` of
+/// `library`. Throws std::runtime_error if the module does not import it.
 void** ImportSlot(HMODULE module, const char* library, const char* function);
 
-/// What the loaded library exports.
+/// The function that the loaded library exports.
 void* ExportedFunction(const char* library, const char* function);
 
-/// Writes the slot and gives what stood there.
+/// Writes the slot and returns its old value.
 void* ExchangeImport(void** slot, void* function);
 
-/// The function itself, whatever stands in for it.
+/// The function itself, whatever replaces it.
 template <class Function>
 Function* RealFunction(const char* library, const char* function) {
     return reinterpret_cast<Function*>(ExportedFunction(library, function));
 }
 
-/// While it lives, calls from this program's code, or the given module's, arrive at the replacement.
-/// `Function` is a function type.
+/// While one lives, calls from this program, or from the given module, reach the replacement. `Function` is a
+/// function type.
 template <class Function>
 class ImportedFunction {
 public:

@@ -1,4 +1,4 @@
-// A machine of the test's own: registry, common application data, temporary folder and host folder of this
+// A machine for one test: registry, common application data, temporary folder and host folder belong to this
 // process.
 #pragma once
 
@@ -11,9 +11,9 @@
 
 namespace Zuvan::Lumeq::Testing {
 
-/// While it lives, HKEY_CURRENT_USER and HKEY_LOCAL_MACHINE are empty keys of this process, and the folders
-/// below are empty and new; the executable seems to be in one of them. Everything is removed at the end. One
-/// at a time.
+/// While one lives, HKEY_CURRENT_USER and HKEY_LOCAL_MACHINE are empty keys of this process, the folders
+/// below are new and empty, and the executable appears to be in one of them. The destructor removes
+/// everything. One at a time.
 class IsolatedMachine {
 public:
     IsolatedMachine();
@@ -21,22 +21,22 @@ public:
     IsolatedMachine(const IsolatedMachine&) = delete;
     IsolatedMachine& operator=(const IsolatedMachine&) = delete;
 
-    /// What GetTempPathW gives.
+    /// The result of GetTempPathW.
     const std::filesystem::path& TemporaryFolder() const { return _temporary; }
-    /// The data of all users.
+    /// The common application data of all users.
     const std::filesystem::path& ProgramData() const { return _programData; }
-    /// Where the log files go; made by the first line.
+    /// The folder of the log files; created by the first line.
     std::filesystem::path LogFolder() const { return _temporary / "Zuvan" / "LUMEQ"; }
-    /// Where the local settings file is without a subfolder; made by the library.
+    /// The folder of the local settings file without a subfolder; created by the library.
     std::filesystem::path LocalSettingsFile() const;
-    /// Where the executable seems to be, under its own name.
+    /// The apparent folder of the executable, which keeps its own name.
     const std::filesystem::path& HostFolder() const { return _host; }
-    /// Where the factory settings file of this test program is looked for first. There is none at first, and
-    /// without one nothing is logged and the settings cannot be loaded.
+    /// Path of this test program's factory settings file, where it is searched first. At first there is none;
+    /// then nothing is logged and the settings cannot be loaded.
     static std::filesystem::path FactorySettingsFile();
-    /// Writes that file with `settings` as its elements, by default such that all is logged.
+    /// Writes that file with `settings` as its elements; the default logs everything.
     void WriteFactorySettings(const std::string& settings = "<Log>on</Log><LogLevel>debug</LogLevel>");
-    /// The log file that has the lines of every severity.
+    /// The log file with the lines of all severities.
     std::filesystem::path LogFile() const { return LogFolder() / "Lumeq.Log.txt"; }
 
     void SetDword(HKEY root, const std::wstring& subKey, const std::wstring& name, DWORD value);
@@ -54,7 +54,7 @@ private:
     std::optional<HostExecutable> _executable;
 };
 
-/// The whole of a file, byte for byte; empty if there is none.
+/// The whole contents of a file, byte for byte; empty if there is none.
 std::string ReadFile(const std::filesystem::path& path);
 void WriteFile(const std::filesystem::path& path, const std::string& content);
 

@@ -14,14 +14,14 @@ namespace {
 constexpr std::string_view Digits = "0123456789";
 constexpr std::string_view HexDigits = "0123456789abcdef";
 
-/// Takes its parts off the front of a line, by hand: tests read too many lines for an engine.
+/// Splits a line from the front. Written by hand, because tests read too many lines for a regular expression.
 class LineReader {
 public:
     explicit LineReader(const std::string& line) : _line(line), _rest(line) {}
 
     std::string_view Rest() const { return _rest; }
 
-    /// '#' in the shape is any digit.
+    /// '#' in the shape matches any digit.
     void Skip(std::string_view shape) {
         for (const char expected : shape) {
             if (_rest.empty() || (expected == '#' ? !Contains(Digits, _rest[0]) : _rest[0] != expected))

@@ -8,21 +8,21 @@
 
 namespace Zuvan::Lumeq::Testing {
 
-/// One line of a log file without its time and thread. Texts are UTF-8 as they stand in the file.
+/// One line of a log file without its time and thread. Texts are UTF-8, unchanged.
 struct LoggedLine {
     std::string severity; ///< Without its padding.
-    std::string function; ///< Empty where the line has none.
+    std::string function; ///< Empty if the line has none.
     std::string message;
 
     friend bool operator==(const LoggedLine&, const LoggedLine&) = default;
 };
 std::ostream& operator<<(std::ostream& stream, const LoggedLine& line);
 
-/// All lines in order; none if there is no such file. Throws for a line that is not laid out as one of the
+/// All lines in order; none if there is no such file. Throws for a line that does not have the layout of the
 /// log.
 std::vector<LoggedLine> LogLines(const std::filesystem::path& path);
 
-/// Those of the severity.
+/// The lines of that severity.
 std::vector<LoggedLine> LogLines(const std::filesystem::path& path, const std::string& severity);
 
 /// The messages of those lines.

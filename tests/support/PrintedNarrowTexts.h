@@ -1,4 +1,4 @@
-// The narrow texts that this program's code gives to the platform's wide printf.
+// Watches the narrow texts that this program passes to the platform's wide printf.
 #pragma once
 
 #include "support/ImportedFunction.h"
@@ -12,7 +12,7 @@
 
 namespace Zuvan::Lumeq::Testing {
 
-/// While it lives, counts the texts for %S by what follows their end: a second zero byte, or another.
+/// While one lives, counts the texts for %S by the byte after their terminator: a second zero, or another.
 class PrintedNarrowTexts {
 public:
     PrintedNarrowTexts() { _guarded = _bare = 0; }
@@ -21,7 +21,7 @@ public:
     int Bare() const { return _bare; }
 
 private:
-    // A va_list is a plain pointer here, but with an attribute that a template cannot take.
+    // A va_list is a plain pointer here, but has an attribute that a template cannot take.
     using Arguments = char*;
     using Print = int(wchar_t*, std::size_t, const wchar_t*, Arguments);
 
@@ -30,7 +30,7 @@ private:
         va_copy(each, arguments);
         for (const wchar_t* at = std::wcschr(format, L'%'); at; at = std::wcschr(at, L'%')) {
             at += 1 + std::wcscspn(at + 1, L"%sSdpuxX");
-            // Each argument is of eight bytes here, whatever its type.
+            // Every argument occupies eight bytes here, whatever its type.
             if (const void* const argument = *at == L'%' ? nullptr : va_arg(each, const void*); *at == L'S')
                 Count(static_cast<const char*>(argument));
             at += *at != L'\0';
@@ -45,7 +45,7 @@ private:
     ImportedFunction<Print> _watched{"msvcrt.dll", "_vsnwprintf", &Watch};
 };
 
-/// What stands behind the end of its text is no zero.
+/// The byte after the terminator is not zero.
 class OutOfOrder : public std::exception {
 public:
     const char* what() const noexcept override { return "out of order\0, and more"; }

@@ -1,4 +1,4 @@
-// What the COM objects of the tests' own have in common.
+// The common part of the tests' COM objects.
 #pragma once
 
 #include <atomic>
@@ -6,8 +6,8 @@
 
 namespace Zuvan::Lumeq::Testing {
 
-/// Dies with its last reference; the first is its maker's. Nobody is expected to ask for another interface,
-/// and who does gets nothing.
+/// Destroyed with its last reference; its creator owns the first. QueryInterface always fails, because nobody
+/// is expected to ask for another interface.
 template <class Interface>
 class ReferenceCounted : public Interface {
 public:

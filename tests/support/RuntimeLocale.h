@@ -7,7 +7,7 @@
 
 namespace Zuvan::Lumeq::Testing {
 
-/// While it lives, the runtime has the locale, and the "C" locale afterwards.
+/// While one lives, the runtime has the locale; afterwards the "C" locale.
 class RuntimeLocale {
 public:
     /// Throws if the runtime does not know the name.
@@ -20,7 +20,8 @@ public:
     RuntimeLocale& operator=(const RuntimeLocale&) = delete;
 };
 
-/// Of one byte for each character, with other letters at the same places, and of one or two.
+/// Two with one byte for each character and different letters at the same values, and one with one or two
+/// bytes.
 inline constexpr const char* HostLocales[] = {"German", "Greek", "Turkish", "Japanese"};
 
 } // namespace Zuvan::Lumeq::Testing

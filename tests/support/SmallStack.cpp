@@ -19,7 +19,7 @@ std::size_t StackLeft() {
 }
 
 DWORD WINAPI Run(void* body) {
-    // The system may give a thread more stack than it was asked for: the surplus is used up here.
+    // The system may reserve more stack than requested; the surplus is used up here.
     const std::size_t left = StackLeft();
     volatile char* surplus = static_cast<volatile char*>(_alloca(left > StackBytes ? left - StackBytes : 1));
     *surplus = 0;

@@ -1,4 +1,4 @@
-// What of a text stays the same from run to run.
+// The part of a text that does not change from run to run.
 #pragma once
 
 #include <string>
@@ -6,7 +6,7 @@
 
 namespace Zuvan::Lumeq::Testing {
 
-/// The text with '#' in the place of each of the digits.
+/// The text with '#' instead of each digit.
 inline std::wstring ShapeOf(std::wstring text, std::wstring_view digits) {
     for (wchar_t& unit : text)
         if (digits.find(unit) != digits.npos)

@@ -1,4 +1,4 @@
-// A machine whose active code page is UTF-8, as a host's manifest or the user can have it.
+// A machine whose active code page is UTF-8, through a host's manifest or the user's setting.
 #pragma once
 
 #include "support/ImportedFunction.h"
@@ -9,9 +9,9 @@
 
 namespace Zuvan::Lumeq::Testing {
 
-/// While it lives, the system refuses this program's code to tell whether a character has no narrow form, as
-/// it does with that code page, and the global locale has characters made meanwhile: those of the classic one
-/// are older.
+/// While one lives, the system refuses this program's requests to report that a character has no narrow form,
+/// as it does with that code page. The global locale has character facets created meanwhile, because those of
+/// the classic locale are older.
 class Utf8CodePage {
 public:
     Utf8CodePage() : _previous(std::locale::global({std::locale(), new std::ctype<wchar_t>})) {}

@@ -28,7 +28,7 @@ void Check(HRESULT result) {
         throw _com_error(result);
 }
 
-/// COM on this thread, in whatever apartment it is in.
+/// COM on this thread, in whatever apartment the thread is.
 class ComApartment {
 public:
     ComApartment() : _result(CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED)) {}
@@ -46,7 +46,7 @@ private:
 std::filesystem::path SettingsFile() {
     wchar_t folder[MAX_PATH] = {};
     Check(SHGetFolderPathW(nullptr, CSIDL_COMMON_APPDATA, nullptr, SHGFP_TYPE_CURRENT, folder));
-    // A subfolder that begins with a backslash counts from the drive's root, for Lumeq.dll as well.
+    // A subfolder that begins with a backslash starts at the drive's root, as in Lumeq.dll.
     return std::filesystem::path(folder) / L"Zuvan" / Subfolder() / L"LUMEQ" / L"LumeqLocalSettings.xml";
 }
 

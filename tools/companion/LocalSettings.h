@@ -5,13 +5,13 @@
 
 namespace Companion {
 
-/// All throw _com_error or std::exception if the file cannot be read or written, and leave it as it was. Each
-/// reads the file afresh. No lock: Lumeq.dll makes one call at a time.
+/// Each reads the file afresh. Throws _com_error or std::exception if the file cannot be read or written, and
+/// then leaves it unchanged. No lock, because Lumeq.dll makes one call at a time.
 
-/// Where the file is looked for from now on; empty for the folder itself.
+/// The file's folder from now on; empty for the default folder.
 void UseSubfolder(const std::wstring& path);
 
-/// Empty for a setting or a file that is not there.
+/// Empty if the setting or the file does not exist.
 std::wstring ReadSetting(const std::wstring& key);
 
 void WriteSetting(const std::wstring& key, const std::wstring& value);

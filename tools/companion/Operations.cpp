@@ -1,4 +1,4 @@
-// The eleven operations, each told in the transcript before anything else is done.
+// The eleven operations. Each first writes itself to the transcript.
 #include "tools/companion/LocalSettings.h"
 #include "tools/companion/Script.h"
 #include "tools/companion/Transcript.h"
@@ -15,7 +15,7 @@ namespace {
 
 constexpr wchar_t UserOptInKey[] = L"UserOptIn";
 
-/// Writes the line of an operation, then does what the script wants of it.
+/// Writes the line of an operation, then sleeps or fails as the script says.
 void Begin(const std::wstring& operation, const Members& members = {}) {
     Members line{{L"operation", JsonText(operation)}};
     line.insert(line.end(), members.begin(), members.end());

@@ -20,7 +20,7 @@ std::string Escaped(wchar_t unit) {
     return text;
 }
 
-/// How many code units from `at` on make up one character.
+/// How many code units the character at `at` has.
 std::size_t CharacterLength(const std::wstring& text, std::size_t at) {
     const bool isPair = IsHighSurrogate(text[at]) && at + 1 < text.size() && IsLowSurrogate(text[at + 1]);
     return isPair ? 2 : 1;

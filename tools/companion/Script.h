@@ -1,5 +1,4 @@
-// Which operations are to fail, and how, and which are to be slow, as LumeqCompanion.json beside the
-// executable tells:
+// Which operations fail and how, and which are slow, as LumeqCompanion.json in the executable's folder says:
 //   {"raise": {"StartupInternal": "vesto" | "com" | "std" | "unknown", ...},
 //    "sleepMsec": {"FlushInternal": 30000, ...}}
 #pragma once
@@ -8,9 +7,8 @@
 
 namespace Companion {
 
-/// Sleeps if the operation is to be slow; then throws a VestoException, a _com_error, a std::runtime_error or
-/// an int if it is to fail. Throws std::runtime_error as well for a script that cannot be read. The script is
-/// read once.
+/// Sleeps if the operation is slow. Then throws a VestoException, a _com_error, a std::runtime_error or an
+/// int if it must fail. Also throws std::runtime_error if the script cannot be read. Reads the script once.
 void FollowScript(const std::string& operation);
 
 } // namespace Companion

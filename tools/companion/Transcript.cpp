@@ -20,7 +20,7 @@ void Write(const Members& line) {
     const std::string text = JsonText(line) + '\n';
     const std::scoped_lock hold(lock);
     file.write(text.data(), static_cast<std::streamsize>(text.size()));
-    // Whoever ends this process early still has what was handed over.
+    // A killed process must not lose what it received.
     if (!file.flush())
         throw std::runtime_error("LumeqCompanion.jsonl cannot be written");
 }

@@ -1,4 +1,5 @@
-// What the stand-in was asked to do, one JSON line each, in LumeqCompanion.jsonl beside the executable.
+// The calls that the stand-in received, one JSON line each, in LumeqCompanion.jsonl in the executable's
+// folder.
 #pragma once
 
 #include "tools/companion/RecordText.h"
@@ -7,10 +8,10 @@
 
 namespace Companion {
 
-/// A file beside the host's executable.
+/// A file in the host executable's folder.
 std::filesystem::path BesideExecutable(const wchar_t* name);
 
-/// Appends a line, whole, whichever threads write. Throws std::runtime_error if it cannot be written.
+/// Appends one complete line, whichever threads write. Throws std::runtime_error if it cannot be written.
 void Write(const Members& line);
 
 } // namespace Companion

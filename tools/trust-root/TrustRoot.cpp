@@ -1,4 +1,4 @@
-// Makes this machine trust a root certificate. For machines of a test's own.
+// Makes this machine trust a root certificate. For machines that belong to a test.
 //   trust-root.exe FILE    a certificate in DER
 #include <windows.h>
 

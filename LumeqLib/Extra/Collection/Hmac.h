@@ -9,7 +9,7 @@
 
 namespace Zuvan::Lumeq::Extra::Collection {
 
-/// The hash that an HMAC is made with.
+/// The hash functions of an HMAC and their context.
 class CHMAC256 {
 public:
     virtual ~CHMAC256() = default;
@@ -18,10 +18,10 @@ public:
     void (*init)(sha256_ctx&) = &Sha256Init;
     void (*update)(sha256_ctx&, std::span<const std::uint8_t>) = &Sha256Update;
     void (*final)(sha256_ctx&, Sha256Digest&) = &Sha256Final;
-    void (*hash)(std::span<const std::uint8_t>, Sha256Digest&) = &Sha256Hash; ///< On a context of its own.
+    void (*hash)(std::span<const std::uint8_t>, Sha256Digest&) = &Sha256Hash; ///< Uses its own context.
 };
 
-/// A key longer than a block of 64 bytes is first reduced to its digest.
+/// A key of more than 64 bytes, one block, is replaced by its digest first.
 Sha256Digest HmacSha256(std::span<const std::uint8_t> key, std::span<const std::uint8_t> message);
 
 } // namespace Zuvan::Lumeq::Extra::Collection

@@ -10,7 +10,7 @@ namespace Zuvan::Lumeq::Extra::Collection {
 
 namespace {
 
-/// In capitals even where there is none, unlike the "unknown" of every other field: receivers know it so.
+/// In capitals, unlike the "unknown" of every other field, because receivers expect it so.
 std::wstring RegisteredUuid(const Utils::SystemSources& sources) {
     return Common::ToUpper(sources.RegistryString(L"Software\\Microsoft\\Cryptography", L"MachineGuid"));
 }

@@ -7,8 +7,8 @@
 
 namespace Zuvan::Lumeq::Extra::Collection {
 
-/// The firmware's UUID, or else the system's MachineGuid, in upper case; "UNKNOWN" where neither can be
-/// found. Asks the system anew on each call. Any thread may call.
+/// The firmware's UUID, or else the system's MachineGuid, in upper case; "UNKNOWN" if neither exists. Reads
+/// the system afresh on each call. Any thread may call.
 std::wstring GetMachineUuid(const Utils::SystemSources& sources = {});
 
 } // namespace Zuvan::Lumeq::Extra::Collection

@@ -74,7 +74,7 @@ void ProcessPendingBlocks(sha256_ctx& context, std::size_t count) {
         ProcessBlock(context, Block(context.block.data() + i * Sha256BlockSize, Sha256BlockSize));
 }
 
-/// Moves bytes from the front of `bytes` to the block, as many as still fit.
+/// Moves as many bytes from the front of `bytes` into the block as fit.
 void FillBlock(sha256_ctx& context, std::span<const std::uint8_t>& bytes) {
     const std::size_t count = std::min(bytes.size(), Sha256BlockSize - context.pendingLength);
     std::copy_n(bytes.begin(), count, context.block.begin() + context.pendingLength);

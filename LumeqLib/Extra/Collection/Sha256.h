@@ -1,4 +1,4 @@
-// SHA-256 (FIPS 180-4), but for the length of messages from 512 MiB on; see Sha256LengthField.
+// SHA-256 (FIPS 180-4), except for the length of messages of 512 MiB and more: see Sha256LengthField.
 #pragma once
 
 #include <array>
@@ -17,7 +17,7 @@ public:
     virtual ~CSHACtxBase() = default;
 };
 
-/// One running hash.
+/// The state of one running hash.
 class sha256_ctx : public CSHACtxBase {
 public:
     std::uint32_t totalLength = 0;                         ///< Bytes of whole blocks already processed.
@@ -28,13 +28,13 @@ public:
 
 void Sha256Init(sha256_ctx& context);
 void Sha256Update(sha256_ctx& context, std::span<const std::uint8_t> bytes);
-/// Afterwards the context wants Sha256Init before it is used again.
+/// The context needs Sha256Init before its next use.
 void Sha256Final(sha256_ctx& context, Sha256Digest& digest);
-/// All of it over one buffer.
+/// Hashes one buffer.
 void Sha256Hash(std::span<const std::uint8_t> bytes, Sha256Digest& digest);
 
-/// The last eight bytes of the padding, for a message of `byteCount` bytes. The count of bits is taken in
-/// 32-bit arithmetic, so its high half is always zero: identifiers in the field were made that way.
+/// The last eight bytes of the padding of a message of `byteCount` bytes. The bit count is computed in 32
+/// bits, so its high half is always zero: identifiers in the field were made that way.
 std::array<std::uint8_t, 8> Sha256LengthField(std::uint32_t byteCount);
 
 } // namespace Zuvan::Lumeq::Extra::Collection

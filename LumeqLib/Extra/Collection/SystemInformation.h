@@ -1,4 +1,4 @@
-// What the basic road tells about the machine. Includes platform headers: for source files only.
+// The machine's part of the basic message. Includes platform headers: for source files only.
 #pragma once
 
 #include "LumeqLib/Extra/Collection/Utils/SystemSources.h"
@@ -10,9 +10,9 @@ namespace Zuvan::Lumeq::Extra::Collection {
 
 using SystemInformation = std::unordered_map<std::wstring, std::wstring>;
 
-/// The sys_info_base record. Every field has a value, "unknown" where nothing can be found. Asks the system
-/// anew on each call, with a WMI connection for each property. Throws nothing but a _com_error and what an
-/// allocation throws. Any thread may call; WMI makes it a COM apartment meanwhile.
+/// The sys_info_base record. A field without a value is "unknown". Reads the system afresh on each call, with
+/// one WMI connection for each property. Throws only _com_error and what an allocation throws. Any thread may
+/// call; the thread is in a COM apartment during each WMI query.
 SystemInformation GetSysInfoBase(const Utils::SystemSources& sources = {});
 
 } // namespace Zuvan::Lumeq::Extra::Collection

@@ -1,5 +1,4 @@
-// In the place of the header that stops a foreign toolchain: nothing crosses an edge in the programs built
-// here.
+// Replaces the header that stops a foreign toolchain. Nothing crosses a DLL boundary in the fuzz programs.
 #pragma once
 
 #include <string>

@@ -1,4 +1,4 @@
-// What a test can ask of the failing library, besides the exports.
+// The failing library's interface for tests, besides the exports.
 #pragma once
 
 #include "support/FailingAllocation.h"
@@ -8,7 +8,7 @@
 namespace Zuvan::Lumeq::Testing {
 
 struct FailingLibraryControl {
-    /// FailingAllocation on the library's own operator new, until `disarm`, which gives whether it happened.
+    /// FailingAllocation on the library's own operator new, until `disarm`, which returns whether it failed.
     void (*arm)(int nth, AllocatingThreads threads);
     bool (*disarm)();
     std::int64_t (*liveBlocks)();

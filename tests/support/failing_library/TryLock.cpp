@@ -1,5 +1,5 @@
-// What the library itself never asks of the runtime in Runtime/, and the control of the failing
-// library does: a mutex there is a slim lock, and -1 until it is used for the first time.
+// The control of the failing library needs a try-lock, which the library itself never asks of the runtime in
+// Runtime. A mutex there is a slim lock, and -1 until its first use.
 #include <windows.h>
 
 #include <cerrno>

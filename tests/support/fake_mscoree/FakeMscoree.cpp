@@ -11,7 +11,7 @@
 #include <string>
 #include <vector>
 
-// The interfaces and identifiers are written out here once more, and not taken from the code under test.
+// Declares the interfaces and identifiers again, independently of the code under test.
 
 namespace Zuvan::Lumeq::Testing {
 
@@ -40,7 +40,7 @@ bool IsScripted(const std::wstring& word) {
     return std::find(words.begin(), words.end(), word) != words.end();
 }
 
-/// Counts itself in the given field for as long as it lives.
+/// Counts itself in the given field while it lives.
 template <class Interface, std::int32_t FakeMscoreeState::*Counter>
 class CountedObject : public ReferenceCounted<Interface> {
 public:
@@ -144,7 +144,7 @@ bool IsInSingleThreadedApartment() {
     return CoGetApartmentType(&type, &qualifier) == S_OK && (type == APTTYPE_STA || type == APTTYPE_MAINSTA);
 }
 
-/// The variable outlives the library in its process.
+/// The variable lives longer than the library in its process.
 bool WasLoadedBefore() {
     const bool before = GetEnvironmentVariableW(LoadedVariable, nullptr, 0) != 0;
     SetEnvironmentVariableW(LoadedVariable, L"1");

@@ -1,4 +1,4 @@
-// Posts one request as the library's worker does, and prints the answer that came of it, byte by byte.
+// Posts one request as the library's worker does, and prints the received answer byte by byte.
 //   lumeq_posting_program SERVER
 #include "LumeqShim/Post/HttpsPost.h"
 

@@ -1,8 +1,8 @@
-// What a test can ask of the scripted companion library.
+// The scripted companion library's interface for tests.
 //
 // The environment variable LUMEQ_SCRIPTED_COMPANION names what every operation raises: "vesto", "com", "std"
-// or "unknown"; with "read" nothing is raised and events are read. Without it nothing is raised either,
-// events are taken unread, and GetUserOptInInternal gives true.
+// or "unknown". With "read" nothing is raised and events are read. Without the variable nothing is raised,
+// events are not read, and GetUserOptInInternal returns true.
 #pragma once
 
 #include <string>
@@ -10,12 +10,12 @@
 
 namespace Zuvan::Lumeq::Testing {
 
-/// Exported as "ScriptedCompanion_Calls": every call so far, also those that raised, each as the operation's
-/// name with its arguments in parentheses.
+/// Exported as "ScriptedCompanion_Calls": every call so far, including those that raised, each as the
+/// operation's name with its arguments in parentheses.
 extern "C" using ScriptedCompanionCallsFunction = std::vector<std::wstring> * ();
 
-/// Exported as "ScriptedCompanion_Events": the object label and the action of every event that was read, with
-/// a blank between them.
+/// Exported as "ScriptedCompanion_Events": object label and action of every event that was read, separated by
+/// a space.
 extern "C" using ScriptedCompanionEventsFunction = std::vector<std::wstring> * ();
 
 } // namespace Zuvan::Lumeq::Testing

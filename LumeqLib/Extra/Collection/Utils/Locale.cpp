@@ -9,7 +9,7 @@ namespace Zuvan::Lumeq::Extra::Collection::Utils {
 
 namespace {
 
-/// Nothing where the system does not even tell the size.
+/// Nothing if the system does not even return the size.
 std::optional<std::wstring> ReadInfo(LocaleInfoReader read, LCID locale, LCTYPE type) {
     const int size = read(locale, type, nullptr, 0); // characters, terminator included
     if (size < 1)

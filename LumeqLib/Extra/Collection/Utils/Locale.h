@@ -9,11 +9,11 @@ namespace Zuvan::Lumeq::Extra::Collection::Utils {
 
 using LocaleInfoReader = decltype(&GetLocaleInfoW);
 
-/// The country, such as US; "unknown" where the system does not tell.
+/// The country, such as US; "unknown" if the system does not return it.
 std::wstring CountryOf(LCID locale, LocaleInfoReader read = &GetLocaleInfoW);
 
-/// Language and country, such as en-US, or the country alone where there is no language. Where only the
-/// reading of either fails, "unknown" stands in its place.
+/// Language and country, such as en-US, or the country alone if there is no language. A part that exists but
+/// cannot be read is "unknown".
 std::wstring LanguageOf(LCID locale, LocaleInfoReader read = &GetLocaleInfoW);
 
 } // namespace Zuvan::Lumeq::Extra::Collection::Utils

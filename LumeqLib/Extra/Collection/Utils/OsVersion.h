@@ -4,7 +4,8 @@
 
 namespace Zuvan::Lumeq::Extra::Collection::Utils {
 
-/// The running system, whatever it pretends to be for this process; all zero where it cannot be told.
+/// The running system, even if the system reports another version to this process. All zero if it is not
+/// known.
 struct OsVersion {
     std::uint32_t platform; ///< VER_PLATFORM_WIN32_NT is 2.
     std::uint32_t number;   ///< Major version times 100 plus the minor version: Windows 7 is 601.

@@ -21,7 +21,7 @@ std::wstring ReadRegistryString(const std::wstring& subKey, const std::wstring& 
         type != REG_SZ)
         return UnknownText;
 
-    // One more than fits: the registry does not promise a terminator.
+    // Room for one more character, because the registry does not guarantee a terminator.
     std::vector<wchar_t> text(size / sizeof(wchar_t) + 2);
     if (RegQueryValueExW(key.Get(), valueName.c_str(), nullptr, nullptr, reinterpret_cast<BYTE*>(text.data()),
                          &size) != ERROR_SUCCESS)

@@ -20,7 +20,7 @@ SAFEARRAY* ArrayIn(const VARIANT& value) {
     return value.pparray ? *value.pparray : nullptr;
 }
 
-/// Whether elements are plain numbers of at most eight bytes, which can be read without owning anything.
+/// Whether elements are plain numbers of at most eight bytes, so that reading one takes no ownership.
 bool HoldsIntegers(SAFEARRAY* array) {
     VARTYPE type = VT_EMPTY;
     if (FAILED(SafeArrayGetVartype(array, &type)))

@@ -1,4 +1,4 @@
-// Where the information about the machine comes from that has more than one source. Includes platform
+// The sources of those facts about the machine that come from more than one source. Includes platform
 // headers: for source files only.
 #pragma once
 
@@ -9,7 +9,7 @@
 
 namespace Zuvan::Lumeq::Extra::Collection::Utils {
 
-/// The machine's own sources, unless a derived class answers in their place.
+/// Reads the real machine, unless a derived class overrides it.
 class SystemSources {
 public:
     virtual ~SystemSources() = default;

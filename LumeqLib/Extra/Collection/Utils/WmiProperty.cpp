@@ -14,7 +14,7 @@ namespace Zuvan::Lumeq::Extra::Collection::Utils {
 
 namespace {
 
-// A pointer that is null in spite of success raises a _com_error when it is used.
+// Smart pointers that throw _com_error if a call returned success with a null pointer.
 _COM_SMARTPTR_TYPEDEF(IWbemLocator, __uuidof(IWbemLocator));
 _COM_SMARTPTR_TYPEDEF(IWbemServices, __uuidof(IWbemServices));
 _COM_SMARTPTR_TYPEDEF(IEnumWbemClassObject, __uuidof(IEnumWbemClassObject));
@@ -26,7 +26,7 @@ using Common::SeverityLevel;
 constexpr wchar_t SourceName[] = L"LumeqLib\\Extra\\Collection\\Utils";
 constexpr wchar_t FunctionName[] = L"Zuvan::Lumeq::Extra::Collection::Utils::GetWmiProperty";
 
-/// False, with a line of the log that names the step, for a failed result.
+/// Whether the step succeeded. A failure is logged with the name of the step.
 bool StepSucceeded(HRESULT result, const wchar_t* step) {
     if (SUCCEEDED(result))
         return true;

@@ -25,7 +25,7 @@ void Record(const Arguments&... arguments) {
     fake->calls.push_back(line.str());
 }
 
-/// Reports its end.
+/// Reports its destruction.
 template <class Interface>
 class Counted : public ReferenceCounted<Interface> {
 public:

@@ -1,4 +1,4 @@
-// WMI made of objects of the test's own: it answers as told and keeps what it was asked.
+// A fake WMI of COM objects. It answers as scripted and records every question.
 #pragma once
 
 #include "LumeqLib/Extra/Collection/Utils/WmiProperty.h"
@@ -9,7 +9,7 @@
 
 namespace Zuvan::Lumeq::Testing {
 
-/// One at a time: the entry points are plain functions.
+/// One at a time, because the entry points are plain functions.
 class FakeWmi {
 public:
     FakeWmi();
@@ -19,7 +19,7 @@ public:
 
     Extra::Collection::Utils::WmiEntryPoints EntryPoints() const;
 
-    /// What one instance answers for the property. A failed result goes with no value.
+    /// Answer of one instance for the property. A failed result has no value.
     struct Answer {
         HRESULT result;
         _variant_t value;
@@ -31,10 +31,10 @@ public:
     HRESULT execQueryResult = S_OK;
     HRESULT nextResult = S_OK;
     bool givesNullServices = false;
-    bool throwsStandardException = false; ///< In the place of the query.
+    bool throwsStandardException = false; ///< Instead of answering the query.
     std::deque<Answer> instances;         ///< One for each instance of the class.
 
-    /// Every call with its arguments, and "release" with the name of the object that ended.
+    /// Every call with its arguments, and "release" with the name of the destroyed object.
     std::vector<std::string> calls;
     int liveObjects = 0;
 };
