@@ -57,7 +57,7 @@ std::string CheckBody(const std::string& text) {
     const std::string body = RequestBody(EncodeMessage(std::wstring(text.begin(), text.end())));
     const std::optional<std::string> payload = BodyOfOnlyMessage(body);
     Require(payload && payload->starts_with(Prefix),
-            "the envelope holds one message, which tells its encoding");
+            "the envelope contains one message that names its encoding");
     const auto decoded = PlainBase64Decoded(std::wstring(payload->begin() + Prefix.size(), payload->end()));
     Require(decoded && std::string(decoded->begin(), decoded->end()) == text, "the payload is the message");
     return body;

@@ -1,4 +1,4 @@
-// Every pattern of the schema, through what the product makes of it, against a plain engine.
+// Every pattern of the schema, through the product's engine, compared with a plain engine.
 #include "Common/Exceptions.h"
 #include "LumeqLib/Extra/Eventing/EventingTask.h"
 #include "LumeqLib/Extra/Eventing/LabelChecks.h"
@@ -56,7 +56,8 @@ Answer AnswerOf(Match match) {
     return accepted ? Answer::Accepted : Answer::Refused;
 }
 
-// libFuzzer keeps an input that sets a counter for the first time: one for each kind, answer and length.
+// libFuzzer keeps an input that sets a counter for the first time, so there is one for each kind, answer and
+// length.
 __attribute__((section("__libfuzzer_extra_counters"))) std::uint8_t seen[KindCount][3][16];
 
 void CheckText(Kind kind, const std::wstring& text) {
@@ -66,7 +67,7 @@ void CheckText(Kind kind, const std::wstring& text) {
                 "the pattern accepts what the plain engine accepts");
     if (IsName(kind))
         Require(answer == AnswerOf([&] { return ShouldMatch(kind, text); }),
-                "a name is told by its ends and its control characters");
+                "a name depends on its ends and its control characters");
     const std::size_t length = std::min<std::size_t>(text.size() / 2, 15);
     seen[static_cast<std::size_t>(kind)][static_cast<std::size_t>(answer)][length] = 1;
 }

@@ -1,5 +1,5 @@
-// The six pairs of exports that tell of a task: one beginning, any number of ends, all but the last perhaps
-// refused.
+// The six pairs of task exports: one Initiated call, then any number of Completed calls, of which all but the
+// last may be refused.
 #include "fuzz/native/Machine.h"
 #include "fuzz/support/ExportModel.h"
 #include "fuzz/support/Input.h"
@@ -13,7 +13,7 @@ using namespace Zuvan::Lumeq::Fuzzing;
 
 namespace {
 
-/// The details of one end, and what is thrown on the way to them.
+/// The details of one completion, and the exception on the way to them.
 class ExpectedDetails {
 public:
     explicit ExpectedDetails(const wchar_t* schema) { _fields[L"schema"] = Model(schema); }
@@ -22,7 +22,7 @@ public:
     void Number(const wchar_t* key, std::int32_t number) { Text(key, std::to_wstring(number)); }
     void Record(const wchar_t* key, Model::Fields fields) { _fields[key] = Model(std::move(fields)); }
 
-    /// In the order in which the export converts; the first undefined value ends it.
+    /// In the order in which the export converts them; the first undefined value ends the conversion.
     template <class Row, std::size_t Count>
     void Enumerated(const wchar_t* key, const Row (&rows)[Count], const Expected::ExpectedTexts& texts,
                     std::int32_t value) {
@@ -41,7 +41,7 @@ private:
     std::optional<std::wstring> _failure;
 };
 
-/// One end of a task as the host tells it.
+/// One completion with the host's arguments.
 struct End {
     std::wstring result;
     std::int32_t numbers[8] = {};
@@ -83,7 +83,7 @@ struct TaskKind {
     const wchar_t* label;
     const wchar_t* completedName;
     void (*complete)(API::TaskHandle*, const End&);
-    /// The checks beyond those that all have.
+    /// The checks that only some pairs have.
     void (*expectChecks)(ExpectedCall&, const End&);
     ExpectedDetails (*details)(const End&);
 };
@@ -242,7 +242,7 @@ Model::Fields TaskContext(const ContextArguments& arguments) {
 void RequireEvent(const Model::Fields& record) {
     const Machine& machine = TheMachine();
     Require(machine.events.size() == 1, "a good call is one event");
-    Require(machine.events[0].record == Model(record), "the record tells what the host told");
+    Require(machine.events[0].record == Model(record), "the record contains the host's arguments");
     Require(machine.events[0].timestamp == EventTime(machine.utcMilliseconds), "the event has its time");
 }
 
@@ -252,7 +252,7 @@ std::wstring Duration(std::int64_t start, std::int64_t end) {
     return known ? std::to_wstring(end - start) : L"-1";
 }
 
-/// The lines of the next call stand alone, at another time.
+/// Clears the results of earlier calls and sets the clock for the next one.
 void NextCall(std::int64_t utcMilliseconds) {
     Machine& machine = TheMachine();
     machine.log.clear();
@@ -267,7 +267,7 @@ public:
         _start = TheMachine().utcMilliseconds;
     }
 
-    /// False if the beginning was refused.
+    /// False if the Initiated call was refused.
     bool Begin() {
         ExpectedCall call(_kind.initiatedName);
         call.Optional(Kind::Context, L"globalContext", _arguments.global);

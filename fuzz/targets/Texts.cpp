@@ -1,4 +1,4 @@
-// Base64, the rotation of letters, and the small questions about texts.
+// Base64, the rotation of letters, and the small predicates on texts.
 #include "Common/Text.h"
 #include "Common/Utf.h"
 #include "fuzz/support/Input.h"
@@ -55,7 +55,7 @@ void CheckRotation(const std::wstring& text) {
 
 void CheckQuestions(const std::wstring& text) {
     Require(Common::IsBlank(text) == (text.find_first_not_of(L" \t\n\v\f\r") == text.npos),
-            "white space alone is blank");
+            "a text of only white space counts as blank");
     const std::wstring lower = Common::ToLower(text);
     const std::wstring upper = Common::ToUpper(text);
     Require(lower.size() == text.size() && upper.size() == text.size(), "case keeps the length");

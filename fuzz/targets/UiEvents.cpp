@@ -1,4 +1,4 @@
-// The eleven exports that tell of the user interface, from the host's arguments to the record.
+// The eleven user-interface exports, from the host's arguments to the record.
 #include "fuzz/native/Machine.h"
 #include "fuzz/support/ExportModel.h"
 #include "fuzz/support/Input.h"
@@ -41,7 +41,7 @@ struct Screen {
     }
 };
 
-/// What must have come of the call: the record, or no event at all.
+/// The expected result of the call: the record, or no event.
 void RequireOutcome(const ExpectedCall& call, const Model::Fields& record) {
     const Machine& machine = TheMachine();
     call.RequireErrors();
@@ -49,7 +49,7 @@ void RequireOutcome(const ExpectedCall& call, const Model::Fields& record) {
     Require(machine.events.size() == (call.Failed() ? 0 : 1), "a good call is one event, a bad call none");
     if (call.Failed())
         return;
-    Require(machine.events[0].record == Model(record), "the record tells what the host told");
+    Require(machine.events[0].record == Model(record), "the record contains the host's arguments");
     Require(machine.events[0].timestamp == EventTime(machine.utcMilliseconds), "the event has its time");
 }
 

@@ -1,8 +1,7 @@
-// How each kind of parameter of an export is read from a session, passed, and shown after the call.
+// How each kind of export parameter is read from a session, passed, and shown after the call.
 //
-// Argument<Parameter> has Read (`json` null: omitted; throws BadLine), Pass, and Show, which adds to the line
-// that is printed. Declared once here for each kind, so that an export needs nothing but the names of its
-// arguments.
+// Argument<Parameter> has Read (`json` is null if omitted; throws BadLine), Pass, and Show, which adds to the
+// printed line. Each kind is declared here once, so an export needs only the names of its arguments.
 #pragma once
 
 #include "samples/host/Steps.h"
@@ -24,7 +23,7 @@ inline const Json& Required(const Json* json) {
 
 inline bool IsNull(const Json* json) { return json == nullptr || json->is_null(); }
 
-/// The parameters that take a value in and give nothing back.
+/// Parameters that only take a value in.
 template <class Value>
 struct InArgument {
     Value value{};
@@ -106,7 +105,7 @@ template <>
 struct Argument<const API::ScanFeatureMap&> : InArgument<API::ScanFeatureMap> {
     void Read(const Json* json) {
         if (!Required(json).is_object())
-            throw BadLine("an object is wanted");
+            throw BadLine("expected an object");
         for (const auto& feature : json->items())
             value[ReadText(Json(feature.key()))] = ReadFlag(feature.value());
     }
@@ -117,14 +116,14 @@ template <>
 struct Argument<const API::DiscoveredDeviceList&> : InArgument<API::DiscoveredDeviceList> {
     void Read(const Json* json) {
         if (!Required(json).is_array())
-            throw BadLine("an array of dictionaries is wanted");
+            throw BadLine("expected an array of dictionaries");
         for (const Json& device : *json)
             value.emplace_back().information = ReadDictionary(device);
     }
     const API::DiscoveredDeviceList& Pass(Session&) const { return value; }
 };
 
-/// The host's handle variable, by its name.
+/// The host's handle variable of that name.
 template <>
 struct Argument<API::TaskHandle*> {
     std::string name;
@@ -132,7 +131,7 @@ struct Argument<API::TaskHandle*> {
 
     void Read(const Json* json) {
         if (!Required(json).is_string())
-            throw BadLine("the name of a handle is wanted");
+            throw BadLine("expected the name of a handle");
         name = json->get<std::string>();
     }
     API::TaskHandle* Pass(Session& session) {
@@ -145,7 +144,7 @@ private:
     API::TaskHandle* _variable = nullptr;
 };
 
-/// A text that the export fills. What the session gives is what it holds before the call; empty by default.
+/// A text that the export sets. The session gives its contents before the call, empty by default.
 template <>
 struct Argument<std::wstring&> {
     void Read(const Json* json) {
@@ -163,7 +162,8 @@ private:
     std::wstring _text;
 };
 
-/// A buffer that the export fills, with room for Capacity characters whatever size it is told; null for null.
+/// A buffer that the export fills. It has room for Capacity characters, whatever size the export receives;
+/// null for null.
 template <>
 struct Argument<wchar_t*> {
     static constexpr std::size_t Capacity = 256;
@@ -192,7 +192,7 @@ private:
     std::array<wchar_t, Capacity> _buffer{};
 };
 
-/// The size that an export is told its buffer has.
+/// The buffer size that the export receives.
 template <>
 struct Argument<std::size_t> : InArgument<std::size_t> {
     void Read(const Json* json) {

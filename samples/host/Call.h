@@ -1,4 +1,4 @@
-// One call of one export with the arguments of a session.
+// Calls one export with the arguments of a session.
 #pragma once
 
 #include "samples/host/Argument.h"
@@ -9,8 +9,8 @@
 
 namespace SampleHost {
 
-/// A step. `Result` and `Parameters` are those of the export; the arguments stand in the session under
-/// `names`.
+/// A step. `Result` and `Parameters` are those of the export. `names` are the arguments' names in the
+/// session.
 template <class Result, class... Parameters>
 class Call {
 public:
@@ -21,7 +21,7 @@ public:
         ReadArguments(names, json, std::index_sequence_for<Parameters...>());
         if (json.contains(HandleMember))
             _handle = json[HandleMember].is_string() ? json[HandleMember].get<std::string>()
-                                                     : throw BadLine("\"handle\": a name is wanted");
+                                                     : throw BadLine("\"handle\": expected a name");
     }
 
     void operator()(Session& session) {

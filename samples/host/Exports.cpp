@@ -8,7 +8,7 @@ namespace {
 
 using Reader = std::function<Step(const std::string& name, const Json&)>;
 
-/// The reader of calls of a function of type `Function` whose arguments have these names, in order.
+/// The reader for calls of a function of type `Function` with these argument names, in order.
 template <class Function>
 struct TakesHelper;
 template <class Result, class... Parameters>
@@ -112,7 +112,7 @@ const std::map<std::string, Reader>& Exports() {
 Step ReadCall(const Json& json) {
     const Json& name = json["call"];
     if (!name.is_string())
-        throw BadLine("\"call\": the name of an export is wanted");
+        throw BadLine("\"call\": expected the name of an export");
     const auto found = Exports().find(name.get<std::string>());
     if (found == Exports().end())
         throw BadLine("unknown call \"" + name.get<std::string>() + "\"");

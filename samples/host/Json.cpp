@@ -28,7 +28,7 @@ Text Repeated(const Text& text, std::int64_t times) {
     return result;
 }
 
-/// The forms of a text, told once for both widths. `fromString` turns a JSON string into a `Text`.
+/// The forms of a text, written once for both widths. `fromString` converts a JSON string into a `Text`.
 template <class Text, class FromString>
 Text ReadAnyText(const Json& json, FromString fromString) {
     using Unit =
@@ -49,7 +49,7 @@ Text ReadAnyText(const Json& json, FromString fromString) {
         text = Repeated(ReadAnyText<Text>(json["repeat"], fromString),
                         ReadNumber(json["times"], 0, MostRepetitions));
     } else {
-        throw BadLine("a text is wanted");
+        throw BadLine("expected a text");
     }
     return text;
 }
@@ -58,7 +58,7 @@ Text ReadAnyText(const Json& json, FromString fromString) {
 
 void RequireMembers(const Json& object, std::initializer_list<std::string_view> names) {
     if (!object.is_object())
-        throw BadLine("an object is wanted");
+        throw BadLine("expected an object");
     for (const auto& member : object.items())
         if (std::find(names.begin(), names.end(), member.key()) == names.end())
             throw BadLine("unknown member \"" + member.key() + "\"");
@@ -66,21 +66,20 @@ void RequireMembers(const Json& object, std::initializer_list<std::string_view> 
 
 std::int64_t ReadNumber(const Json& json, std::int64_t least, std::int64_t most) {
     if (!json.is_number_integer())
-        throw BadLine("a whole number is wanted");
-    // A number beyond the signed range would come out negative.
+        throw BadLine("expected a whole number");
+    // A number beyond the signed range would become negative.
     const bool tooBig =
         json.is_number_unsigned() &&
         json.get<std::uint64_t>() > static_cast<std::uint64_t>(std::numeric_limits<std::int64_t>::max());
     const auto number = json.get<std::int64_t>();
     if (tooBig || number < least || number > most)
-        throw BadLine("a number from " + std::to_string(least) + " to " + std::to_string(most) +
-                      " is wanted");
+        throw BadLine("expected a number from " + std::to_string(least) + " to " + std::to_string(most));
     return number;
 }
 
 bool ReadFlag(const Json& json) {
     if (!json.is_boolean())
-        throw BadLine("true or false is wanted");
+        throw BadLine("expected true or false");
     return json.get<bool>();
 }
 
@@ -98,10 +97,10 @@ Zuvan::Lumeq::API::StringDictionary ReadDictionary(const Json& json) {
         return dictionary;
     }
     if (!json.is_array())
-        throw BadLine("a dictionary is wanted");
+        throw BadLine("expected a dictionary");
     for (const Json& pair : json) {
         if (!pair.is_array() || pair.size() != 2)
-            throw BadLine("a pair of texts is wanted");
+            throw BadLine("expected a pair of texts");
         dictionary.insert_or_assign(ReadText(pair[0]), ReadText(pair[1]));
     }
     return dictionary;

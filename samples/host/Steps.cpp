@@ -15,14 +15,14 @@ namespace {
 
 using Steps = std::vector<Step>;
 
-/// The library comes and goes for all threads at once, so only the main thread may load or unload it.
+/// Loading and unloading affect all threads at once, so only the main thread may do it.
 enum class Place { MainThread, OtherThread };
 
 Step ReadStepAt(const Json& json, Place place);
 
 Steps ReadSteps(const Json& json, Place place) {
     if (!json.is_array())
-        throw BadLine("an array of steps is wanted");
+        throw BadLine("expected an array of steps");
     Steps steps;
     for (const Json& step : json)
         steps.push_back(ReadStepAt(step, place));
@@ -55,7 +55,7 @@ Step ReadRepetition(const Json& json, Place place) {
 Step ReadThreads(const Json& json) {
     RequireMembers(json, {"threads"});
     if (!json["threads"].is_array())
-        throw BadLine("an array of arrays of steps is wanted");
+        throw BadLine("expected an array of arrays of steps");
     std::vector<Steps> lists;
     for (const Json& list : json["threads"])
         lists.push_back(ReadSteps(list, Place::OtherThread));
@@ -68,7 +68,8 @@ Step ReadThreads(const Json& json) {
     };
 }
 
-/// The thread goes on beside what follows. The session, and with it the library, lives until it is done.
+/// The thread runs alongside the following steps. The session, and with it the library, lives until it is
+/// done.
 Step ReadBackground(const Json& json) {
     RequireMembers(json, {"background"});
     return [steps = ReadSteps(json["background"], Place::OtherThread)](Session& session) {
@@ -79,7 +80,7 @@ Step ReadBackground(const Json& json) {
 Step ReadMeasurement(const Json& json) {
     RequireMembers(json, {"measure"});
     if (!ReadFlag(json["measure"]))
-        throw BadLine("true is wanted");
+        throw BadLine("expected true");
     return [](Session& session) {
         const ProcessCounts counts = CountThisProcess();
         session.Print({{"handles", counts.handles},
@@ -91,7 +92,7 @@ Step ReadMeasurement(const Json& json) {
 
 void RequireTrueOnMainThread(const Json& json, const char* name, Place place) {
     if (!ReadFlag(json[name]))
-        throw BadLine("true is wanted");
+        throw BadLine("expected true");
     if (place != Place::MainThread)
         throw BadLine("a thread cannot load or unload the library");
 }
@@ -114,7 +115,7 @@ Step ReadUnload(const Json& json, Place place) {
     };
 }
 
-/// For the reader of the session.
+/// A note for the reader of the session.
 Step ReadComment(const Json& json) {
     RequireMembers(json, {"comment"});
     ReadText(json["comment"]);
@@ -123,7 +124,7 @@ Step ReadComment(const Json& json) {
 
 Step ReadStepAt(const Json& json, Place place) {
     if (!json.is_object())
-        throw BadLine("an object is wanted");
+        throw BadLine("expected an object");
     if (json.contains("call"))
         return ReadCall(json);
     if (json.contains("sleepMsec"))
@@ -158,7 +159,7 @@ void Session::Print(const Json& line) {
     const std::string text = line.dump() + '\n';
     const std::scoped_lock lock(_outputLock);
     std::fwrite(text.data(), 1, text.size(), stdout);
-    // Whoever ends this process early still has what it had to say.
+    // A killed process must not lose output.
     std::fflush(stdout);
 }
 

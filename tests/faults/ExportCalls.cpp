@@ -7,7 +7,7 @@ namespace Zuvan::Lumeq::Testing {
 
 namespace {
 
-// Texts are mostly longer than what a string holds without allocating.
+// Most texts are longer than the buffer inside a string, so that copying them allocates.
 const API::StringDictionary LocalContext{{L"a local field", L"a local value"}, {L"b", L"2"}};
 constexpr const wchar_t* Model = L"Office Device 8000";
 const std::string DeviceUuid = "1c852a4d-b800-1f08-abcd-308d99fa7a21";
@@ -27,7 +27,7 @@ void ClickTile(const FailingLibrary& library, const std::wstring& controlName) {
                                        L"summary_screen", L"first_run", controlName, &LocalContext, Model);
 }
 
-// A mode with an underscore passes the export's own check and fails at the event's.
+// A mode with an underscore passes the export's check and fails in the event's.
 void ClickHyperlink(const FailingLibrary& library, const wchar_t* mode) {
     Invoke<decltype(API::HyperlinkClicked)>(library, "HyperlinkClicked", L"first_setup", L"devices/added",
                                             L"summary_screen", mode, L"more-about-it", &LocalContext, Model);
@@ -45,7 +45,7 @@ void DisplayScreen(const FailingLibrary& library, const std::wstring& screenName
 }
 
 template <class Function>
-void TellOfAd(const FailingLibrary& library, const char* name, API::AdType type) {
+void CallAd(const FailingLibrary& library, const char* name, API::AdType type) {
     Invoke<Function>(library, name, type, L"ink subscription", L"winter campaign", L"blue and white",
                      L"first_setup", L"devices/added", L"summary_screen", L"first_run", L"banner-at-top",
                      &LocalContext, Model);
@@ -148,7 +148,7 @@ const ExportCase
                 {.name = "AdClicked",
                  .accepted =
                      [](Library library, Host) {
-                         TellOfAd<decltype(API::AdClicked)>(library, "AdClicked", API::AdType::virtualalert);
+                         CallAd<decltype(API::AdClicked)>(library, "AdClicked", API::AdType::virtualalert);
                      },
                  .trace =
                      R"(adType: virtualalert, product: "ink subscription", name: "winter campaign", variant: "blue and white", flow: "first_setup", screenPath: "devices/added", screenName: "summary_screen", mode: "first_run", controlName: "banner-at-top", localContext: [2 item(s)], globalContext: "Office Device 8000")",
@@ -156,14 +156,13 @@ const ExportCase
                      L"/first_setup.flow/devices/added/summary_screen-first_run#banner-at-top clicked",
                  .refused =
                      [](Library library, Host) {
-                         TellOfAd<decltype(API::AdClicked)>(library, "AdClicked",
-                                                            static_cast<API::AdType>(5));
+                         CallAd<decltype(API::AdClicked)>(library, "AdClicked", static_cast<API::AdType>(5));
                      },
                  .complaint = R"(Exception in Zuvan::Lumeq::API::AdClicked: [Undefined AdType: 5])"},
                 {.name = "AdClosed",
                  .accepted =
                      [](Library library, Host) {
-                         TellOfAd<decltype(API::AdClosed)>(library, "AdClosed", API::AdType::virtualalert);
+                         CallAd<decltype(API::AdClosed)>(library, "AdClosed", API::AdType::virtualalert);
                      },
                  .trace =
                      R"(adType: virtualalert, product: "ink subscription", name: "winter campaign", variant: "blue and white", flow: "first_setup", screenPath: "devices/added", screenName: "summary_screen", mode: "first_run", controlName: "banner-at-top", localContext: [2 item(s)], globalContext: "Office Device 8000")",
@@ -171,14 +170,14 @@ const ExportCase
                      L"/first_setup.flow/devices/added/summary_screen-first_run#banner-at-top closed",
                  .refused =
                      [](Library library, Host) {
-                         TellOfAd<decltype(API::AdClosed)>(library, "AdClosed", static_cast<API::AdType>(5));
+                         CallAd<decltype(API::AdClosed)>(library, "AdClosed", static_cast<API::AdType>(5));
                      },
                  .complaint = R"(Exception in Zuvan::Lumeq::API::AdClosed: [Undefined AdType: 5])"},
                 {.name = "AdDisplayed",
                  .accepted =
                      [](Library library, Host) {
-                         TellOfAd<decltype(API::AdDisplayed)>(library, "AdDisplayed",
-                                                              API::AdType::virtualalert);
+                         CallAd<decltype(API::AdDisplayed)>(library, "AdDisplayed",
+                                                            API::AdType::virtualalert);
                      },
                  .trace =
                      R"(adType: virtualalert, product: "ink subscription", name: "winter campaign", variant: "blue and white", flow: "first_setup", screenPath: "devices/added", screenName: "summary_screen", mode: "first_run", controlName: "banner-at-top", localContext: [2 item(s)], globalContext: "Office Device 8000")",
@@ -186,8 +185,8 @@ const ExportCase
                      L"/first_setup.flow/devices/added/summary_screen-first_run#banner-at-top displayed",
                  .refused =
                      [](Library library, Host) {
-                         TellOfAd<decltype(API::AdDisplayed)>(library, "AdDisplayed",
-                                                              static_cast<API::AdType>(5));
+                         CallAd<decltype(API::AdDisplayed)>(library, "AdDisplayed",
+                                                            static_cast<API::AdType>(5));
                      },
                  .complaint = R"(Exception in Zuvan::Lumeq::API::AdDisplayed: [Undefined AdType: 5])"},
                 {.name = "ButtonClicked",

@@ -38,13 +38,13 @@ class BadLines(unittest.TestCase):
         self.assertRegex(errors, r"^lumeq-host: line 2: .*parse error")
 
     def test_line_that_is_no_step(self):
-        self.assert_bad("[]", "an object is wanted")
+        self.assert_bad("[]", "expected an object")
         self.assert_bad("{}", "no known step")
         self.assert_bad('{"sleep": 5}', "no known step")
 
     def test_call_of_an_unknown_name(self):
         self.assert_bad('{"call": "ButtonPressed"}', 'unknown call "ButtonPressed"')
-        self.assert_bad('{"call": 7}', '"call": the name of an export is wanted')
+        self.assert_bad('{"call": 7}', '"call": expected the name of an export')
 
     def test_unknown_argument(self):
         self.assert_bad('{"call": "Pause", "why": "lunch"}', 'unknown argument "why"')
@@ -52,20 +52,20 @@ class BadLines(unittest.TestCase):
 
     def test_missing_argument(self):
         self.assert_bad('{"call": "ScreenDisplayed"}', 'argument "screenName": missing')
-        self.assert_bad('{"call": "ScreenDisplayed", "screenName": null}', 'argument "screenName": a text is wanted')
+        self.assert_bad('{"call": "ScreenDisplayed", "screenName": null}', 'argument "screenName": expected a text')
 
     def test_argument_of_another_type(self):
-        self.assert_bad('{"call": "ScreenDisplayed", "screenName": 5}', 'argument "screenName": a text is wanted')
+        self.assert_bad('{"call": "ScreenDisplayed", "screenName": 5}', 'argument "screenName": expected a text')
         self.assert_bad('{"call": "SetUserOptInEx", "userHasOptedIn": 1}',
-                        'argument "userHasOptedIn": true or false is wanted')
-        self.assert_bad('{"call": "FlushEx", "timeoutMsec": 0.5}', 'argument "timeoutMsec": a whole number is wanted')
+                        'argument "userHasOptedIn": expected true or false')
+        self.assert_bad('{"call": "FlushEx", "timeoutMsec": 0.5}', 'argument "timeoutMsec": expected a whole number')
         self.assert_bad('{"call": "ScreenDisplayed", "screenName": "a", "localContext": "b"}',
-                        'argument "localContext": a dictionary is wanted')
+                        'argument "localContext": expected a dictionary')
         self.assert_bad('{"call": "DeviceConfigCompleted", "taskHandle": null, "taskResult": "", "settingType": 0}',
-                        'argument "taskHandle": the name of a handle is wanted')
+                        'argument "taskHandle": expected the name of a handle')
 
     def test_number_out_of_range(self):
-        wanted = "a number from -2147483648 to 2147483647 is wanted"
+        wanted = "expected a number from -2147483648 to 2147483647"
         self.assert_bad('{"call": "FlushEx", "timeoutMsec": 2147483648}', f'argument "timeoutMsec": {wanted}')
         self.assert_bad('{"call": "ToString", "enumValue": 18446744073709551615}', f'argument "enumValue": {wanted}')
 
@@ -74,16 +74,16 @@ class BadLines(unittest.TestCase):
         self.assert_bad('{"threads": [[{"call": "Stop"}]]}', 'unknown call "Stop"')
         self.assert_bad('{"threads": [[{"unload": true}]]}', "a thread cannot load or unload the library")
         self.assert_bad('{"times": 2}', '"times" and "calls" go together')
-        self.assert_bad('{"unload": false}', "true is wanted")
-        self.assert_bad('{"unload": true, "waitMsec": -1}', "a number from 0 to 2147483647 is wanted")
+        self.assert_bad('{"unload": false}', "expected true")
+        self.assert_bad('{"unload": true, "waitMsec": -1}', "expected a number from 0 to 2147483647")
         self.assert_bad('{"load": true, "waitMsec": 1}', 'unknown member "waitMsec"')
         self.assert_bad('{"background": [{"unload": true}]}', "a thread cannot load or unload the library")
-        self.assert_bad('{"measure": false}', "true is wanted")
+        self.assert_bad('{"measure": false}', "expected true")
 
     def test_bad_ending(self):
         self.assert_bad('{"end": "return"}', '"end" and "code" go together')
         self.assert_bad('{"end": "leave", "code": 1}', '"end": no such way')
-        self.assert_bad('{"end": "exit", "code": 256}', "a number from 0 to 255 is wanted")
+        self.assert_bad('{"end": "exit", "code": 256}', "expected a number from 0 to 255")
         self.assert_bad('{"threads": [[{"end": "return", "code": 1}]]}',
                         "only the main thread can return from the main function")
 

@@ -17,7 +17,7 @@ using Bytes = std::vector<std::uint8_t>;
 
 constexpr std::size_t HeaderSize = 8;
 
-/// All tables behind their header.
+/// All tables after their header.
 Bytes FirmwareTables() {
     constexpr DWORD Smbios = 0x52534D42; // "RSMB"
     Bytes tables(GetSystemFirmwareTable(Smbios, 0, nullptr, 0));
@@ -27,7 +27,7 @@ Bytes FirmwareTables() {
     return tables;
 }
 
-/// Before version 2.6 of the tables an UUID's first three fields are in the order of their text.
+/// Before version 2.6 of the tables, a UUID's first three fields are in the order of their text.
 bool HasLittleEndianUuids(const Bytes& tables) {
     const int version = tables[1] * 100 + tables[2];
     return version >= 206;
@@ -38,12 +38,12 @@ struct Structure {
     std::vector<std::string> texts; ///< Numbered from 1.
 };
 
-/// Moves on to the next one.
+/// Advances to the next one.
 Structure ReadStructure(const Bytes& tables, std::size_t& at) {
     const auto begin = tables.begin() + static_cast<std::ptrdiff_t>(at);
     Structure structure{{begin, begin + tables[at + 1]}, {}};
     at += tables[at + 1];
-    // Texts follow, and behind the last of them stands one more zero byte; two where there is none.
+    // The texts follow. One more zero byte follows the last of them; two if there are none.
     while (at < tables.size() && tables[at] != 0) {
         const auto text = tables.begin() + static_cast<std::ptrdiff_t>(at);
         structure.texts.emplace_back(text, std::find(text, tables.end(), 0));
@@ -64,7 +64,7 @@ Structure FindStructure(const Bytes& tables, std::uint8_t type) {
 constexpr std::uint8_t System = 1;
 constexpr std::uint8_t Enclosure = 3;
 
-/// Empty where the firmware has none. `place` is that of the text's number.
+/// Empty if the firmware has none. `place` is the offset of the text's number.
 std::wstring SystemText(std::size_t place) {
     const Structure system = FindStructure(FirmwareTables(), System);
     const std::uint8_t number = system.fixedPart.at(place);
@@ -80,7 +80,7 @@ std::wstring FirmwareUuid() {
     const Bytes tables = FirmwareTables();
     Bytes system = FindStructure(tables, System).fixedPart;
     if (system.size() < 24)
-        throw std::runtime_error("the firmware tells no UUID");
+        throw std::runtime_error("the firmware has no UUID");
     const auto uuid = system.begin() + 8;
     if (HasLittleEndianUuids(tables)) {
         std::reverse(uuid, uuid + 4);

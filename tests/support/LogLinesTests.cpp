@@ -26,7 +26,7 @@ private:
 
 } // namespace
 
-TEST(LogLines, TellsSeverityFunctionAndMessage) {
+TEST(LogLines, ReturnsSeverityFunctionAndMessage) {
     const TextFile file("2020-02-29T24:30:05.007Z ERROR   0x1a2c0000 | <Zuvan::Do> it failed\n"
                         "2020-02-29T24:30:05.008Z DEBUG   0x1a2c0000 | Do took 3 ms\n"
                         "2020-02-29T24:30:05.009Z DATA    0x1a2c00000 | <- answer\n");

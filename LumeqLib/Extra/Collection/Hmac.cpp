@@ -27,10 +27,11 @@ BlockBytes Masked(BlockBytes block, std::uint8_t mask) {
     return block;
 }
 
-Sha256Digest HashBehind(const CHMAC256& hmac, const BlockBytes& first, std::span<const std::uint8_t> rest) {
+Sha256Digest HashWithPrefix(const CHMAC256& hmac, const BlockBytes& prefix,
+                            std::span<const std::uint8_t> rest) {
     Sha256Digest digest;
     hmac.init(*hmac.context);
-    hmac.update(*hmac.context, first);
+    hmac.update(*hmac.context, prefix);
     if (!rest.empty())
         hmac.update(*hmac.context, rest);
     hmac.final(*hmac.context, digest);
@@ -42,8 +43,8 @@ Sha256Digest HashBehind(const CHMAC256& hmac, const BlockBytes& first, std::span
 Sha256Digest HmacSha256(std::span<const std::uint8_t> key, std::span<const std::uint8_t> message) {
     const CHMAC256 hmac;
     const BlockBytes keyBlock = KeyBlock(hmac, key);
-    const Sha256Digest inner = HashBehind(hmac, Masked(keyBlock, 0x36), message);
-    return HashBehind(hmac, Masked(keyBlock, 0x5C), inner);
+    const Sha256Digest inner = HashWithPrefix(hmac, Masked(keyBlock, 0x36), message);
+    return HashWithPrefix(hmac, Masked(keyBlock, 0x5C), inner);
 }
 
 } // namespace Zuvan::Lumeq::Extra::Collection

@@ -26,7 +26,8 @@ std::wstring WmiTextOrUnknown(const SystemSources& sources, const wchar_t* class
 
 std::wstring TouchEnabled(const SystemSources& sources) {
     constexpr int MaximumTouches = 95; // SM_MAXIMUMTOUCHES
-    return TellsTouches(sources.Version().number) ? TouchText(GetSystemMetrics(MaximumTouches)) : UnknownText;
+    return CanReportTouches(sources.Version().number) ? TouchText(GetSystemMetrics(MaximumTouches))
+                                                      : UnknownText;
 }
 
 std::wstring Battery() {

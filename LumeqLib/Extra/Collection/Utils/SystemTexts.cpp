@@ -11,7 +11,7 @@ namespace {
 constexpr wchar_t True[] = L"true";
 constexpr wchar_t False[] = L"false";
 
-/// For ASCII only.
+/// Handles ASCII only.
 bool IsSpace(wchar_t unit) { return std::isspace(static_cast<int>(unit)) != 0; }
 
 constexpr const wchar_t* ChassisTexts[] = {
@@ -58,7 +58,7 @@ std::wstring BatteryText(std::uint8_t acLineStatus, std::uint8_t batteryFlag) {
 
 std::wstring TouchText(int maximumTouches) { return maximumTouches >= 1 ? True : False; }
 
-bool TellsTouches(std::uint32_t osVersionNumber) { return osVersionNumber >= 601; }
+bool CanReportTouches(std::uint32_t osVersionNumber) { return osVersionNumber >= 601; }
 
 bool IsWindowsXp(const OsVersion& version) {
     constexpr std::uint32_t WindowsNt = 2;

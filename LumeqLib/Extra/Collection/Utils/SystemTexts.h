@@ -1,4 +1,4 @@
-// What the facts about a machine are called in its record. Pure functions.
+// The texts for facts about a machine, as its record contains them. Pure functions.
 #pragma once
 
 #include "LumeqLib/Extra/Collection/Utils/OsVersion.h"
@@ -8,24 +8,24 @@
 
 namespace Zuvan::Lumeq::Extra::Collection::Utils {
 
-/// What stands for anything that cannot be found.
+/// The text for every fact that cannot be found.
 inline constexpr wchar_t UnknownText[] = L"unknown";
 
-/// Whether there is a battery, from the two bytes of the system's power status.
+/// Whether there is a battery, from two bytes of the system's power status.
 std::wstring BatteryText(std::uint8_t acLineStatus, std::uint8_t batteryFlag);
 
-/// `maximumTouches`: how many touches the digitizers tell apart, 0 without one.
+/// `maximumTouches`: how many touches the digitizers distinguish, 0 without one.
 std::wstring TouchText(int maximumTouches);
 
-/// False for systems older than Windows 7, which cannot tell touch screens.
-bool TellsTouches(std::uint32_t osVersionNumber);
+/// False for systems older than Windows 7, which cannot report touch screens.
+bool CanReportTouches(std::uint32_t osVersionNumber);
 
 bool IsWindowsXp(const OsVersion& version);
 
-/// Without characters beyond ASCII, wherever they stand, and without white space at its ends.
+/// Without non-ASCII characters anywhere, and without white space at either end.
 std::wstring OsNameText(const std::wstring& caption);
 
-/// `wmiVersion` with the last part of the kernel's file version, if that has parts.
+/// `wmiVersion` followed by the last part of the kernel's file version, if that version has parts.
 std::wstring OsVersionText(const std::wstring& wmiVersion, const std::wstring& kernelFileVersion);
 
 /// Sizes in pixels.
@@ -33,7 +33,7 @@ std::wstring ResolutionText(int width, int height);
 
 std::wstring ChassisText(std::uint16_t chassisType);
 
-/// Whether firmware gives this text for want of a real identifier. Case matters.
+/// Whether firmware uses this text when it has no real identifier. Case matters.
 bool IsMissingUuid(const std::wstring& uuid);
 
 } // namespace Zuvan::Lumeq::Extra::Collection::Utils

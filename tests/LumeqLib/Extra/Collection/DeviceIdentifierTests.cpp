@@ -11,7 +11,7 @@ namespace Zuvan::Lumeq::Extra::Collection {
 
 namespace {
 
-/// The literals below hold for the development key.
+/// The literals below are valid for the development key only.
 class HmacSha256HexTest : public testing::Test {
 protected:
     void SetUp() override {
@@ -34,7 +34,7 @@ TEST_F(HmacSha256HexTest, TwoSpellingsOfOneUuidDiffer) {
               L"eac1bb83e11ee265b3815332998491005e2c31b8d0fadfe55d7a1f2a1d0bcef5");
 }
 
-TEST_F(HmacSha256HexTest, TakesBytesAsTheyStand) {
+TEST_F(HmacSha256HexTest, HashesBytesUnchanged) {
     EXPECT_EQ(HmacSha256Hex("\xe9\xff caf"),
               L"1a40d656a5d2f2fb1f631cdc165fd2a8175014ad4c2496ddde39fcd486f78009");
     EXPECT_EQ(HmacSha256Hex("{a}"), L"a042aa01c9c37341071a442156efed76e0602436ee1f10cf686adbb2f3b70408");

@@ -68,7 +68,7 @@ TEST(Hmac, Case7KeyAndMessageLongerThanABlock) {
         "9b09ffa71b942fcb27635fbcd5b0e944bfdc63644f0713938a7f51535c3a35e2");
 }
 
-TEST(Hmac, KeyOfExactlyABlockIsUsedAsItStands) {
+TEST(Hmac, KeyOfExactlyABlockIsUsedUnchanged) {
     EXPECT_EQ(HmacOf(std::string(64, 'k'), "message"),
               "890f3a16e0ca0aaa3bf180f70fa8e3970b3fd6505e98fde157988dcc19d1685c");
 }

@@ -86,7 +86,7 @@ TEST(Sha256, LengthsAroundTheBlockEdges) {
         EXPECT_EQ(HashOf(std::string(row.length, 'a')), row.hash) << row.length;
 }
 
-TEST(Sha256, PiecesOfAnySizeGiveTheSameDigest) {
+TEST(Sha256, PiecesOfAnySizeHaveTheSameDigest) {
     for (const std::size_t size : {1, 3, 63, 64, 65, 128, 1000})
         EXPECT_EQ(HashInPieces(std::string(128, 'a'), size),
                   "6836cf13bac400e9105071cd6af47084dfacad4e5e302c94bfed24e013afb73e")

@@ -42,7 +42,7 @@ _variant_t ChassisTypes(const std::vector<LONG>& types) {
     return value;
 }
 
-/// A text that the kernel's file carries for readers.
+/// A text in the kernel's version resource.
 std::wstring KernelVersionText() {
     wchar_t path[MAX_PATH] = {};
     GetSystemDirectoryW(path, MAX_PATH);
@@ -55,7 +55,7 @@ std::wstring KernelVersionText() {
     return text ? static_cast<const wchar_t*>(text) : L"";
 }
 
-/// Empty where there is none.
+/// Empty if there is none.
 std::wstring MachineText(const wchar_t* key, const wchar_t* name) {
     wchar_t text[256] = {};
     DWORD size = sizeof text;
@@ -67,7 +67,7 @@ std::wstring WindowsNtValue(const wchar_t* name) {
     return MachineText(L"Software\\Microsoft\\Windows NT\\CurrentVersion", name);
 }
 
-/// Wine's WMI has texts of its own where the firmware has none.
+/// Wine's WMI uses its own texts if the firmware has none.
 std::wstring Or(const std::wstring& text, const std::wstring& otherwise) {
     return text.empty() ? otherwise : text;
 }
@@ -76,7 +76,7 @@ std::wstring Or(const std::wstring& text, const std::wstring& otherwise) {
 
 namespace {
 
-/// Of the machine itself, with its WMI out of service.
+/// The real machine with its WMI disabled.
 class RealSystemWithoutWmi : public testing::Test {
 protected:
     RealSystemWithoutWmi() { _machine.WriteFactorySettings(); }
@@ -87,7 +87,7 @@ protected:
                                          {L"pc_category", L"unknown"},     {L"pc_sku", sku}};
         for (const auto& [key, value] : expected)
             EXPECT_EQ(record.at(key), value) << key;
-        // The others have no need of it.
+        // The other fields do not use WMI.
         EXPECT_EQ(record.size(), 14U);
         EXPECT_EQ(record.at(L"schema"), L"sys_info_base/1.1.0");
         EXPECT_THAT(record.at(L"os_screenresolution"), HasSubstr(L"x"));
@@ -113,7 +113,7 @@ HRESULT STDAPICALLTYPE RefuseBlanket(IUnknown*, DWORD, DWORD, OLECHAR*, DWORD, D
     return E_ACCESSDENIED;
 }
 
-// For the caption, the version, the manufacturer, the model, the chassis, the number and the serial number.
+// One each for the caption, version, manufacturer, model, chassis, SKU number and serial number.
 constexpr std::size_t Questions = 7;
 
 } // namespace
@@ -175,7 +175,7 @@ TEST(SystemInformation, WithoutWmiItsFieldsAreUnknown) {
         EXPECT_EQ(record.at(key), L"unknown") << key;
 }
 
-TEST(SystemInformation, ValuesThatAreNoTextAreUnknown) {
+TEST(SystemInformation, ValuesOtherThanTextAreUnknown) {
     Testing::FakeSources sources;
     for (const wchar_t* question : {L"Win32_OperatingSystem.Caption", L"Win32_OperatingSystem.Version",
                                     L"Win32_ComputerSystem.Manufacturer", L"Win32_ComputerSystem.Model",
@@ -198,7 +198,7 @@ TEST(SystemInformation, OsNameIsTrimmedAndMakerAndModelAreNot) {
     EXPECT_EQ(record.at(L"pc_modelname"), L" Model ");
 }
 
-TEST(SystemInformation, OsVersionIsTakenAsItStandsBeforeItsLastPart) {
+TEST(SystemInformation, OsVersionIsUnchangedBeforeItsLastPart) {
     Testing::FakeSources sources;
     sources.wmi[L"Win32_OperatingSystem.Version"] = L" 10.0.17763 ";
     EXPECT_THAT(FieldOf(sources, L"os_version"), StartsWith(L" 10.0.17763 ."));
@@ -263,7 +263,7 @@ TEST(Sku, SerialNumberComesThird) {
     EXPECT_EQ(FieldOf(sources, L"pc_sku"), L"");
 }
 
-TEST(Sku, WithoutAnySourceIsWhatTheRegistryGave) {
+TEST(Sku, WithoutAnySourceIsTheRegistrysText) {
     Testing::FakeSources sources;
     EXPECT_EQ(FieldOf(sources, L"pc_sku"), L"unknown");
     sources.registry[RegisteredSku] = L"";
@@ -343,13 +343,13 @@ TEST(RealSystemInformation, SkuIsTheRegistrysOrTheFirmwaresSerialNumber) {
     EXPECT_EQ(GetSysInfoBase().at(L"pc_sku"), Or(registered, Or(Testing::FirmwareSerialNumber(), L"0")));
 }
 
-TEST(SystemInformation, BatteryIsUnknownIfTheSystemDoesNotTell) {
+TEST(SystemInformation, BatteryIsUnknownWithoutAPowerStatus) {
     const Testing::ImportedFunction<decltype(GetSystemPowerStatus)> failing(
         "kernel32.dll", "GetSystemPowerStatus", [](SYSTEM_POWER_STATUS*) -> BOOL { return FALSE; });
     EXPECT_EQ(FieldOf(Testing::FakeSources(), L"pc_battery"), L"unknown");
 }
 
-TEST(SystemInformation, OsVersionWithoutTheSystemFolderIsTakenAsItStands) {
+TEST(SystemInformation, OsVersionWithoutTheSystemFolderIsUnchanged) {
     const Testing::ImportedFunction<decltype(SHGetFolderPathW)> failing(
         "shell32.dll", "SHGetFolderPathW",
         [](HWND, int, HANDLE, DWORD, wchar_t*) -> HRESULT { return E_FAIL; });

@@ -7,9 +7,9 @@ namespace Zuvan::Lumeq::Extra::Collection::Utils {
 
 namespace {
 
-/// What the system answers for one fact: its size, and whether the text can be read.
+/// The system's answer for one fact: its size, and whether the text can be read.
 struct Fact {
-    const wchar_t* text; ///< Null: not even the size can be told.
+    const wchar_t* text; ///< Null: not even the size is known.
     bool readable = true;
 };
 Fact country;
@@ -46,7 +46,7 @@ std::wstring CountryFrom(Fact theCountry) {
 
 TEST(CountryOf, IsTheCountry) { EXPECT_EQ(CountryFrom({L"US"}), L"US"); }
 
-TEST(CountryOf, IsAskedOfTheGivenLocale) {
+TEST(CountryOf, QueriesThatLocale) {
     country = language = {L"xx"};
     CountryOf(LOCALE_USER_DEFAULT, &ReadFake);
     EXPECT_EQ(asked, LOCALE_USER_DEFAULT);
@@ -72,7 +72,7 @@ TEST(LanguageOf, WithoutALanguagesSizeIsTheCountryAlone) {
     EXPECT_EQ(LanguageFrom({nullptr}, {L"US", false}), L"unknown");
 }
 
-TEST(LanguageOf, FailedReadingIsUnknownInItsPlace) {
+TEST(LanguageOf, PartThatCannotBeReadIsUnknown) {
     EXPECT_EQ(LanguageFrom({L"en", false}, {L"US"}), L"unknown-US");
     EXPECT_EQ(LanguageFrom({L"en"}, {L"US", false}), L"en-unknown");
 }

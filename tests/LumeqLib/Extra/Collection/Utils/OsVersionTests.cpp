@@ -8,7 +8,7 @@
 
 namespace Zuvan::Lumeq::Extra::Collection::Utils {
 
-TEST(OsVersion, IsWhatTheSystemAccepts) {
+TEST(OsVersion, MatchesTheSystem) {
     const OsVersion version = ReadOsVersion();
     EXPECT_EQ(version.platform, DWORD{VER_PLATFORM_WIN32_NT});
     EXPECT_EQ(version.number, GetOsVersionNumber());

@@ -23,7 +23,7 @@ protected:
 
 } // namespace
 
-TEST_F(ReadRegistryStringTest, GivesTheText) {
+TEST_F(ReadRegistryStringTest, ReturnsTheText) {
     _machine.SetText(HKEY_LOCAL_MACHINE, L"Software\\Thing", L"Name", L"a \u00e9 text");
     EXPECT_EQ(Read(), L"a \u00e9 text");
 }
@@ -49,7 +49,7 @@ TEST_F(ReadRegistryStringTest, TextEndsAtItsFirstTerminator) {
 }
 
 TEST_F(ReadRegistryStringTest, TextWithoutTerminatorIsWhole) {
-    // What follows the text is no terminator, which the system would take along.
+    // The character after the stored part is not zero, because the system would store a terminator there too.
     SetBytes(REG_SZ, L"abcde", 4 * sizeof(wchar_t));
     EXPECT_EQ(Read(), L"abcd");
 }
@@ -73,7 +73,7 @@ TEST_F(ReadRegistryStringTest, KeyIsOpenedForReadingInTheSixtyFourBitView) {
     EXPECT_EQ(asked, 0x20119u);
 }
 
-TEST_F(ReadRegistryStringTest, TextThatIsGoneAfterItsSizeWasToldIsUnknown) {
+TEST_F(ReadRegistryStringTest, TextThatDisappearsAfterItsSizeWasReadIsUnknown) {
     _machine.SetText(HKEY_LOCAL_MACHINE, L"Software\\Thing", L"Name", L"text");
     const Testing::ImportedFunction<decltype(RegQueryValueExW)> failing(
         "advapi32.dll", "RegQueryValueExW",

@@ -11,7 +11,7 @@ namespace Zuvan::Lumeq::Extra::Collection::Utils {
 
 namespace {
 
-/// An array of the element type, from the lower bound on. `Number` has the size of an element.
+/// An array of the element type that starts at the lower bound. `Number` has the size of an element.
 template <class Number>
 _variant_t ArrayOf(VARTYPE type, std::initializer_list<Number> numbers, LONG lowerBound = 0) {
     _variant_t value;
@@ -52,14 +52,14 @@ TEST(LastNumberIn, CountsFromTheLowerBound) {
 
 TEST(LastNumberIn, EmptyArrayIsZero) { EXPECT_EQ(LastNumberIn(ArrayOf<short>(VT_I2, {})), 0); }
 
-TEST(LastNumberIn, WiderNumbersGiveTheirLowBits) {
+TEST(LastNumberIn, WiderNumbersAreCutToTheirLowBits) {
     EXPECT_EQ(LastNumberIn(ArrayOf<long>(VT_I4, {8, 10})), 10);
     EXPECT_EQ(LastNumberIn(ArrayOf<long>(VT_I4, {0x10009})), 9);
     EXPECT_EQ(LastNumberIn(ArrayOf<long long>(VT_I8, {-1, 12})), 12);
     EXPECT_EQ(LastNumberIn(ArrayOf<unsigned char>(VT_UI1, {200})), 200);
 }
 
-TEST(LastNumberIn, ElementsThatAreNoNumbersAreLeftUnread) {
+TEST(LastNumberIn, ElementsOtherThanNumbersAreNotRead) {
     EXPECT_EQ(LastNumberIn(ArrayOf<VARIANT>(VT_VARIANT, {_variant_t(10L).GetVARIANT()})), 0);
 }
 
@@ -96,7 +96,7 @@ TEST(LastNumberIn, ArrayOfSeveralDimensionsIsNothing) {
     EXPECT_EQ(LastNumberIn(value), std::nullopt);
 }
 
-TEST(LastNumberIn, ElementsOfATypeThatIsNotToldAreLeftUnread) {
+TEST(LastNumberIn, ElementsOfAnUnknownTypeAreNotRead) {
     const _variant_t array = ArrayOf<short>(VT_I2, {8, 10});
     const Testing::ImportedFunction<decltype(SafeArrayGetVartype)> failing(
         "oleaut32.dll", "SafeArrayGetVartype", [](SAFEARRAY*, VARTYPE*) -> HRESULT { return E_INVALIDARG; });
@@ -125,7 +125,7 @@ TEST(LastNumberIn, ElementThatCannotBeReadLeavesTheOneBefore) {
     EXPECT_EQ(LastNumberIn(array), 8);
 }
 
-TEST(PowerStatus, ThatTheSystemDoesNotTellIsNothing) {
+TEST(PowerStatus, WithoutAnAnswerIsNothing) {
     const Testing::ImportedFunction<decltype(GetSystemPowerStatus)> failing(
         "kernel32.dll", "GetSystemPowerStatus", [](SYSTEM_POWER_STATUS* status) -> BOOL {
             status->ACLineStatus = 1;
@@ -134,7 +134,7 @@ TEST(PowerStatus, ThatTheSystemDoesNotTellIsNothing) {
     EXPECT_FALSE(ReadPowerStatus().has_value());
 }
 
-TEST(SystemFolder, ThatTheSystemDoesNotTellIsNothing) {
+TEST(SystemFolder, WithoutAnAnswerIsNothing) {
     const Testing::ImportedFunction<decltype(SHGetFolderPathW)> failing(
         "shell32.dll", "SHGetFolderPathW", [](HWND, int, HANDLE, DWORD, wchar_t* path) -> HRESULT {
             path[0] = L'x';

@@ -41,13 +41,13 @@ TEST(TouchText, OneTouchIsEnough) {
     EXPECT_EQ(TouchText(10), L"true");
 }
 
-TEST(TellsTouches, FromWindows7On) {
-    EXPECT_FALSE(TellsTouches(0));
-    EXPECT_FALSE(TellsTouches(501));
-    EXPECT_FALSE(TellsTouches(600));
-    EXPECT_TRUE(TellsTouches(601));
-    EXPECT_TRUE(TellsTouches(602));
-    EXPECT_TRUE(TellsTouches(1000));
+TEST(CanReportTouches, FromWindows7On) {
+    EXPECT_FALSE(CanReportTouches(0));
+    EXPECT_FALSE(CanReportTouches(501));
+    EXPECT_FALSE(CanReportTouches(600));
+    EXPECT_TRUE(CanReportTouches(601));
+    EXPECT_TRUE(CanReportTouches(602));
+    EXPECT_TRUE(CanReportTouches(1000));
 }
 
 TEST(IsWindowsXp, TakesPlatformAndNumberTogether) {
@@ -59,12 +59,12 @@ TEST(IsWindowsXp, TakesPlatformAndNumberTogether) {
     EXPECT_FALSE(IsWindowsXp({0, 0}));
 }
 
-TEST(OsNameText, LosesTrademarkSignAndTrailingBlank) {
+TEST(OsNameText, DropsTrademarkSignAndTrailingSpace) {
     EXPECT_EQ(OsNameText(L"Microsoft\u00ae Windows Vista\u2122 Business "),
               L"Microsoft Windows Vista Business");
 }
 
-TEST(OsNameText, LosesEveryCharacterAbove127) {
+TEST(OsNameText, DropsEveryCharacterAbove127) {
     EXPECT_EQ(OsNameText(L"\u0080a\u007f\u00ffb\uffffc"), L"a\u007fbc");
 }
 

@@ -26,7 +26,7 @@ using testing::StartsWith;
 
 constexpr auto NotFound = static_cast<HRESULT>(WBEM_E_NOT_FOUND);
 
-/// Whether this thread is in no apartment at all.
+/// Whether this thread is in no apartment.
 bool IsOutsideCom() {
     const HRESULT result = CoInitializeEx(nullptr, COINIT_MULTITHREADED);
     if (SUCCEEDED(result))
@@ -82,7 +82,7 @@ TEST_F(GetWmiPropertyTest, FirstInstanceWithAValueWins) {
     EXPECT_EQ(_wmi.instances.size(), 1u);
 }
 
-TEST_F(GetWmiPropertyTest, NullOfTheLastInstanceIsGivenAsNull) {
+TEST_F(GetWmiPropertyTest, NullOfTheLastInstanceIsReturnedAsNull) {
     _variant_t null;
     null.ChangeType(VT_NULL);
     _wmi.instances = {{S_OK, null}};
@@ -135,7 +135,7 @@ TEST_F(GetWmiPropertyTest, LinesHaveNoFunctionName) {
                 ElementsAre(Testing::LoggedLine{"WARNING", "", "ExecQuery"}));
 }
 
-TEST_F(GetWmiPropertyTest, StandardExceptionIsLoggedAndGivesTheEmptyResult) {
+TEST_F(GetWmiPropertyTest, StandardExceptionIsLoggedAndTheResultIsEmpty) {
     _wmi.throwsStandardException = true;
     const Testing::PrintedNarrowTexts printed;
     EXPECT_EQ(Ask().vt, VT_EMPTY);
@@ -160,9 +160,9 @@ TEST_F(GetWmiPropertyTest, NullPointerPassesOnAsComErrorWithComBalanced) {
 }
 
 TEST_F(GetWmiPropertyTest, FailedComInitializationIsLoggedAndNotBalanced) {
-    // The log's own start, which would take part in what follows, is over with its first line.
+    // The log's start uses COM too. The first line completes it, so that it does not interfere below.
     LogMessage(Common::SeverityLevel::DEBUG, L"", 0, nullptr, L"first");
-    // Two references to the multithreaded apartment: the repair gives one back, and the thread stays in it.
+    // Two references to the multithreaded apartment: the repair releases one, so the thread stays in it.
     CoInitializeEx(nullptr, COINIT_MULTITHREADED);
     CoInitializeEx(nullptr, COINIT_MULTITHREADED);
     EXPECT_EQ(Ask().vt, VT_EMPTY);
@@ -197,8 +197,8 @@ TEST(RealWmi, UnknownClassAndPropertyAreEmpty) {
 }
 
 TEST(RealWmi, AnyThreadMayAsk) {
-    // One after the other, as the exports do: Wine's WMI fills one table for all who ask at a time, and frees
-    // it under them.
+    // One after the other, as the exports call: Wine's WMI fills one table for all concurrent queries and
+    // frees it while they read.
     for (int i = 0; i < 4; ++i) {
         VARTYPE type = VT_EMPTY;
         std::thread([&type] { type = GetWmiProperty(L"Win32_OperatingSystem", L"Caption").vt; }).join();
