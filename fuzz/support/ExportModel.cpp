@@ -61,7 +61,7 @@ void ExpectedCall::RequireErrors() const {
     const std::vector<std::wstring> lines = TheMachine().Messages(Common::SeverityLevel::ERROR);
     Require(lines.size() == _errors.size(), "each failure is one ERROR line");
     for (std::size_t i = 0; i < lines.size(); ++i)
-        Require(lines[i].starts_with(_errors[i].c_str()), "the ERROR lines tell the failures in order");
+        Require(lines[i].starts_with(_errors[i].c_str()), "the ERROR lines name the failures in order");
 }
 
 Model::Fields EventRecord(const wchar_t* actor, const wchar_t* action, const wchar_t* object,

@@ -50,7 +50,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     Require(digest == PlainHash(message), "the digest is SHA-256");
     Require(HashInPieces(message, {reinterpret_cast<const std::uint8_t*>(sizes.data()), sizes.size()}) ==
                 digest,
-            "pieces give the digest of the whole");
+            "pieces have the digest of the whole");
     Require(HmacSha256(keyBytes, message) == PlainHmac(keyBytes, message), "the keyed digest is HMAC");
     return 0;
 }

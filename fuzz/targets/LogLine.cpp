@@ -63,7 +63,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const std::string head = Timestamp(time) + ' ' + Severity(level) + Thread(thread);
     const std::wstring frame = function.empty() ? L" | " : L" | <" + Escaped(function) + L"> ";
     Require(line == std::wstring(head.begin(), head.end()) + frame + Escaped(message),
-            "a line is laid out as it must be");
+            "a line has the required layout");
     Require(line.find_first_of(L"\r\n") == line.npos, "a call is one line");
     return 0;
 }

@@ -34,12 +34,12 @@ std::string ScrubAndCheck(const std::wstring& message) {
     std::vector<std::size_t> reported;
     std::wstring scrubbed = message;
     ScrubMessage(scrubbed, [&](std::size_t index) {
-        Require(scrubbed[index] == message[index], "a unit is reported while it still stands");
+        Require(scrubbed[index] == message[index], "a unit is reported before it is replaced");
         reported.push_back(index);
     });
-    Require(reported == expected, "each unit that cannot be printed is reported once and in order");
+    Require(reported == expected, "each unprintable unit is reported once and in order");
     const std::string text = Scrubbed(message);
-    Require(scrubbed == std::wstring(text.begin(), text.end()), "only what cannot be printed is blanked");
+    Require(scrubbed == std::wstring(text.begin(), text.end()), "only unprintable units are replaced");
     return text;
 }
 
@@ -82,7 +82,7 @@ void CheckHeaders(const std::wstring& token, const std::wstring& agent, std::siz
                 L"Content-Type: application/json\r\nAccept: application/json\r\nAuthorization: Bearer " +
                     token + L"\r\nUser-Agent:" + agent + L"\r\nContent-Length:" + std::to_wstring(length) +
                     L"\r\n",
-            "the headers stand as they must");
+            "the headers have the required form");
     const std::wstring shown = OnOneLine(headers);
     for (std::size_t i = 0; i < headers.size(); ++i) {
         const bool isBreak = headers[i] % 256 == 10 || headers[i] % 256 == 13;

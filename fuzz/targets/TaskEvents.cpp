@@ -273,11 +273,11 @@ public:
         call.Optional(Kind::Context, L"globalContext", _arguments.global);
         _handle = _kind.initiated(_arguments.Local(), _arguments.Global());
         call.RequireErrors();
-        Require((_handle == nullptr) == call.Failed(), "a good beginning gives a handle");
+        Require((_handle == nullptr) == call.Failed(), "an accepted Initiated call returns a handle");
         if (_handle)
             RequireEvent(EventRecord(L"self", L"initiated", L"task", _kind.label, _context, {}));
         else
-            Require(TheMachine().events.empty(), "a refused beginning is no event");
+            Require(TheMachine().events.empty(), "a refused Initiated call posts no event");
         return _handle != nullptr;
     }
 
@@ -288,12 +288,13 @@ public:
         const ExpectedCall call = Expect(end, details);
         _kind.complete(&_handle, end);
         call.RequireErrors();
-        Require(wasOpen == (_handle != nullptr) || !call.Failed(), "a refused end leaves the handle");
+        Require(wasOpen == (_handle != nullptr) || !call.Failed(),
+                "a refused completion leaves the handle unchanged");
         if (call.Failed()) {
-            Require(TheMachine().events.empty(), "a refused end is no event");
+            Require(TheMachine().events.empty(), "a refused completion posts no event");
             return;
         }
-        Require(_handle == nullptr, "a good end clears the handle");
+        Require(_handle == nullptr, "an accepted completion clears the handle");
         Model::Fields fields = details.Fields();
         fields[L"task_result"] = Model(end.result);
         fields[L"task_duration"] = Model(Duration(_start, utcMilliseconds));
@@ -341,6 +342,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     }
     if (task.IsOpen())
         task.Complete(End::Good(), machine.utcMilliseconds);
-    Require(!task.IsOpen(), "a task that was refused an end can still be ended");
+    Require(!task.IsOpen(), "a task can be completed after a refused completion");
     return 0;
 }

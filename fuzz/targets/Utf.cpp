@@ -45,7 +45,7 @@ void CheckFromUtf8(const std::string& bytes) {
     const std::optional<std::string> failure =
         Thrown<std::range_error>([&] { text = Common::FromUtf8(bytes); });
     if (!expected) {
-        Require(failure == BadConversion, "what is not whole UTF-8 is refused");
+        Require(failure == BadConversion, "incomplete UTF-8 is refused");
     } else {
         Require(!failure && text == *expected, "UTF-8 becomes the text");
         Require(Common::ToUtf8(text) == bytes, "the text becomes the same UTF-8");
@@ -69,7 +69,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         const std::wstring text = input.Line();
         CheckToUtf8(text);
         Require(Common::ToUtf8Lossy(text) == PlainUtf8(Repaired(text)),
-                "a lossy text has U+FFFD in the place of unpaired surrogates");
+                "a lossy text has U+FFFD instead of unpaired surrogates");
     } else {
         const std::span<const std::uint8_t> rest = input.Rest();
         const std::string bytes(rest.begin(), rest.end());

@@ -115,7 +115,7 @@ bool Session::IsWithin(const Place& inner, const Place& outer) const {
 
 void Session::RequireSame() const {
     for (std::size_t i = 0; i < _variants.size(); ++i)
-        Require(ModelOf(_variants[i]) == _models[i], "a record holds what it was given");
+        Require(ModelOf(_variants[i]) == _models[i], "a record contains the assigned values");
 }
 
 void Session::AssignText() {
@@ -211,7 +211,7 @@ void Session::AssignItself() {
         variant = std::move(variant.AsDictionary());
         heldAfter = &variant.AsDictionary();
     }
-    Require(held == heldAfter, "assigning what is held changes nothing");
+    Require(held == heldAfter, "assigning the held value changes nothing");
 }
 
 void Session::SetField() {

@@ -144,7 +144,7 @@ private:
     API::TaskHandle* _variable = nullptr;
 };
 
-/// A text that the export sets. The session gives its contents before the call, empty by default.
+/// A text that the export sets. The session sets its contents before the call, empty by default.
 template <>
 struct Argument<std::wstring&> {
     void Read(const Json* json) {

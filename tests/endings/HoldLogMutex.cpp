@@ -9,7 +9,7 @@
 
 namespace {
 
-void Tell(const char* what) {
+void Print(const char* what) {
     SYSTEMTIME now{};
     GetSystemTime(&now);
     std::printf("%s %d\n", what,
@@ -26,9 +26,9 @@ int main(int count, char** arguments) {
     const HANDLE mutex = CreateMutexW(nullptr, FALSE, L"Global\\LumeqLoggingMutex");
     if (WaitForSingleObject(mutex, INFINITE) == WAIT_FAILED)
         return 2;
-    Tell("held");
+    Print("held");
     Sleep(static_cast<DWORD>(std::atoi(arguments[1])));
-    Tell("released");
+    Print("released");
     ReleaseMutex(mutex);
     return 0;
 }

@@ -21,7 +21,7 @@ protected:
         const ExportCase& exported = FindExportCase(GetParam().exported);
         ExportRun run(_machine, exported, GetParam().road, GetParam().logLevel, "127.0.0.99");
         run.Prepare();
-        // Gives the search for leftovers of killed processes something to find.
+        // A leftover of a killed process, so that the search for such files finds one.
         if (exported.usesSettings)
             WriteFile(_machine.LocalSettingsFile().parent_path() / "Lumeq00000000-0000.tmp", "");
         bool happened = false;

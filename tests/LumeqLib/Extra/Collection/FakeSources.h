@@ -9,7 +9,7 @@
 
 namespace Zuvan::Lumeq::Testing {
 
-/// Knows nothing until told, and records every question.
+/// Knows nothing at first, and records every question.
 class FakeSources : public Extra::Collection::Utils::SystemSources {
 public:
     Extra::Collection::Utils::OsVersion Version() const override { return version; }
