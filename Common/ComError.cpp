@@ -1,25 +1,21 @@
 #include "Common/ComError.h"
 
 #include "Common/Format.h"
-
-#include <windows.h>
-
-#include <memory>
+#include "Common/SystemHandles.h"
 
 namespace Zuvan::Lumeq::Common {
 
 namespace {
 
 std::wstring SystemMessage(std::int32_t hresult) {
-    wchar_t* text = nullptr;
+    UniqueLocalMemory<wchar_t*> text;
     const DWORD length = FormatMessageW(
         FORMAT_MESSAGE_ALLOCATE_BUFFER | FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS, nullptr,
-        static_cast<DWORD>(hresult), 0, reinterpret_cast<wchar_t*>(&text), 0, nullptr);
-    const std::unique_ptr<wchar_t, decltype(&LocalFree)> owner(text, &LocalFree);
-    return length == 0 ? std::wstring() : std::wstring(text, length);
+        static_cast<DWORD>(hresult), 0, reinterpret_cast<wchar_t*>(text.Receive()), 0, nullptr);
+    return length == 0 ? std::wstring() : std::wstring(text.Get(), length);
 }
 
-// The codes that dispatch interfaces use for numbers of their own.
+// The codes in which dispatch interfaces carry their own error numbers.
 constexpr std::int32_t FirstDispatchError = static_cast<std::int32_t>(0x80040200);
 constexpr std::int32_t LastDispatchError = static_cast<std::int32_t>(0x8004FFFF);
 

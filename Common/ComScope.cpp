@@ -12,12 +12,14 @@ namespace Zuvan::Lumeq::Common {
 
 namespace {
 
+constexpr LogSource Log(L"Common\\ComScope");
+
 constinit std::atomic<std::int32_t> comInitCount{0};
 constinit std::atomic<std::int32_t> comUninitCount{0};
 
 void LogBalance(SeverityLevel level, const wchar_t* what, const std::wstring& functionName) {
-    LogMessage(level, L"Common\\ComScope", __LINE__, nullptr, L"%s t=%d, init=%d, deinit=%d, f=%s", what,
-               GetCurrentThreadId(), comInitCount.load(), comUninitCount.load(), functionName.c_str());
+    Log(level, L"%s t=%d, init=%d, deinit=%d, f=%s", what, GetCurrentThreadId(), comInitCount.load(),
+        comUninitCount.load(), functionName.c_str());
 }
 
 HRESULT InitializeApartment() { return CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED); }
@@ -29,8 +31,8 @@ std::int32_t ComInitCounted(const std::wstring& functionName) {
     LogBalance(SeverityLevel::DEBUG, L"Init", functionName);
     HRESULT result = InitializeApartment();
     if (result == RPC_E_CHANGED_MODE) {
-        // Somebody left this thread in a multithreaded apartment: undoing that here is the agreed repair, and
-        // the break marks it for developers.
+        // The host left this thread in a multithreaded apartment. Undoing that here is a deliberate repair of
+        // an unbalanced caller; the break shows it to a developer.
         LogBalance(SeverityLevel::WARNING, L"Unbalanced COM initialization", functionName);
         CoUninitialize();
         result = InitializeApartment();

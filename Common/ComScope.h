@@ -1,4 +1,4 @@
-// COM for the length of one operation, apartment-threaded, on the calling thread.
+// COM for the duration of one operation, apartment-threaded, on the calling thread.
 #pragma once
 
 #include <cstdint>
@@ -6,14 +6,14 @@
 
 namespace Zuvan::Lumeq::Common {
 
-/// Initialises COM on this thread and logs the balance under `functionName`. A thread that is in a
-/// multithreaded apartment is taken out of it first. Gives the HRESULT; negative: not initialised.
+/// Initialises COM on this thread and logs the balance under `functionName`. Takes a thread out of a
+/// multithreaded apartment first. Returns the HRESULT; COM is not initialised if it is negative.
 std::int32_t ComInitCounted(const std::wstring& functionName);
 
 /// Undoes one ComInitCounted that succeeded.
 void ComUninitCounted(const std::wstring& functionName);
 
-/// ComInitCounted, undone at the end if it succeeded. Interface pointers must die before it.
+/// Calls ComInitCounted, and undoes it at the end if it succeeded. Interface pointers must die first.
 class ComScope {
 public:
     explicit ComScope(std::wstring functionName)
@@ -27,7 +27,7 @@ public:
 
     std::int32_t Result() const noexcept { return _result; }
 
-    /// Leaves COM initialised: whoever takes over calls ComUninitCounted.
+    /// Leaves COM initialised; the new owner calls ComUninitCounted.
     void Release() noexcept { _owned = false; }
 
 private:

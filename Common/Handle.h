@@ -1,11 +1,11 @@
-// Owners for the operating system's handles.
+// Owners of the operating system's handles.
 #pragma once
 
 #include <utility>
 
 namespace Zuvan::Lumeq::Common {
 
-/// Owns one handle. `Traits` tells its type, the value that stands for none, and how to close it.
+/// Owns one handle. `Traits` defines its type, the value that means none, and how to close it.
 template <class Traits>
 class UniqueHandle {
 public:
@@ -23,7 +23,7 @@ public:
     Value Get() const noexcept { return _value; }
     explicit operator bool() const noexcept { return _value != Traits::None(); }
 
-    /// Gives the handle up without closing it.
+    /// Returns the handle without closing it.
     Value Release() noexcept { return std::exchange(_value, Traits::None()); }
 
     void Reset(Value value = Traits::None()) noexcept {
@@ -32,7 +32,7 @@ public:
             Traits::Close(old);
     }
 
-    /// For functions that give a handle through a pointer. Closes what is held.
+    /// For functions that return a handle through a pointer. Closes the handle held so far.
     Value* Receive() noexcept {
         Reset();
         return &_value;

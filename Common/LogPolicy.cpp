@@ -18,7 +18,7 @@ bool ParseDate(const std::wstring& text, std::tm& date) {
     std::wistringstream stream(text);
     stream.imbue(With<AsciiCharacters>(std::locale()));
     stream >> std::get_time(&date, L"%Y-%m-%d");
-    // A text that ends early does not count as a failure everywhere.
+    // Some standard libraries do not report a text that ends early as a failure.
     return !stream.fail() && date.tm_mday != 0;
 }
 
@@ -27,7 +27,7 @@ std::optional<std::int64_t> LogDateMilliseconds(const std::wstring& text) {
     if (!ParseDate(text.empty() ? DefaultLogDate : text, date))
         ParseDate(DefaultLogDate, date);
     const std::int64_t seconds = _mktime64(&date);
-    // Only the low half of the seconds is tested for its sign; a later date is caught by the limit.
+    // Only the low half of the seconds is tested for its sign; the limit catches later dates.
     if (static_cast<std::int32_t>(seconds) < 0 || seconds * 1000 > LastMilliseconds)
         return std::nullopt;
     return seconds * 1000;

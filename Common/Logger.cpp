@@ -23,6 +23,7 @@ namespace Zuvan::Lumeq::Common {
 
 namespace {
 
+constexpr LogSource Log(L"Common\\Logger");
 constexpr wchar_t InitializationFailed[] = L"ERROR: Logger failed to initialize: ";
 constexpr wchar_t WritingFailed[] = L"ERROR: Unable to write log information to file: ";
 constexpr wchar_t MutexName[] = L"Global\\LumeqLoggingMutex";
@@ -35,8 +36,8 @@ struct LogPaths {
     std::wstring log;
 };
 
-/// Set once and then only read. Without a lock: a process may end one of its threads at any point and then
-/// still run the destructor.
+/// Set once and then only read. It has no lock, because a process can kill one of its threads at any point
+/// and still run the destructor afterwards.
 class LogPathsOnce {
 public:
     constexpr LogPathsOnce() noexcept = default;
@@ -45,7 +46,7 @@ public:
     LogPathsOnce& operator=(const LogPathsOnce&) = delete;
 
     const LogPaths* Get() const noexcept { return _paths; }
-    /// Two threads may find them at the same time; they find the same.
+    /// Two threads may set them at the same time; both found the same paths.
     void Set(std::unique_ptr<const LogPaths> paths) noexcept {
         const LogPaths* none = nullptr;
         if (_paths.compare_exchange_strong(none, paths.get()))
@@ -60,7 +61,7 @@ constinit std::atomic<bool> logFilesReady{false};
 constinit std::atomic<bool> loggingEnabled{false};
 constinit std::atomic<SeverityLevel> verbosity{SeverityLevel::ERROR};
 constexpr bool ConsoleEcho = false;
-// Numbers of threads, 0 for a free place.
+// Thread numbers; 0 marks a free place.
 constinit std::array<std::atomic<DWORD>, 8> firstUseDeferredBy{};
 
 std::wstring JoinPath(const wchar_t* folder, const wchar_t* name) {
@@ -75,18 +76,19 @@ bool IsFirstUseDeferred() noexcept {
                        [thread](const std::atomic<DWORD>& place) { return place == thread; });
 }
 
-/// Another process may make it at the same time: then making it fails, and it is there all the same.
+/// The second look is for another process that makes the folder at the same time: creating it fails then, but
+/// the folder exists.
 bool MakeFolder(const std::wstring& folder) {
     return PathIsDirectoryW(folder.c_str()) ||
            SHCreateDirectoryExW(nullptr, folder.c_str(), nullptr) == ERROR_SUCCESS ||
            PathIsDirectoryW(folder.c_str());
 }
 
-/// False if there is no folder to log in.
+/// Returns false if there is no folder to log in.
 bool FindLogFiles() {
     wchar_t temporary[MAX_PATH + 1] = {};
     GetTempPathW(MAX_PATH + 1, temporary);
-    // Without that folder the name would mean one in the current folder, which may be anybody's.
+    // A relative path would lead into the current folder, which anybody may own.
     if (PathIsRelativeW(temporary))
         return false;
     const std::wstring folder = JoinPath(temporary, L"Zuvan\\LUMEQ");
@@ -104,14 +106,12 @@ void RunFirstUse() {
     try {
         if (!FindLogFiles())
             return;
-        // From here on a line written meanwhile is dropped, since logging is not enabled yet: the policy
-        // reads the settings, which may have something to log.
+        // Set before the policy loads, because loading reads the settings and these log: logging is not
+        // enabled yet, so their lines are dropped instead of coming back here.
         logFilesReady = true;
-        LoadLogSettings();
-    } catch (const std::exception& failure) {
-        ReportToDebugger(InitializationFailed, failure.what());
+        LoadLogPolicy();
     } catch (...) {
-        ReportToDebugger(InitializationFailed, "???");
+        ReportCaughtToDebugger(InitializationFailed);
     }
 }
 
@@ -130,9 +130,9 @@ const std::wstring& TargetPath(const LogPaths& paths, SeverityLevel level) {
     }
 }
 
-/// The line comes with its end, so that they are one write: who dies between two would leave a line for the
-/// next to continue. A file that cannot be opened or written loses the line without a word, and all of it:
-/// what a full disk still took of it would spoil the next one.
+/// `line` includes its line end, so that both are one write: a process that died between two writes would
+/// leave a line that the next one continues. A file that cannot be opened or written silently loses the whole
+/// line: the part of it that a full disk still took would spoil the next line.
 void AppendLine(const std::filesystem::path& path, const std::string& line) {
     std::ofstream file(path, std::ios::out | std::ios::app | std::ios::ate | std::ios::binary);
     if (!file)
@@ -163,19 +163,18 @@ void WriteSerialized(const LogPaths& paths, SeverityLevel level, const std::stri
     if (waited != WAIT_OBJECT_0) {
         OutputDebugStringW(L"ERROR: Logger mutex timed out!\n");
         BreakIfDebugged();
-        // Its owner died and the system has made this thread the next: the others must not wait for it.
+        // The owner died and this thread owns the mutex now. Releasing it keeps the others from waiting.
         if (waited == WAIT_ABANDONED)
             ReleaseMutex(mutex.Get());
-        // Left open: whoever holds the mutex, or died with it, keeps its object alive for the next to find.
+        // Deliberate handle leak: it keeps the mutex object alive for the next caller to find, even if the
+        // owner died.
         static_cast<void>(mutex.Release());
         return;
     }
     try {
         WriteToFiles(paths, level, line, message);
-    } catch (const std::exception& failure) {
-        ReportToDebugger(WritingFailed, failure.what());
     } catch (...) {
-        ReportToDebugger(WritingFailed, "???");
+        ReportCaughtToDebugger(WritingFailed);
     }
     ReleaseMutex(mutex.Get());
 }
@@ -201,10 +200,8 @@ void LogMessage(SeverityLevel level, const wchar_t* /*sourceFile*/, int /*source
         if (!logFilesReady && !IsFirstUseDeferred())
             RunFirstUse();
         WriteLogLine(level, functionName ? functionName : L"", message);
-    } catch (const std::exception& failure) {
-        ReportToDebugger(WritingFailed, failure.what());
     } catch (...) {
-        ReportToDebugger(WritingFailed, "???");
+        ReportCaughtToDebugger(WritingFailed);
     }
     va_end(arguments);
 }
@@ -217,7 +214,7 @@ void WriteLogLine(SeverityLevel level, const std::wstring& functionName, const s
     const std::string line =
         ToUtf8Lossy(LogLine(UtcMilliseconds(), level, GetCurrentThreadId(), functionName, message)) + "\r\n";
     const LogPaths* const paths = logPaths.Get();
-    // A path that does not fit is empty.
+    // PathCombineW leaves a path empty that is too long.
     if (paths && !TargetPath(*paths, level).empty())
         WriteSerialized(*paths, level, line, message);
 }
@@ -243,8 +240,7 @@ void SetVerbosity(SeverityLevel level) noexcept { verbosity = level; }
 SeverityLevel Verbosity() noexcept { return verbosity; }
 
 ScopedDurationLog::~ScopedDurationLog() {
-    LogMessage(SeverityLevel::DEBUG, L"Common\\Logger", __LINE__, nullptr, L"%s took %d ms", _label.c_str(),
-               ElapsedTicks(_startTicks, GetTickCount()));
+    Log(SeverityLevel::DEBUG, L"%s took %d ms", _label.c_str(), ElapsedTicks(_startTicks, GetTickCount()));
 }
 
 void ScopedDurationLog::Start() {

@@ -1,8 +1,8 @@
 // The log: lines in text files of the user's temporary folder, shared by all processes that use the library.
 //
 // Off unless the factory settings turn it on. A failure of the log itself goes to the debugger channel and
-// never to the caller. Any thread may log; the named mutex Global\LumeqLoggingMutex serialises the writing
-// between threads and processes, and a line that waits for it longer than 1,000 ms is lost.
+// never to the caller. Any thread may log. The named mutex Global\LumeqLoggingMutex serialises writing
+// between threads and processes; a line that waits for it for more than 1,000 ms is lost.
 #pragma once
 
 #include "Common/Format.h"
@@ -14,16 +14,33 @@
 
 namespace Zuvan::Lumeq::Common {
 
-/// Writes one line. `functionName` may be null. `sourceFile` and `sourceLine` are not written. The message is
+/// Writes one line. `functionName` may be null. No line shows `sourceFile` or `sourceLine`. The message is
 /// cut at 4,095 characters.
 void LogMessage(SeverityLevel level, const wchar_t* sourceFile, int sourceLine, const wchar_t* functionName,
                 const wchar_t* format, ...);
 
-/// False when a line of this level is known to be dropped, so that its making can be spared. True until the
-/// first line has read the policy.
+/// The log as one source file uses it:
+///
+///     constexpr Common::LogSource Log(L"Common\\ComScope");
+///     Log(SeverityLevel::DEBUG, L"%d of %d", done, all);
+class LogSource {
+public:
+    explicit constexpr LogSource(const wchar_t* sourceFile) noexcept : _sourceFile(sourceFile) {}
+
+    template <class... Arguments>
+    void operator()(SeverityLevel level, const wchar_t* format, Arguments... arguments) const {
+        LogMessage(level, _sourceFile, 0, nullptr, format, arguments...);
+    }
+
+private:
+    const wchar_t* _sourceFile;
+};
+
+/// False when a line of this level is known to be dropped, so that the caller need not compose it. True until
+/// the first line has loaded the policy.
 bool IsLogged(SeverityLevel level) noexcept;
 
-/// For the policy, which runs inside the first line: writes without asking for the policy again.
+/// For the policy, which loads inside the first line: writes without loading the policy again.
 void WriteLogLine(SeverityLevel level, const std::wstring& functionName, const std::wstring& message);
 
 /// For the policy.
@@ -32,9 +49,9 @@ bool LoggingEnabled() noexcept;
 void SetVerbosity(SeverityLevel level) noexcept;
 SeverityLevel Verbosity() noexcept;
 
-/// While it lives, a line of this thread that would be the first to read the policy is lost instead: the
-/// policy is read under the settings lock and from the shared settings. For whoever holds that lock, and for
-/// threads that hold no API lock. At most eight at a time count.
+/// While one exists, this thread's logging never loads the policy; a line that would is dropped. Loading
+/// takes the settings lock and uses the shared settings, so this protects a thread that holds the lock, and
+/// one that does not hold the API lock. Only eight at a time have an effect.
 class FirstUseDeferral {
 public:
     FirstUseDeferral() noexcept;
@@ -46,13 +63,14 @@ private:
     std::atomic<unsigned long>* _place = nullptr;
 };
 
-/// Writes "<label> took <n> ms" at DEBUG when it goes out of scope. The label is the format text up to its
-/// first "("; the arguments never reach the log.
+/// Logs "<label> took <n> ms" at DEBUG when it goes out of scope. The label is the format text up to its
+/// first
+/// "("; the arguments never reach the log.
 class ScopedDurationLog {
 public:
     template <class... Arguments>
     explicit ScopedDurationLog(std::wstring format, Arguments... arguments) : _label(format) {
-        // The formatted text is dropped; the duration must not count the making of it all the same.
+        // The text is dropped, but made before the clock starts: the duration has never included it.
         FormatBounded(2048, format.c_str(), arguments...);
         Start();
     }

@@ -1,10 +1,11 @@
-// UniqueHandle for the handles that more than one source file uses. Includes windows.h: for source files
-// only.
+// UniqueHandle for every kind of handle that the library owns. Includes windows.h: for source files only.
 #pragma once
 
 #include "Common/Handle.h"
 
 #include <windows.h>
+
+#include <wininet.h>
 
 namespace Zuvan::Lumeq::Common {
 
@@ -36,7 +37,38 @@ struct FileTraits {
 };
 using UniqueFile = UniqueHandle<FileTraits>;
 
-/// A function of a loaded module under the type it really has, or null.
+struct FileSearchTraits {
+    using Value = HANDLE;
+    static Value None() noexcept { return INVALID_HANDLE_VALUE; }
+    static void Close(Value search) noexcept { FindClose(search); }
+};
+using UniqueFileSearch = UniqueHandle<FileSearchTraits>;
+
+struct SidTraits {
+    using Value = PSID;
+    static Value None() noexcept { return nullptr; }
+    static void Close(Value sid) noexcept { FreeSid(sid); }
+};
+using UniqueSid = UniqueHandle<SidTraits>;
+
+struct InternetTraits {
+    using Value = HINTERNET;
+    static Value None() noexcept { return nullptr; }
+    static void Close(Value handle) noexcept { InternetCloseHandle(handle); }
+};
+using UniqueInternet = UniqueHandle<InternetTraits>;
+
+/// Memory that the system allocated for its caller: texts, access lists, security descriptors.
+template <class Pointer>
+struct LocalMemoryTraits {
+    using Value = Pointer;
+    static Value None() noexcept { return nullptr; }
+    static void Close(Value memory) noexcept { LocalFree(memory); }
+};
+template <class Pointer>
+using UniqueLocalMemory = UniqueHandle<LocalMemoryTraits<Pointer>>;
+
+/// A function of a loaded module under its real type, or null.
 template <class Function>
 Function* FindFunction(HMODULE module, const char* name) noexcept {
     return reinterpret_cast<Function*>(reinterpret_cast<void*>(GetProcAddress(module, name)));

@@ -1,15 +1,15 @@
-// The firewall of delivery: a region of code out of which no failure comes.
+// The firewall of delivery: nothing that is thrown in a region leaves it.
 #pragma once
 
 #include <utility>
 
 namespace Zuvan::LumeqShim {
 
-/// Logs the exception that is being handled, at WARNING, as a failure of `logName`. What the report itself
-/// raises is dropped. Only in a catch clause.
+/// In a catch clause: logs the exception that is being handled, at WARNING, as a failure of `logName`. Drops
+/// whatever the report itself throws.
 void ReportCaughtFailure(const wchar_t* logName) noexcept;
 
-/// Runs `action`. Gives false if it raised something, which is then logged under `logName`.
+/// Runs `action`. Returns false if it threw, which is then logged under `logName`.
 template <class Action>
 bool RunRegion(const wchar_t* logName, Action&& action) noexcept {
     try {

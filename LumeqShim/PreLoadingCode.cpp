@@ -15,27 +15,16 @@ namespace Zuvan::LumeqShim {
 
 namespace {
 
-using Lumeq::Common::LogMessage;
 using Lumeq::Common::SeverityLevel;
 using Microsoft::WRL::ComPtr;
 
 constinit bool RuntimeCheckPending = true;
 constinit bool RuntimeMissing = false;
 
-constexpr wchar_t SourceFile[] = L"LumeqShim\\PreLoadingCode";
+constexpr Lumeq::Common::LogSource Log(L"LumeqShim\\PreLoadingCode");
 constexpr wchar_t RuntimeLibrary[] = L"mscoree";
 constexpr char EntryPoint[] = "CLRCreateInstance";
 constexpr DWORD VersionCapacity = 256; // wide characters
-
-template <class... Arguments>
-void LogDebug(int line, const wchar_t* format, Arguments... arguments) {
-    LogMessage(SeverityLevel::DEBUG, SourceFile, line, nullptr, format, arguments...);
-}
-
-template <class... Arguments>
-void LogWarning(int line, const wchar_t* format, Arguments... arguments) {
-    LogMessage(SeverityLevel::WARNING, SourceFile, line, nullptr, format, arguments...);
-}
 
 /// COM for the length of the probe. Undone whatever came of the initialisation.
 class ProbeComScope {
@@ -70,7 +59,7 @@ bool IsRequiredRuntime(ICLRRuntimeInfo& runtime) {
     std::array<wchar_t, VersionCapacity + 1> version = {};
     DWORD capacity = VersionCapacity;
     if (SUCCEEDED(runtime.GetVersionString(version.data(), &capacity)))
-        LogDebug(__LINE__, L"Found .NET version: %s", version.data());
+        Log(SeverityLevel::DEBUG, L"Found .NET version: %s", version.data());
     return IsRequiredVersion(version.data());
 }
 
@@ -91,20 +80,20 @@ bool FindRequiredRuntime() {
     const HRESULT created = LoadCLRCreateInstance()(CLSID_CLRMetaHost, IID_ICLRMetaHost,
                                                     reinterpret_cast<void**>(createdHost.GetAddressOf()));
     if (FAILED(created)) {
-        LogWarning(__LINE__, L"CLRCreateInstance failed 0x%08lx", static_cast<unsigned long>(created));
+        Log(SeverityLevel::WARNING, L"CLRCreateInstance failed 0x%08lx", static_cast<unsigned long>(created));
         return false;
     }
     // Never released: the host object belongs to the runtime, which stays for the life of the process.
     ICLRMetaHost* const host = createdHost.Detach();
-    LogDebug(__LINE__, L"CLR versions available from CLR:");
+    Log(SeverityLevel::DEBUG, L"CLR versions available from CLR:");
     ComPtr<IEnumUnknown> runtimes;
     if (host->EnumerateInstalledRuntimes(runtimes.GetAddressOf()) != S_OK) {
         // Readers of the log know this line with the result of CLRCreateInstance, not of the failed call.
-        LogWarning(__LINE__, L"EnumerateInstalledRuntimes failed 0x%08lx",
-                   static_cast<unsigned long>(created));
+        Log(SeverityLevel::WARNING, L"EnumerateInstalledRuntimes failed 0x%08lx",
+            static_cast<unsigned long>(created));
         return false;
     }
-    LogDebug(__LINE__, L"EnumerateInstalledRuntimes");
+    Log(SeverityLevel::DEBUG, L"EnumerateInstalledRuntimes");
     return ContainsRequiredRuntime(*runtimes.Get());
 }
 
@@ -116,7 +105,7 @@ bool Probe() {
         found = FindRequiredRuntime();
     }
     RuntimeMissing = !found;
-    LogDebug(__LINE__, L"IsRequiredDotNetVersionInstalled() returns %d", found);
+    Log(SeverityLevel::DEBUG, L"IsRequiredDotNetVersionInstalled() returns %d", found);
     return found;
 }
 
@@ -136,11 +125,11 @@ bool IsRequiredDotNetVersionInstalled() {
 }
 
 bool IsCLRCreateInstanceSupported() {
-    LogDebug(__LINE__, L"IsCLRCreateInstanceSupported()");
+    Log(SeverityLevel::DEBUG, L"IsCLRCreateInstanceSupported()");
     bool supported = false;
     if (const Lumeq::Common::UniqueModule library{LoadLibraryW(RuntimeLibrary)})
         supported = GetProcAddress(library.Get(), EntryPoint) != nullptr;
-    LogDebug(__LINE__, L"IsCLRCreateInstanceSupported() returns %d", supported);
+    Log(SeverityLevel::DEBUG, L"IsCLRCreateInstanceSupported() returns %d", supported);
     return supported;
 }
 

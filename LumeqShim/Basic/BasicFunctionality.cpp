@@ -18,17 +18,12 @@ namespace {
 
 using Lumeq::Common::SeverityLevel;
 
+constexpr Lumeq::Common::LogSource Log(L"LumeqShim\\BasicFunctionality");
 constexpr wchar_t QueueName[] = L"sys_info_base";
 
-// Both are touched only under the API lock, and a shutdown resets neither.
-constinit bool BasicMessageSent = false; // In this process, to the end.
-std::wstring BasicAppName;               // Of the last basic start, for whoever looks into the process.
-
-template <class... Arguments>
-void LogDebug(const wchar_t* format, Arguments... arguments) {
-    Lumeq::Common::LogMessage(SeverityLevel::DEBUG, L"LumeqShim\\BasicFunctionality", __LINE__, nullptr,
-                              format, arguments...);
-}
+// Both are used only under the API lock, and a shutdown resets neither.
+constinit bool BasicMessageSent = false;
+std::wstring BasicAppName; // The last basic start's. Only a debugger reads it.
 
 std::wstring AppId(const std::wstring& appName) {
     return appName + L"/" + Lumeq::Common::GetHostFileVersion();
@@ -64,8 +59,8 @@ void BasicStart(const std::wstring& appName) {
 void BasicImplementation(const std::wstring& appName, std::wstring& deployedId) {
     const Lumeq::Common::ScopedDurationLog duration(L"BasicImplementation(\"%s\", \"%s\")", appName.c_str(),
                                                     deployedId.c_str());
-    LogDebug(L"Executing Basic Functionality %s", appName.c_str());
-    LogDebug(L"------------------------------");
+    Log(SeverityLevel::DEBUG, L"Executing Basic Functionality %s", appName.c_str());
+    Log(SeverityLevel::DEBUG, L"------------------------------");
 
     const std::wstring userAgent = AppId(appName);
     MessageDictionary message = Lumeq::Extra::Collection::GetSysInfoBase();
@@ -73,8 +68,8 @@ void BasicImplementation(const std::wstring& appName, std::wstring& deployedId) 
     message[L"sys_uuid"] = Lumeq::Extra::Collection::GetMachineUuid();
     SendMessageAsConfigured(std::move(message), userAgent, deployedId);
 
-    LogDebug(L"Executing Basic Functionality");
-    LogDebug(L"------------------------------");
+    Log(SeverityLevel::DEBUG, L"Executing Basic Functionality");
+    Log(SeverityLevel::DEBUG, L"------------------------------");
 }
 
 } // namespace Zuvan::LumeqShim

@@ -8,11 +8,11 @@ namespace Zuvan::LumeqShim {
 
 using MessageDictionary = std::unordered_map<std::wstring, std::wstring>;
 
-/// One flat JSON object of texts, in the dictionary's own order, without blanks. Only quotation marks and
-/// backslashes are escaped: what cannot be printed is dealt with where the message is posted.
+/// One flat JSON object of strings, in the dictionary's own order, without spaces. Escapes only quotation
+/// marks and backslashes, because the post replaces what cannot be printed.
 std::wstring SerializeFlatJson(MessageDictionary message);
 
-/// A GUID as the message carries it: without its braces and in lower case.
+/// The GUID without its braces and in lower case, as the message contains it.
 std::wstring UuidFromGuid(const std::wstring& bracedGuid);
 
 } // namespace Zuvan::LumeqShim

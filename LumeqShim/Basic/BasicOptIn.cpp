@@ -3,103 +3,98 @@
 #include "Common/Text.h"
 #include "LumeqLib/Core/Utils/Settings.h"
 #include "LumeqLib/Core/Utils/SettingsPaths.h"
-#include "LumeqShim/Basic/OptInFrame.h"
-
-#include <memory>
+#include "LumeqShim/Basic/BasicOperation.h"
 
 namespace Zuvan::LumeqShim {
 
 using Lumeq::Common::SeverityLevel;
-using Lumeq::Core::Utils::DropSharedInstance;
 using Lumeq::Core::Utils::Settings;
+using Lumeq::Core::Utils::WithSettings;
 
 namespace {
 
-// The odd capitals of two of the COM lines are what readers of the log look for.
-constexpr OptInOperation GetUserOptIn{L"BasicGetUserOptIn", L"BasicGetUserOptIn(%s)",
-                                      L"BasicGetUserOptIn CoInitialize returns 0x%08lx"};
-constexpr OptInOperation SetUserOptIn{L"BasicSetUserOptIn", L"BasicSetUserOptIn(%s,%s)",
-                                      L"BasicSetuserOptin CoInitialize returns 0x%08lx"};
-constexpr OptInOperation DidUserOpted{L"BasicDidUserOpted", L"BasicDidUserOpted(%s)",
-                                      L"BasicDiduserOptin CoInitialize returns 0x%08lx"};
-constexpr OptInOperation ClearOptIn{L"BasicClearOptIn", L"BasicClearOptIn(%s)",
-                                    L"BasicClearOptIn CoInitialize returns 0x%08lx"};
-constexpr OptInOperation LocalSubfolderPath{L"BasicLocalSubfolderPath", L"BasicLocalSubfolderPath(\"%s\")",
-                                            nullptr};
+constexpr Lumeq::Common::LogSource Log(L"LumeqShim\\BasicOptIn");
+
+// Readers of the log look for the odd capitals of two of the COM lines.
+constexpr BasicOperation GetUserOptIn{
+    Log, L"BasicGetUserOptIn", L"BasicGetUserOptIn CoInitialize returns 0x%08lx", L"BasicGetUserOptIn(%s)"};
+constexpr BasicOperation SetUserOptIn{Log, L"BasicSetUserOptIn",
+                                      L"BasicSetuserOptin CoInitialize returns 0x%08lx",
+                                      L"BasicSetUserOptIn(%s,%s)"};
+constexpr BasicOperation DidUserOpted{
+    Log, L"BasicDidUserOpted", L"BasicDiduserOptin CoInitialize returns 0x%08lx", L"BasicDidUserOpted(%s)"};
+constexpr BasicOperation ClearOptIn{Log, L"BasicClearOptIn", L"BasicClearOptIn CoInitialize returns 0x%08lx",
+                                    L"BasicClearOptIn(%s)"};
+constexpr BasicOperation LocalSubfolderPath{Log, L"BasicLocalSubfolderPath", nullptr,
+                                            L"BasicLocalSubfolderPath(\"%s\")"};
 
 bool IsTrue(const std::wstring& value) { return Lumeq::Common::ToLower(value) == L"true"; }
 bool IsFalse(const std::wstring& value) { return Lumeq::Common::ToLower(value) == L"false"; }
 
-bool GetUserOptInWork(const std::wstring& key) {
-    const std::shared_ptr<Settings> settings = Settings::GetInstance();
-    std::wstring value = settings->GetLocalSetting(key, L"");
-    if (Lumeq::Common::IsBlank(value))
-        value = L"False";
-    DropSharedInstance();
-    const bool result = IsTrue(value);
-    // The value in the key's place is what this line has always shown.
-    LogOptIn(SeverityLevel::DEBUG, L"Basic Get User Opt-In returns %d for key '%s'", result, value.c_str());
-    return result;
-}
-
-bool SetUserOptInWork(bool value, const std::wstring& key) {
-    const std::shared_ptr<Settings> settings = Settings::GetInstance();
-    settings->SetLocalSetting(key, value ? L"True" : L"False");
-    settings->SaveLocalSettings();
-    DropSharedInstance();
-    LogOptIn(SeverityLevel::DEBUG, L"Basic Set User Opt-In");
-    return true;
-}
-
-bool DidUserOptedWork(const std::wstring& key) {
-    const std::shared_ptr<Settings> settings = Settings::GetInstance();
-    const std::wstring value = settings->GetLocalSetting(key, L"");
-    DropSharedInstance();
-    const bool result = IsTrue(value) || IsFalse(value);
-    LogOptIn(SeverityLevel::DEBUG, L"Basic Did User Opted returns %d from %s", result, value.c_str());
-    return result;
-}
-
-bool ClearOptInWork(const std::wstring& key) {
-    const std::shared_ptr<Settings> settings = Settings::GetInstance();
-    const bool removed = settings->RemoveLocalSetting(key);
-    if (removed)
-        settings->SaveLocalSettings();
-    DropSharedInstance();
-    LogOptIn(SeverityLevel::DEBUG, L"BasicClear Opt In returns %d", removed);
-    return removed;
+/// Runs `work` on the settings in the frame of the operation. `finish` makes the operation's result of what
+/// the work returns, and logs it.
+template <class Work, class Finish, class... LabelArguments>
+bool RunOnSettings(const BasicOperation& operation, Work work, Finish finish,
+                   LabelArguments... labelArguments) {
+    const auto inCom = [&] { return RunInCom(operation, [&] { return WithSettings(work, finish); }); };
+    return RunTimed(operation, inCom, labelArguments...);
 }
 
 } // namespace
 
 bool BasicGetUserOptIn(const std::wstring& key) {
-    return RunOptIn(
-        GetUserOptIn, [&key] { return GetUserOptInWork(key); }, key.c_str());
+    const auto read = [&key](const Settings& settings) { return settings.GetLocalSetting(key, L""); };
+    const auto finish = [](std::wstring value) {
+        if (Lumeq::Common::IsBlank(value))
+            value = L"False";
+        const bool result = IsTrue(value);
+        // This line has always shown the value where it says key.
+        Log(SeverityLevel::DEBUG, L"Basic Get User Opt-In returns %d for key '%s'", result, value.c_str());
+        return result;
+    };
+    return RunOnSettings(GetUserOptIn, read, finish, key.c_str());
 }
 
 void BasicSetUserOptIn(bool value, const std::wstring& key) {
-    RunOptIn(
-        SetUserOptIn, [&] { return SetUserOptInWork(value, key); }, value ? L"true" : L"false", key.c_str());
+    const auto write = [&](Settings& settings) {
+        settings.SetLocalSetting(key, value ? L"True" : L"False");
+        return settings.SaveLocalSettings();
+    };
+    const auto finish = [](bool saved) {
+        Log(SeverityLevel::DEBUG, L"Basic Set User Opt-In");
+        return saved;
+    };
+    RunOnSettings(SetUserOptIn, write, finish, value ? L"true" : L"false", key.c_str());
 }
 
 bool BasicDidUserOpted(const std::wstring& key) {
-    return RunOptIn(
-        DidUserOpted, [&key] { return DidUserOptedWork(key); }, key.c_str());
+    const auto read = [&key](const Settings& settings) { return settings.GetLocalSetting(key, L""); };
+    const auto finish = [](const std::wstring& value) {
+        const bool result = IsTrue(value) || IsFalse(value);
+        Log(SeverityLevel::DEBUG, L"Basic Did User Opted returns %d from %s", result, value.c_str());
+        return result;
+    };
+    return RunOnSettings(DidUserOpted, read, finish, key.c_str());
 }
 
 bool BasicClearOptIn(const std::wstring& key) {
-    return RunOptIn(
-        ClearOptIn, [&key] { return ClearOptInWork(key); }, key.c_str());
+    const auto remove = [&key](Settings& settings) {
+        return settings.RemoveLocalSetting(key) && settings.SaveLocalSettings();
+    };
+    const auto finish = [](bool removed) {
+        Log(SeverityLevel::DEBUG, L"BasicClear Opt In returns %d", removed);
+        return removed;
+    };
+    return RunOnSettings(ClearOptIn, remove, finish, key.c_str());
 }
 
 void BasicLocalSubfolderPath(const std::wstring& path) {
-    RunOptInWithoutCom(
-        LocalSubfolderPath,
-        [&path] {
-            Lumeq::Core::Utils::localSubfolder = path;
-            return true;
-        },
-        path.c_str());
+    const auto store = [&path] {
+        Lumeq::Core::Utils::localSubfolder = path;
+        return true;
+    };
+    RunTimed(
+        LocalSubfolderPath, [&store] { return RunReported(LocalSubfolderPath, store); }, path.c_str());
 }
 
 } // namespace Zuvan::LumeqShim

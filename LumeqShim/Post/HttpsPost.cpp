@@ -1,10 +1,8 @@
 #include "LumeqShim/Post/HttpsPost.h"
 
-#include "Common/Handle.h"
 #include "Common/Logger.h"
+#include "Common/SystemHandles.h"
 #include "LumeqShim/Post/QueueRequest.h"
-
-#include <windows.h>
 
 #include <array>
 #include <cstring>
@@ -15,10 +13,10 @@ namespace Zuvan::LumeqShim {
 
 namespace {
 
-using Lumeq::Common::LogMessage;
 using Lumeq::Common::SeverityLevel;
+using Lumeq::Common::UniqueInternet;
 
-constexpr wchar_t SourceFile[] = L"LumeqShim\\PostMessage";
+constexpr Lumeq::Common::LogSource Log(L"LumeqShim\\PostMessage");
 
 // A certificate with a wrong date or name is accepted; one from an untrusted root is not.
 constexpr DWORD RequestFlags = INTERNET_FLAG_RELOAD | INTERNET_FLAG_NO_CACHE_WRITE | INTERNET_FLAG_SECURE |
@@ -28,19 +26,7 @@ constexpr DWORD RequestFlags = INTERNET_FLAG_RELOAD | INTERNET_FLAG_NO_CACHE_WRI
                                INTERNET_FLAG_HYPERLINK | INTERNET_FLAG_NO_UI | INTERNET_FLAG_PRAGMA_NOCACHE;
 static_assert(RequestFlags == 0x8484F700);
 
-struct InternetTraits {
-    using Value = HINTERNET;
-    static Value None() noexcept { return nullptr; }
-    static void Close(Value handle) noexcept { InternetCloseHandle(handle); }
-};
-using UniqueInternet = Lumeq::Common::UniqueHandle<InternetTraits>;
-
-template <class... Arguments>
-void Log(SeverityLevel level, const wchar_t* format, Arguments... arguments) {
-    LogMessage(level, SourceFile, __LINE__, nullptr, format, arguments...);
-}
-
-/// The handle's cause of failure is not asked: these lines have always told a zero.
+/// Does not ask for the cause of the failure: these lines have always shown a zero.
 bool IsOpen(const UniqueInternet& handle, const wchar_t* line) {
     if (!handle)
         Log(SeverityLevel::WARNING, line, DWORD{0});
@@ -50,7 +36,7 @@ bool IsOpen(const UniqueInternet& handle, const wchar_t* line) {
 UniqueInternet OpenSession() {
     std::array<char, 4096> agent{};
     DWORD size = static_cast<DWORD>(agent.size());
-    // Not checked: without an agent the text stays empty.
+    // Not checked, because the text stays empty without an agent.
     static_cast<void>(ObtainUserAgentString(0, agent.data(), &size));
     return UniqueInternet(InternetOpenA(agent.data(), INTERNET_OPEN_TYPE_PRECONFIG, nullptr, nullptr, 0));
 }
@@ -67,7 +53,7 @@ UniqueInternet OpenRequest(const UniqueInternet& connection, const std::wstring&
 
 void Send(const UniqueInternet& request, const std::wstring& headers, const char* body) {
     const auto bodyLength = static_cast<DWORD>(body ? std::strlen(body) : 0);
-    // The client takes the body as writable and does not write.
+    // The client's parameter is not const, but it does not write to the body.
     if (HttpSendRequestW(request.Get(), headers.c_str(), static_cast<DWORD>(headers.size()),
                          const_cast<char*>(body), bodyLength)) {
         Log(SeverityLevel::DEBUG, L"HttpSendRequest sent");
@@ -78,7 +64,7 @@ void Send(const UniqueInternet& request, const std::wstring& headers, const char
     Log(SeverityLevel::WARNING, L"HTTP FAILURE 0x%08lx", error);
 }
 
-/// The text in a cleared buffer of `Capacity` bytes, all but one of which may be used.
+/// Reads the text into a cleared buffer of `Capacity` bytes, all but one of which may be used.
 template <std::size_t Capacity>
 std::wstring QueryText(const UniqueInternet& request, DWORD what) {
     std::array<wchar_t, Capacity / sizeof(wchar_t)> text{};
@@ -118,7 +104,7 @@ void PostUnguarded(const std::wstring& server, const std::wstring& path, const s
     if (!IsOpen(request, L"HttpOpenRequest failed 0x%08lx"))
         return;
     Log(SeverityLevel::DATA, L" ->HTTP POST: %s %s", path.c_str(), OnOneLine(headers).c_str());
-    // Even after a failed send the client is asked what there is.
+    // A failed send does not end this: the log shows whatever answer the client has.
     Send(request, headers, body);
     LogStatus(request);
     answer = ReadAnswer(request);
@@ -131,7 +117,7 @@ void Post(const std::wstring& server, const std::wstring& path, const std::wstri
     try {
         PostUnguarded(server, path, headers, body, answer);
     } catch (...) {
-        // Nobody waits for this message: the answer tells what there was.
+        // Nobody waits for the result; the caller logs whatever answer there is.
     }
 }
 

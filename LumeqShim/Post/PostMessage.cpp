@@ -15,19 +15,13 @@ namespace Zuvan::LumeqShim {
 
 namespace {
 
-using Lumeq::Common::LogMessage;
 using Lumeq::Common::NarrowArgument;
 using Lumeq::Common::SeverityLevel;
 using Lumeq::Common::UniqueKernelObject;
 using Lumeq::Common::UniqueModule;
 
-constexpr wchar_t SourceFile[] = L"LumeqShim\\PostMessage";
+constexpr Lumeq::Common::LogSource Log(L"LumeqShim\\PostMessage");
 constexpr DWORD WaitMilliseconds = 3000;
-
-template <class... Arguments>
-void Log(SeverityLevel level, const wchar_t* format, Arguments... arguments) {
-    LogMessage(level, SourceFile, __LINE__, nullptr, format, arguments...);
-}
 
 void ScrubAndLog(std::wstring& message) {
     ScrubMessage(message, [&message](std::size_t index) {

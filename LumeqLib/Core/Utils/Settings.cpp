@@ -4,10 +4,9 @@
 #include "Common/Debugger.h"
 #include "Common/Exceptions.h"
 #include "Common/Logger.h"
-#include "LumeqLib/Core/Utils/FailureReport.h"
+#include "LumeqLib/Core/Utils/AtomicFile.h"
 #include "LumeqLib/Core/Utils/SettingsDocuments.h"
 #include "LumeqLib/Core/Utils/SettingsPaths.h"
-#include "LumeqLib/Core/Utils/WholeFile.h"
 
 #include <utility>
 
@@ -21,8 +20,8 @@ constexpr wchar_t CreationFailed[] = L"ERROR: Fail creating Settings class: ";
 
 std::mutex settingsLock;
 
-// Never destroyed: an instance that a failure left behind must not be released while the library unloads,
-// since COM must not be called under the loader lock.
+// Never destroyed: unloading must not release an instance that a failure left behind, because COM must not be
+// called under the loader lock.
 union SharedInstance {
     constexpr SharedInstance() : pointer() {}
     ~SharedInstance() {}
@@ -30,8 +29,8 @@ union SharedInstance {
 };
 constinit SharedInstance sharedInstance;
 
-/// While it lives, the lock is held and a line that this thread logs does not read the policy: that would
-/// need the lock again.
+/// While one exists, it holds the lock and keeps this thread's logging from loading the policy, which would
+/// take the lock again.
 struct LockedSettings {
     std::lock_guard<std::mutex> guard{settingsLock};
     Common::FirstUseDeferral deferral;
@@ -43,7 +42,7 @@ Common::UniqueKernelObject OpenThisThread() noexcept {
 
 XmlElementPointer RootOf(const XmlDocumentPointer& document) {
     XmlElementPointer root = RootElement(*document.Get());
-    // Loading made sure of it.
+    // Loading has checked that there is one.
     if (!root)
         ThrowIfFailed(E_UNEXPECTED);
     return root;
@@ -53,7 +52,7 @@ XmlNodePointer FindSetting(const XmlDocumentPointer& document, const std::wstrin
     return FindNode(*RootOf(document).Get(), key);
 }
 
-// The log reads settings, so a missing one is told to the debugger.
+// The debugger receives this, not the log, because the log itself reads settings.
 void ReportMissing(const wchar_t* kind, const std::wstring& key) {
     Common::TraceToDebugger(std::wstring(L"TRACE: Unable to get value of ") + kind + L" setting '" + key +
                             L"'\n");
@@ -80,7 +79,7 @@ std::mutex& SettingsLock() noexcept { return settingsLock; }
 void ReleaseSettingsInstance() noexcept { sharedInstance.pointer.reset(); }
 
 void DropSharedInstance() {
-    // Dies after the lock is released, should it be the last.
+    // Declared before the lock, so that the last reference dies after the lock is released.
     std::shared_ptr<Settings> instance;
     const std::lock_guard guard(settingsLock);
     instance = sharedInstance.pointer;
@@ -106,7 +105,7 @@ std::shared_ptr<Settings> Settings::Load() {
         com.Release();
         return instance;
     } catch (...) {
-        ReportCaughtToDebugger(CreationFailed);
+        Common::ReportCaughtToDebugger(CreationFailed);
         throw;
     }
 }
@@ -119,7 +118,7 @@ Settings::~Settings() {
     const LockedSettings locked;
     _factoryDocument.Reset();
     _localDocument.Reset();
-    // Another thread's initialisation is not this instance's to undo: it may be the host's.
+    // Do not undo COM on another thread: its initialisation may be the host's.
     if (GetCurrentThreadId() == _creatingThreadId)
         Common::ComUninitCounted(DestructorName);
 }
@@ -153,7 +152,7 @@ bool Settings::RemoveLocalSetting(const std::wstring& key) {
 }
 
 bool Settings::SaveLocalSettings() {
-    SaveWholeFile(*_localDocument.Get(), FindLocalSettingsPath());
+    SaveAtomically(*_localDocument.Get(), FindLocalSettingsPath());
     _localDirty = false;
     return true;
 }

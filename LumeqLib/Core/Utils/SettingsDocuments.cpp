@@ -1,9 +1,8 @@
 #include "LumeqLib/Core/Utils/SettingsDocuments.h"
 
 #include "Common/Exceptions.h"
-#include "LumeqLib/Core/Utils/WholeFile.h"
-
-#include <shlwapi.h>
+#include "Common/Paths.h"
+#include "LumeqLib/Core/Utils/AtomicFile.h"
 
 namespace Zuvan::Lumeq::Core::Utils {
 
@@ -16,10 +15,8 @@ constexpr wchar_t OlderRootName[] = L"LUMConfig";
 constexpr wchar_t VersionName[] = L"version";
 constexpr wchar_t Version[] = L"4.0";
 
-bool Exists(const std::wstring& path) { return PathFileExistsW(path.c_str()) != FALSE; }
-
 void ReadLocalFile(IXMLDOMDocument& document, const std::wstring& path) {
-    if (!LoadWholeFile(document, path))
+    if (!LoadWithRetry(document, path))
         throw FileFormatException(path, L"Error parsing local settings file");
     DropForeignEncoding(document);
     const XmlElementPointer root = RootElement(document);
@@ -36,7 +33,7 @@ void StartLocalDocument(IXMLDOMDocument& document) {
 } // namespace
 
 XmlDocumentPointer LoadFactoryDocument(const std::wstring& path) {
-    if (!Exists(path))
+    if (!Common::Exists(path))
         throw Common::FileNotFoundException(path, L"Factory settings file not found");
     XmlDocumentPointer document = CreateXmlDocument();
     if (!LoadXml(*document.Get(), path))
@@ -57,7 +54,7 @@ void CheckFactoryDocument(IXMLDOMDocument& document, const std::wstring& path) {
 
 XmlDocumentPointer LoadLocalDocument(const std::wstring& path) {
     XmlDocumentPointer document = CreateXmlDocument();
-    if (Exists(path))
+    if (Common::Exists(path))
         ReadLocalFile(*document.Get(), path);
     else
         StartLocalDocument(*document.Get());

@@ -1,5 +1,5 @@
-// Loading the two settings files. COM must be initialised on the calling thread. Besides what is told here,
-// a failed call on a document raises `_com_error`.
+// Loading the two settings files. COM must be initialised on the calling thread. Besides the exceptions named
+// here, a failed call on a document raises `_com_error`.
 #pragma once
 
 #include "LumeqLib/Core/Utils/XmlDocument.h"
@@ -11,11 +11,11 @@ namespace Zuvan::Lumeq::Core::Utils {
 /// Throws FileNotFoundException, ComException or FileFormatException.
 XmlDocumentPointer LoadFactoryDocument(const std::wstring& path);
 
-/// What a loaded factory document must have: a root of any name, of the one version. Throws
-/// FileFormatException. `path` is for its text.
+/// Throws FileFormatException, with `path` in its text, unless the document has a root, of any name, whose
+/// version is the supported one.
 void CheckFactoryDocument(IXMLDOMDocument& document, const std::wstring& path);
 
-/// A new document if there is no such file. An older root is given the present name, in memory only. Throws
+/// Returns a new document if there is no such file. Renames a root of the older name, in memory only. Throws
 /// ComException or FileFormatException.
 XmlDocumentPointer LoadLocalDocument(const std::wstring& path);
 

@@ -3,6 +3,7 @@
 #include "Common/Debugger.h"
 #include "Common/Exceptions.h"
 #include "Common/HostFile.h"
+#include "Common/Paths.h"
 #include "Common/Text.h"
 #include "LumeqLib/Core/Utils/SharedFolder.h"
 
@@ -37,17 +38,15 @@ std::wstring FolderOf(std::wstring path) {
     return path;
 }
 
-bool Exists(const std::wstring& path) { return PathFileExistsW(path.c_str()) != FALSE; }
-
 std::wstring FactoryPath() {
     if (!Common::IsBlank(factorySettingsPathOverride))
         return factorySettingsPathOverride;
     const std::wstring host = Common::GetHostFilePath();
-    // Without its folder the names would mean files of the current one, which may be anybody's.
+    // A bare file name would lead into the current folder, which anybody may own.
     if (host.empty())
         return {};
     const std::wstring path = WithoutExtension(host) + FactorySuffix;
-    return Exists(path) ? path : CombinePath(FolderOf(host), FactoryName);
+    return Common::Exists(path) ? path : CombinePath(FolderOf(host), FactoryName);
 }
 
 std::wstring SharedLocalPath() {
@@ -113,7 +112,7 @@ std::wstring FindAllUsersFolder(const AllUsersFolderSystem& system) {
 }
 
 std::wstring CombinePath(const std::wstring& left, const std::wstring& right) {
-    // Twice the longest path, so that what normalising shortens may be longer.
+    // Twice the longest path, because normalising may shorten the result.
     wchar_t combined[2 * MAX_PATH + 1] = {};
     if (left.size() + 1 + right.size() > std::size(combined) ||
         !PathCombineW(combined, left.c_str(), right.c_str()) || std::wcslen(combined) > MAX_PATH)
@@ -125,7 +124,7 @@ std::wstring CombinePath(const std::wstring& left, const std::wstring& right) {
 std::wstring FindFactorySettingsPath() {
     const std::wstring path = FactoryPath();
     Common::TraceToDebugger(L"TRACE: FactorySettingsPath is '" + path + L"'\n");
-    if (!Exists(path))
+    if (!Common::Exists(path))
         throw Common::FileNotFoundException(path, L"No factory settings file found");
     return path;
 }

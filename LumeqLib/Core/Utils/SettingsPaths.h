@@ -8,14 +8,14 @@
 
 namespace Zuvan::Lumeq::Core::Utils {
 
-/// Used in place of the files that are found, unless empty or blank. Nothing in the library sets them.
+/// Replace the files below unless empty or white space. Nothing in the library sets them.
 extern std::wstring factorySettingsPathOverride;
 extern std::wstring localSettingsPathOverride;
 
-/// Subfolder of the data of all users' that the host chose; empty until then. Written under the API lock.
+/// The subfolder of the all users' data that the host chose; empty until then. Written under the API lock.
 extern std::wstring localSubfolder;
 
-/// What finding the folder for the data of all users asks of the system.
+/// The system calls that find the folder for all users' data.
 class AllUsersFolderSystem {
 public:
     using KnownFolderFunction = HRESULT WINAPI(const GUID& folder, DWORD flags, HANDLE token, wchar_t** path);
@@ -27,21 +27,21 @@ public:
     virtual Common::UniqueModule LoadShell() const;
     /// Null on failure.
     virtual KnownFolderFunction* FindKnownFolderFunction(HMODULE shell) const;
-    /// The older road. False on failure.
+    /// For systems older than Vista. False on failure.
     virtual bool GetSpecialFolder(wchar_t (&path)[MAX_PATH + 1]) const;
 };
 
 /// Throws VestoException.
 std::wstring FindAllUsersFolder(const AllUsersFolderSystem& system = AllUsersFolderSystem());
 
-/// The joined path, shorter than 261 characters, or ArgumentException.
+/// Returns the joined path, shorter than 261 characters, or throws ArgumentException.
 std::wstring CombinePath(const std::wstring& left, const std::wstring& right);
 
-/// Beside the host's executable. Throws FileNotFoundException if there is none, or if the system does not
-/// tell where the executable is.
+/// The file beside the host's executable. Throws FileNotFoundException if there is none, or if the system
+/// does not know where the executable is.
 std::wstring FindFactorySettingsPath();
 
-/// Under the data of all users. Makes the file's folder if need be; the file need not exist.
+/// The file under all users' data. Creates its folder if necessary; the file need not exist.
 std::wstring FindLocalSettingsPath();
 
 } // namespace Zuvan::Lumeq::Core::Utils

@@ -1,6 +1,7 @@
 #include "LumeqLib/Core/Utils/SharedFolder.h"
 
-#include "Common/Handle.h"
+#include "Common/Paths.h"
+#include "Common/SystemHandles.h"
 
 #include <shlobj.h>
 #include <shlwapi.h>
@@ -9,19 +10,7 @@ namespace Zuvan::Lumeq::Core::Utils {
 
 namespace {
 
-struct SidTraits {
-    using Value = PSID;
-    static Value None() noexcept { return nullptr; }
-    static void Close(Value sid) noexcept { FreeSid(sid); }
-};
-using UniqueSid = Common::UniqueHandle<SidTraits>;
-
-struct AccessListTraits {
-    using Value = ACL*;
-    static Value None() noexcept { return nullptr; }
-    static void Close(Value list) noexcept { LocalFree(list); }
-};
-using UniqueAccessList = Common::UniqueHandle<AccessListTraits>;
+using Common::UniqueSid;
 
 constexpr DWORD EveryRight = 0x1FFFFF;
 
@@ -33,7 +22,7 @@ UniqueSid MakeEveryone(const SharedFolderSystem& system) {
     return sid;
 }
 
-// Every user of the machine changes the same file: whoever writes it first must not shut out the others.
+// Every user of the machine changes the same file, so its first writer must not lock out the others.
 EXPLICIT_ACCESS_W FullControlOfFiles(PSID sid) {
     EXPLICIT_ACCESS_W entry{};
     entry.grfAccessPermissions = EveryRight;
@@ -45,17 +34,12 @@ EXPLICIT_ACCESS_W FullControlOfFiles(PSID sid) {
     return entry;
 }
 
-bool IsFile(const wchar_t* path) {
-    const DWORD attributes = GetFileAttributesW(path);
-    return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) == 0;
-}
-
 void ShareFolder(wchar_t* folder, const SharedFolderSystem& system) {
     const UniqueSid everyone = MakeEveryone(system);
     if (!everyone)
         return;
     EXPLICIT_ACCESS_W entry = FullControlOfFiles(everyone.Get());
-    UniqueAccessList list;
+    Common::UniqueLocalMemory<ACL*> list;
     if (system.MakeAccessList(1, &entry, nullptr, list.Receive()) != ERROR_SUCCESS)
         return;
     system.SetSecurity(folder, SE_FILE_OBJECT, DACL_SECURITY_INFORMATION, nullptr, nullptr, list.Get(),
@@ -94,9 +78,9 @@ void EnsureSharedFolder(const std::wstring& filePath, const SharedFolderSystem& 
     if (system.FolderExists(folder))
         return;
     system.CreateFolder(folder);
-    // Without a folder the remaining steps find out by themselves. But a file in its place could be a link of
-    // anybody's to a file of a host's with more rights, and would be opened to everyone.
-    if (!IsFile(folder))
+    // If there is no folder now, the remaining steps fail by themselves. But a file here may be a planted
+    // link to a more privileged host's file; do not open that to everyone.
+    if (!Common::IsFile(folder))
         ShareFolder(folder, system);
 }
 

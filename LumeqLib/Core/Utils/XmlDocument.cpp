@@ -10,7 +10,7 @@ namespace {
 
 using Microsoft::WRL::ComPtr;
 
-// Not every toolchain has a library with these.
+// Not every toolchain's libraries define these.
 constexpr CLSID DomDocument30 = {
     0xf5078f32, 0xc551, 0x11d3, {0x89, 0xb9, 0x00, 0x00, 0xf8, 0x1f, 0xe2, 0x21}};
 constexpr IID DomDocument = {0x2933bf81, 0x7b36, 0x11d2, {0xb2, 0x0e, 0x00, 0xc0, 0x4f, 0x98, 0x3e, 0x60}};
@@ -20,14 +20,14 @@ _bstr_t ToBstr(const std::wstring& text) { return _bstr_t(text.c_str()); }
 
 std::wstring FromBstr(const _bstr_t& text) { return {static_cast<const wchar_t*>(text), text.length()}; }
 
-/// An implementation that does not know the property has to do without it: LoadXml looks for itself.
+/// Not every implementation knows the property, so LoadXml looks for a document type as well.
 void ProhibitDocumentType(IXMLDOMDocument& document) {
     ComPtr<IXMLDOMDocument2> properties;
     if (SUCCEEDED(document.QueryInterface(DomDocument2, reinterpret_cast<void**>(properties.GetAddressOf()))))
         properties->setProperty(ToBstr(L"ProhibitDTD"), _variant_t(true));
 }
 
-/// False if the file cannot be read or is empty.
+/// Returns false if the file cannot be read or is empty.
 bool ReadBytes(const std::wstring& path, _variant_t& bytes) {
     const Common::UniqueFile file(CreateFileW(path.c_str(), GENERIC_READ,
                                               FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
@@ -109,8 +109,8 @@ XmlDocumentPointer CreateXmlDocument() {
 }
 
 bool LoadXml(IXMLDOMDocument& document, const std::wstring& path) {
-    // Given a path, load takes it for a URL, in which "%20" is a blank, and some implementations then need a
-    // time that grows with the square of the file's size.
+    // The document would take a path for a URL, in which "%20" is a space, and with some implementations the
+    // time to load would grow with the square of the file's size.
     _variant_t bytes;
     VARIANT_BOOL loaded = VARIANT_FALSE;
     if (!ReadBytes(path, bytes))

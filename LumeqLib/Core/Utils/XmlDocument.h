@@ -1,5 +1,5 @@
-// The calls on an XML document that the settings need. Each raises `_com_error` when the call fails. COM must
-// be initialised on the calling thread. Includes windows.h: for source files only.
+// The calls on an XML document that the settings need. Each raises `_com_error` if it fails. COM must be
+// initialised on the calling thread. Includes windows.h: for source files only.
 #pragma once
 
 #include <windows.h>
@@ -17,18 +17,19 @@ using XmlNodePointer = Microsoft::WRL::ComPtr<IXMLDOMNode>;
 
 void ThrowIfFailed(HRESULT result);
 
-/// An empty document that loads synchronously and takes nothing from outside its file. Throws ComException.
+/// An empty document that loads synchronously and reads nothing outside its file. Throws ComException.
 XmlDocumentPointer CreateXmlDocument();
 
-/// False for a file that cannot be read, is not well-formed, or has a document type: a settings file needs
-/// none, and what one can declare takes unbounded time or reads other files.
+/// Returns false for a file that cannot be read, is not well-formed, or has a document type: a settings file
+/// needs none, and its declarations could take unbounded time or read other files. Locks out no other
+/// process.
 bool LoadXml(IXMLDOMDocument& document, const std::wstring& path);
 
-/// Removes an XML declaration that names another encoding than UTF-8, in which case the document is saved in
-/// UTF-8: some implementations would save it in UTF-8 all the same, under the other name.
+/// Removes an XML declaration that names an encoding other than UTF-8, so that the document is saved in
+/// UTF-8. Some implementations would save it in UTF-8 anyway, but leave the wrong name in the declaration.
 void DropForeignEncoding(IXMLDOMDocument& document);
 
-/// Writes straight to the file.
+/// Writes to the file directly.
 void SaveXml(IXMLDOMDocument& document, const std::wstring& path);
 
 /// What SaveXml would write.
@@ -48,8 +49,8 @@ XmlNodePointer CreateElementNode(IXMLDOMDocument& document, const std::wstring& 
 void AppendChild(IXMLDOMNode& parent, IXMLDOMNode& child);
 void RemoveChild(IXMLDOMNode& parent, IXMLDOMNode& child);
 
-/// Moves the children of the old root to the new one, copies the attributes, and puts the new one in the old
-/// one's place.
+/// Moves the children of the old root to the new one, copies the attributes, and replaces the old root by the
+/// new one.
 void ReplaceRoot(IXMLDOMElement& oldRoot, IXMLDOMElement& newRoot);
 
 /// Null if nothing is found.

@@ -1,14 +1,15 @@
-#include "LumeqLib/Core/Utils/LogSettings.h"
+#include "LumeqLib/Core/Utils/LoadLogPolicy.h"
 
 #include "Common/Clock.h"
+#include "Common/Debugger.h"
 #include "Common/LogPolicy.h"
 #include "Common/Logger.h"
 #include "Common/Text.h"
-#include "LumeqLib/Core/Utils/FailureReport.h"
 #include "LumeqLib/Core/Utils/Settings.h"
 
 #include <memory>
 #include <optional>
+#include <utility>
 
 namespace Zuvan::Lumeq::Core::Utils {
 
@@ -16,12 +17,13 @@ using Common::SeverityLevel;
 
 namespace {
 
+// Developers search the debugger output for this name.
 constexpr wchar_t ReadingFailed[] = L"ERROR: LoadLogSettings() failed: ";
 constexpr wchar_t NoSettings[] = L"ERROR: LoadLogSettings() failed on call to Settings::GetInstance(): ";
 
 bool IsDateOpen(const std::wstring& date) { return Common::IsLogDateOpen(date, Common::UtcMilliseconds()); }
 
-void ApplyLevel(LogSettings& settings, const FactorySettingReader& read) {
+void ApplyLevel(LogPolicySettings& settings, const FactorySettingReader& read) {
     settings.level = Common::ToLower(read(L"LogLevel"));
     const std::optional<SeverityLevel> level = Common::ParseLogLevel(settings.level);
     settings.levelValid = level.has_value();
@@ -29,7 +31,7 @@ void ApplyLevel(LogSettings& settings, const FactorySettingReader& read) {
         Common::SetVerbosity(*level);
 }
 
-void ApplySwitch(LogSettings& settings, const FactorySettingReader& read) {
+void ApplySwitch(LogPolicySettings& settings, const FactorySettingReader& read) {
     settings.log = Common::ToLower(read(L"Log"));
     settings.logValid = settings.log == L"on" || settings.log == L"off" || settings.log == L"date";
     if (settings.log == L"date")
@@ -38,14 +40,14 @@ void ApplySwitch(LogSettings& settings, const FactorySettingReader& read) {
     Common::EnableLogging(dated ? IsDateOpen(settings.date) : settings.log == L"on");
 }
 
-std::wstring LevelLine(const LogSettings& settings) {
+std::wstring LevelLine(const LogPolicySettings& settings) {
     const std::wstring line = L"Logger: LogLevel='" + settings.level + L"'";
     return settings.levelValid
                ? line
                : line + L" (INVALID!) --> Verbosity=" + Common::SeverityText(Common::Verbosity());
 }
 
-std::wstring SwitchLine(const LogSettings& settings) {
+std::wstring SwitchLine(const LogPolicySettings& settings) {
     std::wstring line = L"Logger: Log='" + settings.log + L"'";
     if (!settings.logValid)
         line += L" (INVALID!)";
@@ -58,7 +60,7 @@ std::shared_ptr<Settings> TryGetSettings() {
     try {
         return Settings::GetInstance();
     } catch (...) {
-        ReportCaughtToDebugger(NoSettings);
+        Common::ReportCaughtToDebugger(NoSettings);
         Common::EnableLogging(IsDateOpen(Common::DefaultLogDate));
         return nullptr;
     }
@@ -66,18 +68,18 @@ std::shared_ptr<Settings> TryGetSettings() {
 
 } // namespace
 
-LogSettings ApplyLogSettings(const FactorySettingReader& read) {
-    LogSettings settings;
+LogPolicySettings ApplyLogPolicy(const FactorySettingReader& read) {
+    LogPolicySettings settings;
     try {
         ApplyLevel(settings, read);
         ApplySwitch(settings, read);
     } catch (...) {
-        ReportCaughtToDebugger(ReadingFailed);
+        Common::ReportCaughtToDebugger(ReadingFailed);
     }
     return settings;
 }
 
-void TraceLogSettings(const LogSettings& settings) {
+void TraceLogPolicy(const LogPolicySettings& settings) {
     const auto write = [](const std::wstring& line) {
         Common::WriteLogLine(SeverityLevel::TRACE, L"", line);
     };
@@ -92,15 +94,16 @@ void TraceLogSettings(const LogSettings& settings) {
 
 namespace Zuvan::Lumeq::Common {
 
-void LoadLogSettings() {
+void LoadLogPolicy() {
     using namespace Core::Utils;
-    const std::shared_ptr<Settings> settings = TryGetSettings();
-    if (!settings)
+    std::shared_ptr<Settings> instance = TryGetSettings();
+    if (!instance)
         return;
-    const LogSettings applied = ApplyLogSettings(
-        [&settings](const std::wstring& key) { return settings->GetFactorySetting(key, L""); });
-    DropSharedInstance();
-    TraceLogSettings(applied);
+    const auto apply = [](const Settings& settings) {
+        return ApplyLogPolicy(
+            [&settings](const std::wstring& key) { return settings.GetFactorySetting(key, L""); });
+    };
+    WithSettings(apply, TraceLogPolicy, std::move(instance));
 }
 
 } // namespace Zuvan::Lumeq::Common

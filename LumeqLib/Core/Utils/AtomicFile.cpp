@@ -1,31 +1,25 @@
-#include "LumeqLib/Core/Utils/WholeFile.h"
+#include "LumeqLib/Core/Utils/AtomicFile.h"
 
 #include "Common/Guid.h"
 #include "Common/Logger.h"
+#include "Common/Paths.h"
 #include "Common/Pattern.h"
 #include "Common/SystemHandles.h"
 
 #include <aclapi.h>
 #include <cstdint>
-#include <memory>
 #include <utility>
 
 namespace Zuvan::Lumeq::Core::Utils {
 
+using Common::InFolderOf;
 using Common::UniqueFile;
 
 namespace {
 
-struct FindTraits {
-    using Value = HANDLE;
-    static Value None() noexcept { return INVALID_HANDLE_VALUE; }
-    static void Close(Value search) noexcept { FindClose(search); }
-};
-using UniqueFind = Common::UniqueHandle<FindTraits>;
-
 constexpr DWORD ShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
 
-/// Removes the file at the end. That it is gone by then is the usual case.
+/// Removes the file at the end. Usually the file has taken its new name by then, and there is none to remove.
 class Remover {
 public:
     explicit Remover(const std::wstring& path) : _path(path) {}
@@ -37,51 +31,47 @@ private:
     const std::wstring& _path;
 };
 
-std::wstring InFolderOf(const std::wstring& path, const std::wstring& name) {
-    return path.substr(0, path.find_last_of(L"\\/") + 1) + name;
-}
-
-/// No longer than the name of any settings file, so that the path does not grow past what the system takes:
-/// that leaves room for 12 digits of the GUID. The folder is everybody's, so the name must not be known in
-/// advance.
-std::wstring NeighbourOf(const std::wstring& path) {
+/// No longer than the name of any settings file, so that the path stays within the system's limit; that
+/// leaves room for 12 digits of the GUID. Everybody can write to the folder, so nobody may be able to guess
+/// the name.
+std::wstring TemporaryOf(const std::wstring& path) {
     return InFolderOf(path, L"Lumeq" + Common::NewGuidString().substr(1, 13) + L".tmp");
 }
 
-bool IsNeighbourName(const std::wstring& name) {
+bool IsTemporaryName(const std::wstring& name) {
     static const Common::Pattern pattern(LR"(^Lumeq[0-9A-F]{8}-[0-9A-F]{4}\.tmp$)");
     return pattern.Matches(name);
 }
 
-bool IsLeftOver(const WIN32_FIND_DATAW& file) {
+bool IsLeftover(const WIN32_FIND_DATAW& file) {
     constexpr std::uint64_t Minute = 60ULL * 10'000'000;
     FILETIME now{};
     GetSystemTimeAsFileTime(&now);
     const auto ticks = [](const FILETIME& time) {
         return std::uint64_t{time.dwHighDateTime} << 32 | time.dwLowDateTime;
     };
-    return ticks(now) > ticks(file.ftLastWriteTime) + Minute && IsNeighbourName(file.cFileName);
+    return ticks(now) > ticks(file.ftLastWriteTime) + Minute && IsTemporaryName(file.cFileName);
 }
 
-void RemoveLeftOvers(const std::wstring& path) {
-    // Anybody may have filled the folder with files of such names that cannot be deleted.
+void RemoveLeftovers(const std::wstring& path) {
+    // Anybody may fill the folder with undeletable files of such names, and saving must not slow down.
     constexpr int MostAtOnce = 64;
     WIN32_FIND_DATAW found{};
-    const UniqueFind search(FindFirstFileW(InFolderOf(path, L"Lumeq*.tmp").c_str(), &found));
+    const Common::UniqueFileSearch search(FindFirstFileW(InFolderOf(path, L"Lumeq*.tmp").c_str(), &found));
     if (!search)
         return;
     int count = 0;
     do {
-        if (IsLeftOver(found))
+        if (IsLeftover(found))
             DeleteFileW(InFolderOf(path, found.cFileName).c_str());
     } while (++count < MostAtOnce && FindNextFileW(search.Get(), &found));
 }
 
-/// A file that is open cannot be replaced, which is told as denied access.
+/// The system reports denied access for an attempt to replace an open file.
 bool IsDenied(DWORD error) { return error == ERROR_SHARING_VIOLATION || error == ERROR_ACCESS_DENIED; }
 
-/// Tries until it gives something else than that the file is in use, which takes a process no time that loads
-/// or saves it.
+/// Retries for up to 200 ms while the file is in use; loading or saving holds it only briefly. Returns the
+/// attempt's last error code.
 template <class Attempt>
 DWORD RetryWhileInUse(Attempt attempt) {
     constexpr std::uint32_t LimitMilliseconds = 200;
@@ -94,7 +84,7 @@ DWORD RetryWhileInUse(Attempt attempt) {
     }
 }
 
-/// The error code, or ERROR_SUCCESS.
+/// Returns the error code, or ERROR_SUCCESS.
 DWORD Open(const std::wstring& path, DWORD access, DWORD sharing, DWORD disposition, DWORD flags,
            UniqueFile& file) {
     file.Reset(CreateFileW(path.c_str(), access, sharing, nullptr, disposition, flags, nullptr));
@@ -106,38 +96,37 @@ bool IsReadOnly(const std::wstring& path) {
     return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_READONLY) != 0;
 }
 
-/// Whether the file, if there is one, can be written to. Replacing it asks less of it than that, and a file
-/// that must not be written has to stay.
+/// The error of opening the file for writing; none if there is no file. Replacing a file needs fewer rights
+/// than writing it, but a file that must not be written has to stay.
 DWORD WritingError(const std::wstring& path) {
     UniqueFile file;
     const DWORD error = Open(path, GENERIC_WRITE, ShareAll, OPEN_EXISTING, 0, file);
     return error == ERROR_FILE_NOT_FOUND ? ERROR_SUCCESS : error;
 }
 
-DWORD Replace(const std::wstring& path, const std::wstring& neighbour) {
+DWORD Replace(const std::wstring& path, const std::wstring& temporary) {
     if (const DWORD error = WritingError(path); error != ERROR_SUCCESS)
         return error;
-    // ReplaceFileW is no substitute: it moves the old file away first, so that for a moment there is none.
-    return MoveFileExW(neighbour.c_str(), path.c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH)
+    // Not ReplaceFileW: it moves the old file away first, so for a moment there would be no file.
+    return MoveFileExW(temporary.c_str(), path.c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH)
                ? ERROR_SUCCESS
                : GetLastError();
 }
 
-/// By handle: behind a path in everybody's folder there may be another file by now. As far as the system lets
-/// us, and if there is a file: what the new one inherits from its folder is the usual case.
+/// Takes a handle, because the path, in a folder open to everybody, may lead to another file by now. Does
+/// nothing if there is no file or the system refuses: the rights inherited from the folder usually suffice.
 void CopyAccessRights(const std::wstring& from, HANDLE to) {
     UniqueFile file;
     if (Open(from, READ_CONTROL, ShareAll, OPEN_EXISTING, 0, file) != ERROR_SUCCESS)
         return;
-    PSECURITY_DESCRIPTOR descriptor = nullptr;
+    Common::UniqueLocalMemory<PSECURITY_DESCRIPTOR> descriptor;
     if (GetSecurityInfo(file.Get(), SE_FILE_OBJECT, DACL_SECURITY_INFORMATION, nullptr, nullptr, nullptr,
-                        nullptr, &descriptor) != ERROR_SUCCESS)
+                        nullptr, descriptor.Receive()) != ERROR_SUCCESS)
         return;
-    const std::unique_ptr<void, decltype(&LocalFree)> owner(descriptor, &LocalFree);
-    SetKernelObjectSecurity(to, DACL_SECURITY_INFORMATION, descriptor);
+    SetKernelObjectSecurity(to, DACL_SECURITY_INFORMATION, descriptor.Get());
 }
 
-/// Onto the disk: else a power failure could leave an empty file in the place of the old one.
+/// Flushes to the disk; otherwise a power failure could leave an empty file instead of the old one.
 DWORD Write(HANDLE file, const std::string& content) {
     DWORD written = 0;
     if (!WriteFile(file, content.data(), static_cast<DWORD>(content.size()), &written, nullptr) ||
@@ -147,40 +136,41 @@ DWORD Write(HANDLE file, const std::string& content) {
 }
 
 /// Closes the file.
-DWORD FillNeighbour(UniqueFile file, const std::string& content, const std::wstring& path) {
+DWORD Fill(UniqueFile file, const std::string& content, const std::wstring& path) {
     CopyAccessRights(path, file.Get());
     return Write(file.Get(), content);
 }
 
-/// What was just written is what a scanner opens next, and may have to itself for a moment.
+/// Waits for a virus scanner that opens the new file and locks others out for a moment.
 void CheckReadable(const std::wstring& path) {
-    if (!LoadWholeFile(*CreateXmlDocument().Get(), path))
+    if (!LoadWithRetry(*CreateXmlDocument().Get(), path))
         ThrowIfFailed(E_FAIL);
 }
 
-/// The error code, or ERROR_SUCCESS. The file is as it was after an error.
+/// Returns the error code, or ERROR_SUCCESS. After an error the file is unchanged.
 DWORD SaveByReplacing(IXMLDOMDocument& document, const std::wstring& path) {
     const std::string content = XmlContent(document);
-    const std::wstring neighbour = NeighbourOf(path);
+    const std::wstring temporary = TemporaryOf(path);
     UniqueFile file;
-    DWORD error = Open(neighbour, GENERIC_WRITE | WRITE_DAC, FILE_SHARE_READ, CREATE_NEW,
+    DWORD error = Open(temporary, GENERIC_WRITE | WRITE_DAC, FILE_SHARE_READ, CREATE_NEW,
                        FILE_FLAG_OPEN_REPARSE_POINT, file);
     if (error != ERROR_SUCCESS)
         return error;
-    const Remover remover(neighbour);
-    error = FillNeighbour(std::move(file), content, path);
+    const Remover remover(temporary);
+    error = Fill(std::move(file), content, path);
     if (error != ERROR_SUCCESS)
         return error;
-    CheckReadable(neighbour);
-    return RetryWhileInUse([&] { return Replace(path, neighbour); });
+    CheckReadable(temporary);
+    return RetryWhileInUse([&] { return Replace(path, temporary); });
 }
 
 } // namespace
 
-bool LoadWholeFile(IXMLDOMDocument& document, const std::wstring& path) {
+bool LoadWithRetry(IXMLDOMDocument& document, const std::wstring& path) {
     if (LoadXml(document, path))
         return true;
-    // While this is open nobody writes the file. Where it cannot be opened, neither can it be loaded.
+    // While this is open, nobody else can open the file for writing. If a writer keeps the file for longer
+    // than the wait, the file is loaded as it is.
     UniqueFile held;
     RetryWhileInUse([&] {
         return Open(path, GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_DELETE, OPEN_EXISTING, 0, held);
@@ -188,13 +178,13 @@ bool LoadWholeFile(IXMLDOMDocument& document, const std::wstring& path) {
     return LoadXml(document, path);
 }
 
-void SaveWholeFile(IXMLDOMDocument& document, const std::wstring& path) {
+void SaveAtomically(IXMLDOMDocument& document, const std::wstring& path) {
     if (IsReadOnly(path))
         ThrowIfFailed(E_ACCESSDENIED);
-    RemoveLeftOvers(path);
+    RemoveLeftovers(path);
     const DWORD error = SaveByReplacing(document, path);
-    // Who may write the file but neither make another beside it nor replace it can only write the file
-    // itself.
+    // A user who may write the file, but neither create one beside it nor replace it, can only write it
+    // directly.
     if (IsDenied(error) && WritingError(path) == ERROR_SUCCESS)
         SaveXml(document, path);
     else

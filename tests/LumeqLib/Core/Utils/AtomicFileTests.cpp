@@ -1,4 +1,4 @@
-#include "LumeqLib/Core/Utils/WholeFile.h"
+#include "LumeqLib/Core/Utils/AtomicFile.h"
 
 #include "Common/SystemHandles.h"
 #include "support/ImportedFunction.h"
@@ -29,15 +29,15 @@ namespace {
 constexpr char Before[] =
     "<LumeqConfig version=\"4.0\"><AppDeployedUuid>kept</AppDeployedUuid></LumeqConfig>";
 
-class WholeFile : public testing::Test {
+class AtomicFile : public testing::Test {
 protected:
-    WholeFile() {
+    AtomicFile() {
         CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
         _document = CreateXmlDocument();
         AppendChild(*_document.Get(), *CreateXmlElement(*_document.Get(), L"New").Get());
         WriteFile(Path(), Before);
     }
-    ~WholeFile() override {
+    ~AtomicFile() override {
         _document.Reset();
         CoUninitialize();
     }
@@ -48,7 +48,7 @@ protected:
     /// What the failed call told, 0 if it did not fail.
     static HRESULT Save(IXMLDOMDocument& document, const std::filesystem::path& path) {
         try {
-            SaveWholeFile(document, path.wstring());
+            SaveAtomically(document, path.wstring());
             return S_OK;
         } catch (const _com_error& failure) {
             return failure.Error();
@@ -183,19 +183,19 @@ void SetWrittenAgo(const std::filesystem::path& path, std::chrono::seconds age) 
 
 } // namespace
 
-TEST_F(WholeFile, SavedFileTakesThePlaceOfTheOldOne) {
+TEST_F(AtomicFile, SavedFileTakesThePlaceOfTheOldOne) {
     EXPECT_EQ(Save(), S_OK);
     EXPECT_EQ(Content(), "<New/>");
     EXPECT_EQ(FileCount(), 1);
 }
 
-TEST_F(WholeFile, FileThatIsMissingIsMade) {
+TEST_F(AtomicFile, FileThatIsMissingIsMade) {
     std::filesystem::remove(Path());
     EXPECT_EQ(Save(), S_OK);
     EXPECT_EQ(Content(), "<New/>");
 }
 
-TEST_F(WholeFile, ReadOnlyFileIsRefusedAndKept) {
+TEST_F(AtomicFile, ReadOnlyFileIsRefusedAndKept) {
     ASSERT_TRUE(SetFileAttributesW(Path().c_str(), FILE_ATTRIBUTE_READONLY));
     EXPECT_EQ(static_cast<unsigned long>(Save()), 0x80070005U);
     ExpectUntouched();
@@ -203,7 +203,7 @@ TEST_F(WholeFile, ReadOnlyFileIsRefusedAndKept) {
     SetFileAttributesW(Path().c_str(), FILE_ATTRIBUTE_NORMAL);
 }
 
-TEST_F(WholeFile, FileThatNobodyElseMayOpenIsRefusedAndKept) {
+TEST_F(AtomicFile, FileThatNobodyElseMayOpenIsRefusedAndKept) {
     {
         const OpenFile file(Path(), 0);
         EXPECT_EQ(static_cast<unsigned long>(Save()), 0x80070020U);
@@ -211,7 +211,7 @@ TEST_F(WholeFile, FileThatNobodyElseMayOpenIsRefusedAndKept) {
     ExpectUntouched();
 }
 
-TEST_F(WholeFile, FileThatStaysOpenIsRefusedAndKept) {
+TEST_F(AtomicFile, FileThatStaysOpenIsRefusedAndKept) {
     {
         const OpenFile file(Path(), FILE_SHARE_READ | FILE_SHARE_WRITE);
         EXPECT_LT(Save(), 0);
@@ -219,7 +219,7 @@ TEST_F(WholeFile, FileThatStaysOpenIsRefusedAndKept) {
     ExpectUntouched();
 }
 
-TEST_F(WholeFile, FileThatIsSoonClosedIsWaitedFor) {
+TEST_F(AtomicFile, FileThatIsSoonClosedIsWaitedFor) {
     auto file = std::make_unique<OpenFile>(Path(), FILE_SHARE_READ);
     std::thread closing([&file] {
         Sleep(60);
@@ -230,18 +230,18 @@ TEST_F(WholeFile, FileThatIsSoonClosedIsWaitedFor) {
     EXPECT_EQ(Content(), "<New/>");
 }
 
-TEST_F(WholeFile, LoadingWaitsForAWriter) {
+TEST_F(AtomicFile, LoadingWaitsForAWriter) {
     auto writer = std::make_unique<OpenFile>(Path(), 0);
     std::thread closing([&writer] {
         Sleep(60);
         writer.reset();
     });
     const XmlDocumentPointer document = CreateXmlDocument();
-    EXPECT_TRUE(LoadWholeFile(*document.Get(), Path().wstring()));
+    EXPECT_TRUE(LoadWithRetry(*document.Get(), Path().wstring()));
     closing.join();
 }
 
-TEST_F(WholeFile, FileThatLoadsAtOnceIsOpenedOnce) {
+TEST_F(AtomicFile, FileThatLoadsAtOnceIsOpenedOnce) {
     static std::vector<DWORD> sharings;
     sharings.clear();
     const ImportedFunction<decltype(CreateFileW)> watched(
@@ -254,31 +254,31 @@ TEST_F(WholeFile, FileThatLoadsAtOnceIsOpenedOnce) {
         });
     constexpr DWORD Everything = 7;
     constexpr DWORD NoWriting = 5;
-    EXPECT_TRUE(LoadWholeFile(*CreateXmlDocument().Get(), Path().wstring()));
+    EXPECT_TRUE(LoadWithRetry(*CreateXmlDocument().Get(), Path().wstring()));
     EXPECT_THAT(sharings, ElementsAre(Everything));
     sharings.clear();
     WriteFile(Path(), "<cut");
-    EXPECT_FALSE(LoadWholeFile(*CreateXmlDocument().Get(), Path().wstring()));
+    EXPECT_FALSE(LoadWithRetry(*CreateXmlDocument().Get(), Path().wstring()));
     EXPECT_THAT(sharings, ElementsAre(Everything, NoWriting, Everything))
         << "tried, then held and tried again";
 }
 
-TEST_F(WholeFile, LoadedFileCanBeWrittenAndReplacedAtOnce) {
+TEST_F(AtomicFile, LoadedFileCanBeWrittenAndReplacedAtOnce) {
     const XmlDocumentPointer document = CreateXmlDocument();
-    EXPECT_TRUE(LoadWholeFile(*document.Get(), Path().wstring()));
+    EXPECT_TRUE(LoadWithRetry(*document.Get(), Path().wstring()));
     const HANDLE writer =
         CreateFileW(Path().c_str(), GENERIC_WRITE | DELETE, 0, nullptr, OPEN_EXISTING, 0, nullptr);
     EXPECT_NE(writer, INVALID_HANDLE_VALUE);
     CloseHandle(writer);
 }
 
-TEST_F(WholeFile, FileThatCouldNotBeReadAgainIsNotPutInPlace) {
+TEST_F(AtomicFile, FileThatCouldNotBeReadAgainIsNotPutInPlace) {
     // Without a root.
     EXPECT_LT(Save(*CreateXmlDocument().Get(), Path()), 0);
     ExpectUntouched();
 }
 
-TEST_F(WholeFile, NeighbourThatAScannerHasOpenIsWaitedFor) {
+TEST_F(AtomicFile, NeighbourThatAScannerHasOpenIsWaitedFor) {
     static int refusals;
     refusals = 3;
     const ImportedFunction<decltype(CreateFileW)> scanned(
@@ -299,13 +299,13 @@ TEST_F(WholeFile, NeighbourThatAScannerHasOpenIsWaitedFor) {
     EXPECT_EQ(FileCount(), 1);
 }
 
-TEST_F(WholeFile, MissingFolderIsAFailure) {
+TEST_F(AtomicFile, MissingFolderIsAFailure) {
     EXPECT_EQ(static_cast<unsigned long>(Save(*_document.Get(), _machine.ProgramData() / "none" / "a.xml")),
               0x80070003U);
     ExpectUntouched();
 }
 
-TEST_F(WholeFile, FolderThatTakesNoOtherFileHasItsFileWritten) {
+TEST_F(AtomicFile, FolderThatTakesNoOtherFileHasItsFileWritten) {
     mayMakeFiles = false;
     const ImportedFunction<decltype(CreateFileW)> refused("kernel32.dll", "CreateFileW", &WatchedCreateFile);
     EXPECT_EQ(Save(), S_OK);
@@ -314,7 +314,7 @@ TEST_F(WholeFile, FolderThatTakesNoOtherFileHasItsFileWritten) {
     EXPECT_EQ(FileCount(), 1);
 }
 
-TEST_F(WholeFile, FolderThatTakesNoOtherFileRefusesAReadOnlyOne) {
+TEST_F(AtomicFile, FolderThatTakesNoOtherFileRefusesAReadOnlyOne) {
     mayMakeFiles = false;
     ASSERT_TRUE(SetFileAttributesW(Path().c_str(), FILE_ATTRIBUTE_READONLY));
     {
@@ -326,7 +326,7 @@ TEST_F(WholeFile, FolderThatTakesNoOtherFileRefusesAReadOnlyOne) {
     SetFileAttributesW(Path().c_str(), FILE_ATTRIBUTE_NORMAL);
 }
 
-TEST_F(WholeFile, FileThatMustNotBeReplacedIsWritten) {
+TEST_F(AtomicFile, FileThatMustNotBeReplacedIsWritten) {
     const ImportedFunction<decltype(MoveFileExW)> refused("kernel32.dll", "MoveFileExW", &RefusedMove);
     for (const DWORD error : {ERROR_ACCESS_DENIED, ERROR_SHARING_VIOLATION}) {
         WriteFile(Path(), Before);
@@ -339,7 +339,7 @@ TEST_F(WholeFile, FileThatMustNotBeReplacedIsWritten) {
     }
 }
 
-TEST_F(WholeFile, FileThatCannotBeReplacedForAnotherReasonIsKept) {
+TEST_F(AtomicFile, FileThatCannotBeReplacedForAnotherReasonIsKept) {
     {
         const ImportedFunction<decltype(MoveFileExW)> failing("kernel32.dll", "MoveFileExW", &RefusedMove);
         replacingError = ERROR_NOT_SAME_DEVICE;
@@ -349,7 +349,7 @@ TEST_F(WholeFile, FileThatCannotBeReplacedForAnotherReasonIsKept) {
     ExpectUntouched();
 }
 
-TEST_F(WholeFile, FullDiskKeepsTheFile) {
+TEST_F(AtomicFile, FullDiskKeepsTheFile) {
     {
         const ImportedFunction<decltype(::WriteFile)> full("kernel32.dll", "WriteFile", &FailedWrite);
         EXPECT_EQ(static_cast<unsigned long>(Save()), 0x80070070U);
@@ -357,7 +357,7 @@ TEST_F(WholeFile, FullDiskKeepsTheFile) {
     ExpectUntouched();
 }
 
-TEST_F(WholeFile, IsOnTheDiskBeforeItTakesThePlace) {
+TEST_F(AtomicFile, IsOnTheDiskBeforeItTakesThePlace) {
     const ImportedFunction<decltype(FlushFileBuffers)> flush("kernel32.dll", "FlushFileBuffers",
                                                              &WatchedFlush);
     const ImportedFunction<decltype(MoveFileExW)> move("kernel32.dll", "MoveFileExW", &WatchedMove);
@@ -365,7 +365,7 @@ TEST_F(WholeFile, IsOnTheDiskBeforeItTakesThePlace) {
     EXPECT_EQ(diskSteps, (std::vector<std::string>{"flush", "move"}));
 }
 
-TEST_F(WholeFile, NeighbourIsNewAndItsNameIsNotKnownInAdvance) {
+TEST_F(AtomicFile, NeighbourIsNewAndItsNameIsNotKnownInAdvance) {
     const ImportedFunction<decltype(CreateFileW)> watched("kernel32.dll", "CreateFileW", &WatchedCreateFile);
     EXPECT_EQ(Save(), S_OK);
     EXPECT_EQ(Save(), S_OK);
@@ -381,7 +381,7 @@ TEST_F(WholeFile, NeighbourIsNewAndItsNameIsNotKnownInAdvance) {
     EXPECT_NE(madeFiles[0].path, madeFiles[1].path);
 }
 
-TEST_F(WholeFile, KeepsTheAccessRightsOfTheFile) {
+TEST_F(AtomicFile, KeepsTheAccessRightsOfTheFile) {
     // More than a new file is given, and less.
     std::set<std::wstring> kept;
     for (const std::wstring& rights : {std::wstring(EverybodysRights), OwnRights()}) {
@@ -396,7 +396,7 @@ TEST_F(WholeFile, KeepsTheAccessRightsOfTheFile) {
     EXPECT_EQ(kept.size(), 2U);
 }
 
-TEST_F(WholeFile, NeighbourThatSomebodyElseMadeIsNotTouched) {
+TEST_F(AtomicFile, NeighbourThatSomebodyElseMadeIsNotTouched) {
     static std::filesystem::path other;
     static std::filesystem::path planted;
     other = _machine.HostFolder() / "other.txt";
@@ -425,14 +425,14 @@ TEST_F(WholeFile, NeighbourThatSomebodyElseMadeIsNotTouched) {
     EXPECT_EQ(AccessRights(other), before);
 }
 
-TEST_F(WholeFile, LeftOversOfDeadProcessesAreRemoved) {
+TEST_F(AtomicFile, LeftoversOfDeadProcessesAreRemoved) {
     WriteFile(Beside("Lumeq0123ABCD-89EF.tmp"), "<cut");
     SetWrittenAgo(Beside("Lumeq0123ABCD-89EF.tmp"), std::chrono::minutes(2));
     EXPECT_EQ(Save(), S_OK);
     EXPECT_EQ(FileCount(), 1);
 }
 
-TEST_F(WholeFile, ManyLeftOversAreRemovedSixtyFourAtATime) {
+TEST_F(AtomicFile, ManyLeftoversAreRemovedSixtyFourAtATime) {
     for (int i = 100; i < 200; ++i) {
         const std::string name = "Lumeq00000" + std::to_string(i) + "-89EF.tmp";
         WriteFile(Beside(name.c_str()), "<cut");
@@ -444,13 +444,13 @@ TEST_F(WholeFile, ManyLeftOversAreRemovedSixtyFourAtATime) {
     EXPECT_EQ(FileCount(), 1);
 }
 
-TEST_F(WholeFile, NeighbourOfALivingProcessStays) {
+TEST_F(AtomicFile, NeighbourOfALivingProcessStays) {
     WriteFile(Beside("Lumeq0123ABCD-89EF.tmp"), "<New");
     EXPECT_EQ(Save(), S_OK);
     EXPECT_EQ(ReadFile(Beside("Lumeq0123ABCD-89EF.tmp")), "<New");
 }
 
-TEST_F(WholeFile, OldFilesOfForeignNamesStay) {
+TEST_F(AtomicFile, OldFilesOfForeignNamesStay) {
     const std::vector<const char*> names = {"Lumeq.tmp",
                                             "Lumeq0123ABC-89EF.tmp",
                                             "Lumeq0123ABCDE-89EF.tmp",
@@ -469,7 +469,7 @@ TEST_F(WholeFile, OldFilesOfForeignNamesStay) {
         EXPECT_EQ(ReadFile(Beside(name)), "mine") << name;
 }
 
-TEST_F(WholeFile, LongestPathCanStillBeSaved) {
+TEST_F(AtomicFile, LongestPathCanStillBeSaved) {
     const std::wstring folder = _machine.ProgramData().wstring();
     const std::filesystem::path deep =
         folder + L"\\" + std::wstring(259 - 24 - folder.size(), L'd') + L"\\LumeqLocalSettings.xml";
@@ -479,7 +479,7 @@ TEST_F(WholeFile, LongestPathCanStillBeSaved) {
     EXPECT_EQ(Content(deep), "<New/>");
 }
 
-TEST_F(WholeFile, MemoryForTheContentThatIsNotThereKeepsTheFile) {
+TEST_F(AtomicFile, MemoryForTheContentThatIsNotThereKeepsTheFile) {
     {
         const ImportedFunction<decltype(CreateStreamOnHGlobal)> failing(
             "ole32.dll", "CreateStreamOnHGlobal",
@@ -489,7 +489,7 @@ TEST_F(WholeFile, MemoryForTheContentThatIsNotThereKeepsTheFile) {
     ExpectUntouched();
 }
 
-TEST_F(WholeFile, ContentThatDoesNotReachTheDiskKeepsTheFile) {
+TEST_F(AtomicFile, ContentThatDoesNotReachTheDiskKeepsTheFile) {
     {
         const ImportedFunction<decltype(FlushFileBuffers)> failing("kernel32.dll", "FlushFileBuffers",
                                                                    [](HANDLE) -> BOOL {
@@ -501,7 +501,7 @@ TEST_F(WholeFile, ContentThatDoesNotReachTheDiskKeepsTheFile) {
     ExpectUntouched();
 }
 
-TEST_F(WholeFile, IsSavedIfItsAccessRightsCannotBeReadOrCopied) {
+TEST_F(AtomicFile, IsSavedIfItsAccessRightsCannotBeReadOrCopied) {
     {
         const ImportedFunction<decltype(GetSecurityInfo)> unreadable(
             "advapi32.dll", "GetSecurityInfo",
@@ -517,7 +517,7 @@ TEST_F(WholeFile, IsSavedIfItsAccessRightsCannotBeReadOrCopied) {
     EXPECT_EQ(FileCount(), 1);
 }
 
-TEST_F(WholeFile, IsSavedIfTheFolderCannotBeSearchedToItsEnd) {
+TEST_F(AtomicFile, IsSavedIfTheFolderCannotBeSearchedToItsEnd) {
     const char* const names[] = {"Lumeq0123ABCD-89EF.tmp", "Lumeq0123ABCD-89F0.tmp"};
     for (const char* name : names) {
         WriteFile(Beside(name), "<cut");
@@ -534,7 +534,7 @@ TEST_F(WholeFile, IsSavedIfTheFolderCannotBeSearchedToItsEnd) {
     EXPECT_EQ(FileCount(), 1);
 }
 
-TEST_F(WholeFile, IsSavedIfTheFolderCannotBeSearched) {
+TEST_F(AtomicFile, IsSavedIfTheFolderCannotBeSearched) {
     const ImportedFunction<decltype(FindFirstFileW)> denied("kernel32.dll", "FindFirstFileW",
                                                             [](const wchar_t*, WIN32_FIND_DATAW*) -> HANDLE {
                                                                 SetLastError(ERROR_ACCESS_DENIED);

@@ -1,6 +1,6 @@
 #include "Common/LogPolicy.h"
 #include "Common/Logger.h"
-#include "LumeqLib/Core/Utils/LogSettings.h"
+#include "LumeqLib/Core/Utils/LoadLogPolicy.h"
 #include "LumeqLib/Core/Utils/Settings.h"
 #include "support/DebuggerStandIn.h"
 #include "support/IsolatedMachine.h"
@@ -21,15 +21,15 @@ using Testing::WriteFile;
 
 namespace {
 
-class LoadLogSettings : public testing::Test {
+class LoadLogPolicy : public testing::Test {
 protected:
-    /// One line of each severity. The first reads the policy.
+    /// Logs one line of each severity. The first one loads the policy.
     static void LogEach() {
         for (const auto level : {SeverityLevel::DATA, SeverityLevel::ERROR, SeverityLevel::WARNING,
                                  SeverityLevel::TRACE, SeverityLevel::DEBUG})
             Common::LogMessage(level, L"", 0, nullptr, L"line");
     }
-    /// The severities of those lines that were written.
+    /// The severities of the lines that were written.
     std::vector<std::string> Written() const {
         std::vector<std::string> severities;
         for (const Testing::LoggedLine& line : LogLines(_machine.LogFile()))
@@ -50,19 +50,19 @@ using Texts = std::vector<std::string>;
 
 } // namespace
 
-TEST_F(LoadLogSettings, OnWithoutLevelWritesErrorAndData) {
+TEST_F(LoadLogPolicy, OnWithoutLevelWritesErrorAndData) {
     _machine.WriteFactorySettings("<Log>on</Log>");
     LogEach();
     EXPECT_EQ(Written(), (Texts{"DATA", "ERROR"}));
 }
 
-TEST_F(LoadLogSettings, LevelIsTheHighestSeverityThatIsWritten) {
+TEST_F(LoadLogPolicy, LevelIsTheHighestSeverityThatIsWritten) {
     _machine.WriteFactorySettings("<Log>on</Log><LogLevel>trace</LogLevel>");
     LogEach();
     EXPECT_EQ(Written(), (Texts{"DATA", "ERROR", "WARNING", "TRACE"}));
 }
 
-TEST_F(LoadLogSettings, ValuesInCapitalsCount) {
+TEST_F(LoadLogPolicy, ValuesInCapitalsCount) {
     _machine.WriteFactorySettings("<Log>ON</Log><LogLevel>Debug</LogLevel>");
     LogEach();
     EXPECT_EQ(Written(), (Texts{"DATA", "ERROR", "WARNING", "TRACE", "DEBUG"}));
@@ -71,27 +71,27 @@ TEST_F(LoadLogSettings, ValuesInCapitalsCount) {
                                     "Logger: Logging is currently ENABLED"}));
 }
 
-TEST_F(LoadLogSettings, PolicyLinesHaveNoFunctionName) {
+TEST_F(LoadLogPolicy, PolicyLinesHaveNoFunctionName) {
     _machine.WriteFactorySettings();
     LogEach();
     for (const Testing::LoggedLine& line : LogLines(_machine.LogFile(), "TRACE"))
         EXPECT_EQ(line.function, "");
 }
 
-TEST_F(LoadLogSettings, OffWritesNothing) {
+TEST_F(LoadLogPolicy, OffWritesNothing) {
     _machine.WriteFactorySettings("<Log>off</Log><LogLevel>debug</LogLevel>");
     LogEach();
     EXPECT_TRUE(LogLines(_machine.LogFile()).empty());
     EXPECT_FALSE(Common::LoggingEnabled());
 }
 
-TEST_F(LoadLogSettings, NoValuesWriteNothing) {
+TEST_F(LoadLogPolicy, NoValuesWriteNothing) {
     _machine.WriteFactorySettings("");
     LogEach();
     EXPECT_TRUE(LogLines(_machine.LogFile()).empty());
 }
 
-TEST_F(LoadLogSettings, DateToComeIsOn) {
+TEST_F(LoadLogPolicy, DateToComeIsOn) {
     _machine.WriteFactorySettings("<Log>Date</Log><LogDate>2037-12-31</LogDate><LogLevel>trace</LogLevel>");
     LogEach();
     EXPECT_EQ(Written(), (Texts{"DATA", "ERROR", "WARNING", "TRACE"}));
@@ -100,54 +100,54 @@ TEST_F(LoadLogSettings, DateToComeIsOn) {
                                     "Logger: Logging is currently ENABLED"}));
 }
 
-TEST_F(LoadLogSettings, PastDateIsOff) {
+TEST_F(LoadLogPolicy, PastDateIsOff) {
     _machine.WriteFactorySettings("<Log>date</Log><LogDate>2020-01-01</LogDate>");
     LogEach();
     EXPECT_FALSE(Common::LoggingEnabled());
 }
 
-TEST_F(LoadLogSettings, DateThatDoesNotParseOrIsMissingIsTheDefaultDate) {
+TEST_F(LoadLogPolicy, DateThatDoesNotParseOrIsMissingIsTheDefaultDate) {
     for (const wchar_t* date : {L"some day", L""}) {
         Common::EnableLogging(true);
-        ApplyLogSettings([date](const std::wstring& key) -> std::wstring {
+        ApplyLogPolicy([date](const std::wstring& key) -> std::wstring {
             return key == L"Log" ? L"date" : key == L"LogDate" ? date : L"";
         });
         EXPECT_FALSE(Common::LoggingEnabled());
     }
 }
 
-TEST_F(LoadLogSettings, UnlistedWordIsInvalidAndLeavesTheDefaultDate) {
+TEST_F(LoadLogPolicy, UnlistedWordIsInvalidAndLeavesTheDefaultDate) {
     Common::EnableLogging(true);
-    const LogSettings settings = ApplyLogSettings(
+    const LogPolicySettings settings = ApplyLogPolicy(
         [](const std::wstring& key) -> std::wstring { return key == L"Log" ? L"Yes" : L"loud"; });
     EXPECT_FALSE(Common::LoggingEnabled());
 
-    // With logging on, so that the lines can be read.
+    // Turns logging on, so that the lines can be read.
     _machine.WriteFactorySettings();
     LogEach();
     std::filesystem::remove(_machine.LogFile());
     Common::SetVerbosity(SeverityLevel::TRACE);
-    TraceLogSettings(settings);
+    TraceLogPolicy(settings);
     EXPECT_EQ(PolicyLines(),
               (Texts{"Logger: LogLevel='loud' (INVALID!) --> Verbosity=TRACE", "Logger: Log='yes' (INVALID!)",
                      "Logger: Logging is on by default until 2017-07-07T00:00:00Z",
                      "Logger: Logging is currently ENABLED"}));
 }
 
-TEST_F(LoadLogSettings, InvalidLevelLeavesTheVerbosity) {
+TEST_F(LoadLogPolicy, InvalidLevelLeavesTheVerbosity) {
     Common::SetVerbosity(SeverityLevel::WARNING);
-    ApplyLogSettings([](const std::wstring&) -> std::wstring { return L"data"; });
+    ApplyLogPolicy([](const std::wstring&) -> std::wstring { return L"data"; });
     EXPECT_EQ(Common::Verbosity(), SeverityLevel::WARNING);
 }
 
-TEST_F(LoadLogSettings, LocalFileHasNoSay) {
+TEST_F(LoadLogPolicy, LocalFileHasNoEffect) {
     _machine.WriteFactorySettings("<Log>off</Log>");
     WriteFile(_machine.LocalSettingsFile(), "<LumeqConfig version=\"4.0\"><Log>on</Log></LumeqConfig>");
     LogEach();
     EXPECT_TRUE(LogLines(_machine.LogFile()).empty());
 }
 
-TEST_F(LoadLogSettings, AreReadOncePerProcess) {
+TEST_F(LoadLogPolicy, IsLoadedOncePerProcess) {
     _machine.WriteFactorySettings("<Log>off</Log>");
     LogEach();
     _machine.WriteFactorySettings();
@@ -155,7 +155,7 @@ TEST_F(LoadLogSettings, AreReadOncePerProcess) {
     EXPECT_TRUE(LogLines(_machine.LogFile()).empty());
 }
 
-TEST_F(LoadLogSettings, LeaveNoInstanceBehind) {
+TEST_F(LoadLogPolicy, LeavesNoInstanceBehind) {
     _machine.WriteFactorySettings();
     LogEach();
     const std::shared_ptr<Settings> settings = Settings::GetInstance();
@@ -166,10 +166,10 @@ TEST_F(LoadLogSettings, LeaveNoInstanceBehind) {
     DropSharedInstance();
 }
 
-TEST_F(LoadLogSettings, MissingSettingsAreToldToTheDebuggerAndLeaveTheDefaultDate) {
+TEST_F(LoadLogPolicy, MissingSettingsAreReportedToTheDebuggerAndLeaveTheDefaultDate) {
     Common::EnableLogging(true);
     const DebuggerStandIn debugger;
-    Common::LoadLogSettings();
+    Common::LoadLogPolicy();
     EXPECT_FALSE(Common::LoggingEnabled());
     const std::string path = (_machine.HostFolder() / "LumeqConfig.xml").string();
     EXPECT_EQ(debugger.Output(), "TRACE: FactorySettingsPath is '" + path +
@@ -180,14 +180,14 @@ TEST_F(LoadLogSettings, MissingSettingsAreToldToTheDebuggerAndLeaveTheDefaultDat
     EXPECT_EQ(debugger.Breaks(), 2);
 }
 
-TEST_F(LoadLogSettings, FailedReadIsToldToTheDebuggerAndTheLinesAreStillWritten) {
+TEST_F(LoadLogPolicy, FailedReadIsReportedToTheDebuggerAndTheLinesAreStillWritten) {
     _machine.WriteFactorySettings();
     LogEach();
     std::filesystem::remove(_machine.LogFile());
-    LogSettings settings;
+    LogPolicySettings settings;
     {
         const DebuggerStandIn debugger;
-        settings = ApplyLogSettings([](const std::wstring& key) -> std::wstring {
+        settings = ApplyLogPolicy([](const std::wstring& key) -> std::wstring {
             if (key == L"LogLevel")
                 return L"trace";
             throw std::runtime_error("no such luck");
@@ -195,22 +195,22 @@ TEST_F(LoadLogSettings, FailedReadIsToldToTheDebuggerAndTheLinesAreStillWritten)
         EXPECT_EQ(debugger.Output(), "ERROR: LoadLogSettings() failed: no such luck\n");
         EXPECT_EQ(debugger.Breaks(), 1);
     }
-    TraceLogSettings(settings);
+    TraceLogPolicy(settings);
     EXPECT_EQ(PolicyLines(), (Texts{"Logger: LogLevel='trace'", "Logger: Log='' (INVALID!)",
                                     "Logger: Logging is on by default until 2017-07-07T00:00:00Z",
                                     "Logger: Logging is currently ENABLED"}));
 }
 
-TEST_F(LoadLogSettings, FailedCallOnADocumentIsToldByItsMessage) {
+TEST_F(LoadLogPolicy, FailedCallOnADocumentIsReportedByItsMessage) {
     const DebuggerStandIn debugger;
-    ApplyLogSettings(
+    ApplyLogPolicy(
         [](const std::wstring&) -> std::wstring { throw _com_error(static_cast<HRESULT>(0x80040205)); });
     EXPECT_EQ(debugger.Output(), "ERROR: LoadLogSettings() failed: IDispatch error #5\n");
 }
 
-TEST_F(LoadLogSettings, FirstLineInsideTheSettingsWaitsForTheNext) {
+TEST_F(LoadLogPolicy, FirstLineInsideTheSettingsWaitsForTheNext) {
     _machine.WriteFactorySettings();
-    // The first line of all is logged while the settings are being loaded, under their lock.
+    // Loading the settings logs the process's first line, under the settings lock.
     Settings::GetInstance();
     DropSharedInstance();
     EXPECT_TRUE(LogLines(_machine.LogFile()).empty());
