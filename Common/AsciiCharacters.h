@@ -1,4 +1,4 @@
-// Wide characters that the pattern compiler and the parsers of formats recognise on every machine.
+// A locale facet with which parsers of wide formats recognise ASCII on every machine.
 #pragma once
 
 #include <locale>
@@ -6,9 +6,9 @@
 
 namespace Zuvan::Lumeq::Common {
 
-/// Narrows and widens ASCII as it stands and nothing else of what is wide. The usual facet asks the system
-/// for the narrow form, and with some C runtimes gets none of any character where the active code page is
-/// UTF-8, as a host's manifest can have it: then no '%' of a format and no '[' of a pattern is found.
+/// Narrows and widens ASCII unchanged, and narrows no other character. The usual facet asks the system. If
+/// the active code page is UTF-8, which a host's manifest can choose, some C runtimes then narrow no
+/// character at all, and no parser finds the '%' of a format or the '[' of a pattern.
 class AsciiCharacters : public std::ctype<wchar_t> {
 protected:
     wchar_t do_widen(char byte) const override;
@@ -18,12 +18,12 @@ protected:
                              char* to) const override;
 };
 
-/// The locale with a new facet in the place of its own.
+/// The locale with a new facet instead of its own.
 template <class Facet>
 std::locale With(const std::locale& locale) {
     auto facet = std::make_unique<Facet>();
     const std::locale result(locale, facet.get());
-    facet.release(); // from here on the locale's
+    facet.release(); // the locale owns it now
     return result;
 }
 

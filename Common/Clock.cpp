@@ -15,7 +15,7 @@ std::int64_t UtcMilliseconds() {
 std::int64_t UtcMillisecondsOf(std::uint64_t fileTime) {
     using namespace boost::posix_time;
     static const ptime epoch = time_from_string("1970-01-01 00:00:00.000");
-    // Not Boost's own clock, which counts the seconds in 32 bits with this toolchain.
+    // Not Boost's own clock, because it counts seconds in 32 bits with this toolchain.
     const FILETIME time{static_cast<DWORD>(fileTime), static_cast<DWORD>(fileTime >> 32)};
     return (from_ftime<ptime>(time) - epoch).total_milliseconds();
 }

@@ -1,4 +1,4 @@
-// The exceptions in which every failure inside the library travels. The exported functions catch them all.
+// The exceptions that report every failure inside the library. The exported functions catch them all.
 #pragma once
 
 #include <cstdint>
@@ -7,10 +7,10 @@
 
 namespace Zuvan::Lumeq::Common {
 
-/// `what()` is the message alone, in UTF-8; FullMessage() adds what the derived class knows.
+/// `what()` is the message only, in UTF-8; FullMessage() adds the details of the derived class.
 class VestoException : public std::runtime_error {
 public:
-    /// Throws std::range_error if `message` is no valid UTF-16.
+    /// Throws std::range_error if `message` is not valid UTF-16.
     explicit VestoException(const std::wstring& message);
 
     virtual std::wstring FullMessage() const;

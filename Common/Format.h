@@ -1,4 +1,4 @@
-// The one place that knows the platform's wide printf formats: %s is wide, %S narrow, %p 16 digits.
+// The only place that uses the platform's wide printf formats: %s is wide, %S narrow, %p 16 digits.
 #pragma once
 
 #include <cstdarg>
@@ -7,12 +7,12 @@
 
 namespace Zuvan::Lumeq::Common {
 
-/// The longest text that is made by formatting, terminator included: a message of the log.
+/// Capacity of the longest text that formatting produces, a log message, including the terminator.
 inline constexpr std::size_t LongestFormatted = 4096;
 
-/// A narrow text for %S, followed by two zero bytes: in a host's two-byte locale the platform's printf steps
-/// over whatever follows a lead byte, also over a zero that ends the text there. Allocates nothing. Keeps no
-/// more than can become visible in the longest formatted text.
+/// A narrow text for %S, followed by two zero bytes. In a host's two-byte locale the platform's printf skips
+/// the byte after a lead byte, even if that is the zero that ends the text. Does not allocate. Keeps only as
+/// much as the longest formatted text can show.
 class NarrowArgument {
 public:
     explicit NarrowArgument(const char* text) noexcept {
@@ -24,24 +24,24 @@ public:
     NarrowArgument(const NarrowArgument&) = delete;
     NarrowArgument& operator=(const NarrowArgument&) = delete;
 
-    /// For as long as this lives.
+    /// Valid for the life of this object.
     const char* Text() const noexcept { return _text; }
 
 private:
-    static constexpr std::size_t Kept = 3 * LongestFormatted; // as many bytes as UTF-8 takes for one
+    static constexpr std::size_t Kept = 3 * LongestFormatted; // bytes of UTF-8 for as many units
 
     char _text[Kept + 2];
 };
 
 struct FormattedText {
     std::wstring text;
-    bool truncated; ///< The text did not fit and was cut at `capacity` - 1 characters.
+    bool truncated; ///< Whether the text was cut at `capacity` - 1 characters.
 };
 
-/// Formats into `capacity` wide characters, terminator included.
+/// Formats into `capacity` wide characters, including the terminator.
 FormattedText FormatBounded(std::size_t capacity, const wchar_t* format, ...);
 
-/// The same. Not an overload: a va_list is a plain pointer here, and so are some arguments.
+/// The same. Not an overload, because a va_list is a plain pointer here, like some arguments.
 FormattedText FormatBoundedV(std::size_t capacity, const wchar_t* format, std::va_list arguments);
 
 } // namespace Zuvan::Lumeq::Common

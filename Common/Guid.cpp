@@ -10,7 +10,7 @@ namespace Zuvan::Lumeq::Common {
 
 std::wstring NewGuidString() {
     UUID guid{};
-    // Not checked: a GUID that is unique on this machine only serves as well.
+    // Not checked, because a GUID that is unique on this machine only suffices.
     static_cast<void>(UuidCreate(&guid));
     wchar_t text[40] = {};
     StringFromGUID2(guid, text, static_cast<int>(std::size(text)));

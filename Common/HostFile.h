@@ -1,21 +1,21 @@
-// What the library knows of the host's executable and of files' versions.
+// The host's executable, and the versions of files.
 #pragma once
 
 #include <string>
 
 namespace Zuvan::Lumeq::Common {
 
-/// Full path of the host's executable, at most 260 characters; empty if the system does not tell.
+/// Full path of the host's executable, cut after 260 characters; empty if the system does not know.
 std::wstring GetHostFilePath();
 
 /// Last component of GetHostFilePath.
 std::wstring GetExecutableName();
 
-/// Four-part file version of the host's executable; "0.0.0.0" where it has none.
+/// Four-part file version of the host's executable; "0.0.0.0" if it has none.
 std::wstring GetHostFileVersion();
 
-/// Four-part file version of any file. `fallback` is given where the file has no version resource at all;
-/// one without a proper fixed block gives "0.0.0.0".
+/// Four-part file version of any file. Returns `fallback` if the file has no version resource, and "0.0.0.0"
+/// if the resource has no valid fixed block.
 std::wstring GetFileVersion(const std::wstring& path, const std::wstring& fallback);
 
 } // namespace Zuvan::Lumeq::Common

@@ -35,7 +35,7 @@ std::wstring SeverityText(SeverityLevel level) {
 
 std::wstring LogTimestamp(std::int64_t epochMilliseconds) {
     const std::tm utc = UtcCalendar(epochMilliseconds / 1000);
-    // Readers of the log expect the UTC hour plus one, 01 to 24, in spite of the Z.
+    // Readers of the log depend on the UTC hour plus one, 01 to 24, despite the Z.
     return FormatBounded(64, L"%.4d-%.2d-%.2dT%.2d:%.2d:%.2d.%.3dZ", utc.tm_year + 1900, utc.tm_mon + 1,
                          utc.tm_mday, utc.tm_hour + 1, utc.tm_min, utc.tm_sec,
                          static_cast<int>(epochMilliseconds % 1000))
@@ -45,9 +45,9 @@ std::wstring LogTimestamp(std::int64_t epochMilliseconds) {
 std::wstring LogLine(std::int64_t epochMilliseconds, SeverityLevel level, std::uint32_t threadId,
                      const std::wstring& functionName, const std::wstring& message) {
     std::wostringstream line;
-    line.exceptions(std::ios::badbit); // A line that memory does not suffice for is lost, not cut.
-    // The thread number stays left-aligned like the severity before it, so its zeros stand to the right of
-    // the digits; readers of the log expect that.
+    line.exceptions(std::ios::badbit); // out of memory: lose the line, do not cut it
+    // The left alignment of the severity also applies to the thread number, so its zeros are to the right of
+    // the digits. Readers of the log depend on that.
     line << LogTimestamp(epochMilliseconds) << L' ' << std::left << std::setw(8) << SeverityText(level)
          << L"0x" << std::hex << std::setw(8) << std::setfill(L'0') << threadId;
     if (functionName.empty())

@@ -1,4 +1,4 @@
-// Whether and how much is logged, as the factory settings and the date say.
+// Whether and how much is logged, by the factory settings and the date.
 #pragma once
 
 #include "Common/LogLine.h"

@@ -64,13 +64,12 @@ private:
 };
 
 /// Logs "<label> took <n> ms" at DEBUG when it goes out of scope. The label is the format text up to its
-/// first
-/// "("; the arguments never reach the log.
+/// first "("; the arguments never reach the log.
 class ScopedDurationLog {
 public:
     template <class... Arguments>
     explicit ScopedDurationLog(std::wstring format, Arguments... arguments) : _label(format) {
-        // The text is dropped, but made before the clock starts: the duration has never included it.
+        // The text is dropped. The clock starts afterwards, so the duration does not include making it.
         FormatBounded(2048, format.c_str(), arguments...);
         Start();
     }

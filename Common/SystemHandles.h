@@ -5,6 +5,7 @@
 
 #include <windows.h>
 
+#include <rpc.h>
 #include <wininet.h>
 
 namespace Zuvan::Lumeq::Common {
@@ -57,6 +58,13 @@ struct InternetTraits {
     static void Close(Value handle) noexcept { InternetCloseHandle(handle); }
 };
 using UniqueInternet = UniqueHandle<InternetTraits>;
+
+struct RpcStringTraits {
+    using Value = RPC_WSTR;
+    static Value None() noexcept { return nullptr; }
+    static void Close(Value text) noexcept { RpcStringFreeW(&text); }
+};
+using UniqueRpcString = UniqueHandle<RpcStringTraits>;
 
 /// Memory that the system allocated for its caller: texts, access lists, security descriptors.
 template <class Pointer>

@@ -13,11 +13,11 @@ std::wstring Base64Encode(std::span<const std::uint8_t> bytes);
 /// Base64 of the UTF-8 form. Throws std::range_error for an unpaired surrogate.
 std::wstring Base64EncodeUtf8(const std::wstring& text);
 
-/// Rotates the letters by 13 places, so that applying it twice gives the text back. What a letter is, the
-/// runtime's isalpha says of each UTF-8 byte. Throws std::range_error for an unpaired surrogate.
+/// Rotates the letters by 13 places; applied twice, it returns the original text. The runtime's isalpha
+/// decides for each UTF-8 byte whether it is a letter. Throws std::range_error for an unpaired surrogate.
 std::wstring Rot13Wide(std::wstring text);
 
-/// True for an empty text and for one of white space only, by the classic locale.
+/// Whether the text is empty or only white space, by the classic locale.
 bool IsBlank(const std::wstring& text);
 
 /// Lower or upper case of the whole text, unit by unit, by the runtime's towlower and towupper.

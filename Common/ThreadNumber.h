@@ -1,4 +1,4 @@
-// Which thread is running.
+// The number of the running thread.
 #pragma once
 
 #include <cstdint>

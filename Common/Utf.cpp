@@ -17,7 +17,7 @@ bool IsSurrogate(wchar_t unit) { return (unit & 0xF800) == 0xD800; }
 bool IsHighSurrogate(wchar_t unit) { return (unit & 0xFC00) == 0xD800; }
 bool IsLowSurrogate(wchar_t unit) { return (unit & 0xFC00) == 0xDC00; }
 
-// A lead byte of 0xED begins U+D000 to U+DFFF, the surrogates from U+D800 on.
+// The lead byte 0xED starts U+D000 to U+DFFF; the surrogates are those from U+D800 on.
 bool HasEncodedSurrogate(std::string_view utf8) {
     constexpr char Lead = '\xED';
     for (std::size_t at = utf8.find(Lead); at != utf8.npos; at = utf8.find(Lead, at + 1))
@@ -26,8 +26,8 @@ bool HasEncodedSurrogate(std::string_view utf8) {
     return false;
 }
 
-// The facet drops what is incomplete at the very end without a word, and the texts of its failures differ
-// between standard libraries: all of that is one failure here.
+// The facet silently drops an incomplete sequence at the end, and the texts of its failures differ between
+// standard libraries. Here both cases are the same failure.
 template <class Convert, class Text>
 auto ConvertWhole(const Text& text, Convert convert) {
     Utf8Converter converter;
@@ -47,7 +47,7 @@ std::string ToUtf8(const std::wstring& text) {
 }
 
 std::wstring FromUtf8(const std::string& text) {
-    // Some facets accept surrogates that were encoded by themselves, and of two of them make a pair.
+    // Some facets accept surrogates that are encoded separately, and combine two of them into a pair.
     if (HasEncodedSurrogate(text))
         ThrowBadConversion();
     return ConvertWhole(text, [&](Utf8Converter& converter) { return converter.from_bytes(text); });

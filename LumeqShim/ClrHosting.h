@@ -1,6 +1,6 @@
 // The part of the platform's runtime hosting interface that the probe uses. Declared here because not every
-// toolchain has the platform's own header; methods stand in the published order, and those that come after
-// the last one used are left out. Includes windows.h: for source files only.
+// toolchain has the platform's own header. The methods keep the published order; those after the last one
+// used are left out. Includes windows.h: for source files only.
 #pragma once
 
 #include <windows.h>
@@ -17,7 +17,7 @@ inline constexpr GUID CLSID_CLRMetaHost = {
 inline constexpr GUID IID_ICLRMetaHost = {
     0xd332db9e, 0xb9b3, 0x4125, {0x82, 0x07, 0xa1, 0x48, 0x84, 0xf5, 0x32, 0x16}};
 
-/// The host object: what knows of the installed runtimes.
+/// The host object, which lists the installed runtimes.
 struct ICLRMetaHost : public IUnknown {
     virtual HRESULT STDMETHODCALLTYPE GetRuntime(const wchar_t* version, REFIID iid, void** runtime) = 0;
     virtual HRESULT STDMETHODCALLTYPE GetVersionFromFile(const wchar_t* path, wchar_t* buffer,
@@ -28,7 +28,7 @@ struct ICLRMetaHost : public IUnknown {
 
 /// One runtime.
 struct ICLRRuntimeInfo : public IUnknown {
-    /// `capacity` in wide characters, terminator included.
+    /// `capacity` is in wide characters and includes the terminator.
     virtual HRESULT STDMETHODCALLTYPE GetVersionString(wchar_t* buffer, DWORD* capacity) = 0;
 };
 

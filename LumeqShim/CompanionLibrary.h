@@ -1,18 +1,18 @@
 // The companion library LumeqShim.Managed.dll and its operations, loaded at first use.
 //
-// The library is taken from the folder of the host executable, else from the folder of the module that this
-// code is in, always by its full path: never from a search path, where anybody could have put one. Once
-// loaded it stays for the life of the process. Only under the API lock.
+// The library comes from the folder of the host executable, or else from the folder of the module that
+// contains this code. It is loaded by its full path, never along a search path, where anybody could plant
+// one. Once loaded it stays for the life of the process. Only under the API lock.
 #pragma once
 
 namespace Zuvan::LumeqShim {
 
-/// The address of an operation of the companion library, never null. Throws a VestoException that names the
-/// file, and the operation if that is what is missing; the next call tries again.
+/// The address of an operation of the companion library, never null. If the library or the operation is
+/// missing, throws a VestoException that names it; the next call tries again.
 void* FindCompanionOperation(const char* name);
 
-/// One operation as a function of this program. Looked up at the first call, which can throw what
-/// FindCompanionOperation throws; every call can throw what the operation throws.
+/// One operation, callable like a function. Every call can throw what the operation throws; the first one,
+/// which looks the operation up, also what FindCompanionOperation throws.
 template <class Signature>
 class CompanionOperation;
 

@@ -49,7 +49,7 @@ void StoreFlag(const wchar_t* logName, ManagedWrite managedWrite, bool value, co
         else
             BasicSetUserOptIn(value, key);
     });
-    // Logged under this name too, though it runs no such function: readers of the log know it so.
+    // Logged under this name although it runs no such function; readers of the log depend on it.
     if (!stored)
         RunRegion(BasicRegion, [&] { BasicSetUserOptIn(value, key); });
 }

@@ -26,7 +26,7 @@ constexpr wchar_t RuntimeLibrary[] = L"mscoree";
 constexpr char EntryPoint[] = "CLRCreateInstance";
 constexpr DWORD VersionCapacity = 256; // wide characters
 
-/// COM for the length of the probe. Undone whatever came of the initialisation.
+/// COM for the duration of the probe. Undoes the initialisation even if that failed.
 class ProbeComScope {
 public:
     ProbeComScope() { Lumeq::Common::ComInitCounted(_label); }
@@ -43,14 +43,14 @@ bool IsRequiredVersion(std::wstring_view version) {
     return version.find(L"v4.0.30319") != std::wstring_view::npos;
 }
 
-/// Throws if the entry point has gone since IsCLRCreateInstanceSupported saw it.
+/// Throws if the entry point has disappeared since IsCLRCreateInstanceSupported saw it.
 CLRCreateInstanceFunction& LoadCLRCreateInstance() {
     Lumeq::Common::UniqueModule library(LoadLibraryW(RuntimeLibrary));
     auto* const function =
         library ? Lumeq::Common::FindFunction<CLRCreateInstanceFunction>(library.Get(), EntryPoint) : nullptr;
     if (!function)
         throw Lumeq::Common::InvalidOperationException(L"mscoree.dll has no CLRCreateInstance");
-    // Never freed: a managed runtime cannot be unloaded, and the companion library runs on it.
+    // Deliberate leak: a managed runtime cannot be unloaded, and the companion library runs on it.
     static_cast<void>(library.Release());
     return *function;
 }
@@ -63,12 +63,12 @@ bool IsRequiredRuntime(ICLRRuntimeInfo& runtime) {
     return IsRequiredVersion(version.data());
 }
 
-/// Looks at every runtime, also after a hit: the log names them all.
+/// Looks at every runtime, even after a match, because the log lists them all.
 bool ContainsRequiredRuntime(IEnumUnknown& runtimes) {
     bool found = false;
     ComPtr<IUnknown> element;
     while (runtimes.Next(1, element.ReleaseAndGetAddressOf(), nullptr) == S_OK) {
-        // The enumerator gives runtime objects as they are; they are not asked for the interface.
+        // The elements are runtime objects already; this does not query them for the interface.
         if (IsRequiredRuntime(*static_cast<ICLRRuntimeInfo*>(element.Get())))
             found = true;
     }
@@ -83,12 +83,12 @@ bool FindRequiredRuntime() {
         Log(SeverityLevel::WARNING, L"CLRCreateInstance failed 0x%08lx", static_cast<unsigned long>(created));
         return false;
     }
-    // Never released: the host object belongs to the runtime, which stays for the life of the process.
+    // Deliberate leak: the host object belongs to the runtime, which stays for the life of the process.
     ICLRMetaHost* const host = createdHost.Detach();
     Log(SeverityLevel::DEBUG, L"CLR versions available from CLR:");
     ComPtr<IEnumUnknown> runtimes;
     if (host->EnumerateInstalledRuntimes(runtimes.GetAddressOf()) != S_OK) {
-        // Readers of the log know this line with the result of CLRCreateInstance, not of the failed call.
+        // The result of CLRCreateInstance, not of the failed call: readers of the log depend on it.
         Log(SeverityLevel::WARNING, L"EnumerateInstalledRuntimes failed 0x%08lx",
             static_cast<unsigned long>(created));
         return false;
@@ -118,8 +118,8 @@ bool IsRequiredDotNetVersionInstalled() {
     try {
         return Probe();
     } catch (...) {
-        // Not logged, and RuntimeMissing stays false: this call takes the basic road, every later one the
-        // managed road. That order of events is agreed.
+        // Not logged, and RuntimeMissing stays false, so this call takes the basic road and every later one
+        // the managed road. Do not smooth this over: the order of events is required.
         return false;
     }
 }

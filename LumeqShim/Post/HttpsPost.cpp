@@ -26,7 +26,7 @@ constexpr DWORD RequestFlags = INTERNET_FLAG_RELOAD | INTERNET_FLAG_NO_CACHE_WRI
                                INTERNET_FLAG_HYPERLINK | INTERNET_FLAG_NO_UI | INTERNET_FLAG_PRAGMA_NOCACHE;
 static_assert(RequestFlags == 0x8484F700);
 
-/// Does not ask for the cause of the failure: these lines have always shown a zero.
+/// Does not ask for the cause of the failure: readers of the log know these lines with a zero.
 bool IsOpen(const UniqueInternet& handle, const wchar_t* line) {
     if (!handle)
         Log(SeverityLevel::WARNING, line, DWORD{0});

@@ -42,7 +42,7 @@ PostThreadArgs MakeRequest(const std::wstring& host, const std::wstring& userAge
 
 struct WorkerStart {
     PostThreadArgs request;
-    UniqueModule module; ///< A reference to this very code.
+    UniqueModule module; ///< Keeps this code loaded.
 };
 
 void PostAndLog(const PostThreadArgs& request) {
@@ -56,15 +56,15 @@ DWORD WINAPI RunWorker(void* argument) {
     {
         const std::unique_ptr<WorkerStart> start(static_cast<WorkerStart*>(argument));
         module = start->module.Release();
-        // Reading the log's policy is for threads under the API lock.
+        // Only a thread under the API lock may load the log's policy.
         const Lumeq::Common::FirstUseDeferral deferral;
         try {
             PostAndLog(start->request);
         } catch (...) {
-            // A thread has nobody above it.
+            // Nobody above a thread could catch this.
         }
     }
-    // The host may have let the library go meanwhile: then there is no code left here to return into.
+    // The host may have freed the library meanwhile, so there may be no code left to return to.
     FreeLibraryAndExitThread(module, 0);
 }
 
@@ -75,7 +75,7 @@ UniqueModule ThisModule() {
     return UniqueModule(module);
 }
 
-/// None if no thread could be had, or none that its code stays for.
+/// None if the thread cannot be started, or its code cannot be kept loaded.
 UniqueKernelObject StartWorker(PostThreadArgs request) {
     UniqueModule module = ThisModule();
     if (!module)
@@ -83,7 +83,7 @@ UniqueKernelObject StartWorker(PostThreadArgs request) {
     auto start = std::make_unique<WorkerStart>(WorkerStart{std::move(request), std::move(module)});
     UniqueKernelObject thread(CreateThread(nullptr, 0, &RunWorker, start.get(), 0, nullptr));
     if (thread)
-        static_cast<void>(start.release()); // The thread's own from here on.
+        static_cast<void>(start.release()); // the thread owns it now
     return thread;
 }
 
@@ -91,7 +91,7 @@ void WaitForWorker(UniqueKernelObject thread) {
     DWORD exitCode = WAIT_TIMEOUT;
     const bool ended = WaitForSingleObject(thread.Get(), WaitMilliseconds) != WAIT_TIMEOUT &&
                        GetExitCodeThread(thread.Get(), &exitCode) && exitCode == 0;
-    // The thread is forgotten rather than cancelled, and the handle of a thread that goes on stays open.
+    // A thread that goes on is not cancelled, and its handle stays open on purpose.
     if (!ended)
         static_cast<void>(thread.Release());
 }

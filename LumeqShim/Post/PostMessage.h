@@ -5,7 +5,7 @@
 
 namespace Zuvan::LumeqShim {
 
-/// What the worker works with. It owns all of it.
+/// The worker's data, which it owns.
 struct PostThreadArgs {
     std::wstring host;
     std::wstring path;
@@ -13,12 +13,12 @@ struct PostThreadArgs {
     std::string body;
 };
 
-/// Sends the message from a thread of its own and waits for that at most 3,000 ms; the thread goes on after
-/// that and keeps this module loaded until it ends. Nothing tells whether the message arrived. Every
-/// character of the message that cannot be printed becomes a blank, and stays one in the caller's string. The
-/// token goes out as it is. Throws std::bad_alloc.
+/// Sends the message from a thread of its own and waits up to 3,000 ms for it. A thread that takes longer
+/// goes on and keeps this module loaded until it ends. Does not report whether the message arrived. Replaces
+/// each character that cannot be printed by a space, in the caller's string as well. Sends the token
+/// unchanged. Throws std::bad_alloc.
 ///
-/// The API lock is held by the caller; the thread takes no lock but the log's.
+/// The caller holds the API lock; the thread takes no lock but the log's.
 void PostMessageAndForget(const std::wstring& serverUrl, const std::wstring& userAgent,
                           const std::wstring& projectId, const std::wstring& queueName, std::wstring& message,
                           const std::wstring& token);

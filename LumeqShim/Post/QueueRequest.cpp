@@ -11,7 +11,7 @@ namespace Zuvan::LumeqShim {
 
 namespace {
 
-/// The runtime's tests are defined for single bytes.
+/// The runtime's character tests are defined for single bytes only.
 bool IsByte(wchar_t unit) { return unit <= 0xFF; }
 
 bool StaysInPath(wchar_t unit) {
@@ -28,7 +28,7 @@ std::wstring HostFromUrl(const std::wstring& serverUrl) {
 }
 
 bool IsPrintable(wchar_t unit) {
-    // In any locale but "C" the runtime takes a tab for printable, which must not stand in a message.
+    // In any locale but "C" the runtime considers a tab printable, but a message must not contain one.
     return IsByte(unit) && unit != L'\t' && std::isprint(static_cast<int>(unit)) != 0;
 }
 

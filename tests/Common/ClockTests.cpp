@@ -9,7 +9,7 @@ namespace Zuvan::Lumeq::Common {
 
 namespace {
 
-/// From the year to the second, counted as people do.
+/// From the year to the second, with month 1 as the first.
 std::vector<int> FieldsOf(const std::tm& time) {
     return {time.tm_year + 1900, time.tm_mon + 1, time.tm_mday, time.tm_hour, time.tm_min, time.tm_sec};
 }

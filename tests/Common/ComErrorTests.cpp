@@ -20,7 +20,7 @@ TEST(ComErrorText, NumbersDispatchErrors) {
     EXPECT_EQ(ComErrorText(Code(0x8004FFFF), L""), L"IDispatch error #65023");
 }
 
-TEST(ComErrorText, TellsTheCodeOtherwise) {
+TEST(ComErrorText, NamesTheCodeOtherwise) {
     EXPECT_EQ(ComErrorText(Code(0x80040200), L""), L"Unknown error 0x80040200");
     EXPECT_EQ(ComErrorText(Code(0x80050000), L""), L"Unknown error 0x80050000");
     EXPECT_EQ(ComErrorText(0x1F, L""), L"Unknown error 0x1F");

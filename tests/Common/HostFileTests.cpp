@@ -16,11 +16,10 @@ namespace Zuvan::Lumeq::Common {
 
 namespace {
 
-/// A version resource of nothing but a fixed block, whose length is told as `length` bytes. The version is
-/// 1.2.3.4.
+/// A version resource, 1.2.3.4, that has only the fixed block and claims that this is `length` bytes long.
 std::vector<std::uint8_t> VersionResource(std::uint16_t length) {
     constexpr wchar_t Key[] = L"VS_VERSION_INFO";
-    constexpr std::size_t BlockAt = 40; // six bytes of lengths and the key, filled up to a multiple of four
+    constexpr std::size_t BlockAt = 40; // six bytes of lengths and the key, padded to a multiple of four
     const std::uint32_t block[16] = {0xFEEF04BD, 0x00010000, 0x00010002, 0x00030004};
     std::vector<std::uint8_t> resource(BlockAt + length);
     const std::uint16_t head[3] = {static_cast<std::uint16_t>(resource.size()), length, 0};
@@ -30,7 +29,7 @@ std::vector<std::uint8_t> VersionResource(std::uint16_t length) {
     return resource;
 }
 
-/// An executable file with that resource.
+/// Creates an executable file with that resource.
 std::filesystem::path MakeFileWithVersion(const std::filesystem::path& folder, std::uint16_t length) {
     const std::filesystem::path path = folder / (std::to_wstring(length) + L".exe");
     std::filesystem::copy_file(Testing::ExecutablePath().parent_path() / "lumeq_opt_in_process.exe", path);
@@ -42,7 +41,7 @@ std::filesystem::path MakeFileWithVersion(const std::filesystem::path& folder, s
     return path;
 }
 
-/// A file that has a version.
+/// A file with a version.
 std::wstring KernelFile() {
     wchar_t folder[MAX_PATH] = {};
     GetSystemDirectoryW(folder, MAX_PATH);
@@ -57,11 +56,11 @@ TEST(HostFile, ExecutableWithoutVersionResourceHasZeroVersion) {
 
 TEST(HostFile, ExecutableNameIsTheBaseName) { EXPECT_EQ(GetExecutableName(), L"lumeq_machine_tests.exe"); }
 
-TEST(HostFile, FileWithoutVersionResourceGivesTheFallback) {
+TEST(HostFile, FileWithoutVersionResourceReturnsTheFallback) {
     EXPECT_EQ(GetFileVersion(GetHostFilePath(), L"unknown"), L"unknown");
 }
 
-TEST(HostFile, FixedBlockOfAnotherLengthGivesZeroVersion) {
+TEST(HostFile, FixedBlockOfAnotherLengthMeansZeroVersion) {
     std::filesystem::path program = Testing::ExecutablePath().parent_path();
     const std::filesystem::path folder = program / ("versions" + std::to_string(GetCurrentProcessId()));
     std::filesystem::create_directory(folder);
@@ -71,7 +70,7 @@ TEST(HostFile, FixedBlockOfAnotherLengthGivesZeroVersion) {
     std::filesystem::remove_all(folder);
 }
 
-TEST(HostFile, ExecutableThatTheSystemDoesNotTellHasNeitherNameNorVersion) {
+TEST(HostFile, UnknownExecutableHasNeitherNameNorVersion) {
     const Testing::ImportedFunction<decltype(GetModuleFileNameW)> failing(
         "kernel32.dll", "GetModuleFileNameW", [](HMODULE, wchar_t* path, DWORD) -> DWORD {
             path[0] = L'x';
@@ -82,14 +81,14 @@ TEST(HostFile, ExecutableThatTheSystemDoesNotTellHasNeitherNameNorVersion) {
     EXPECT_EQ(GetHostFileVersion(), L"0.0.0.0");
 }
 
-TEST(HostFile, ResourceThatCannotBeReadGivesZeroVersion) {
+TEST(HostFile, ResourceThatCannotBeReadMeansZeroVersion) {
     const Testing::ImportedFunction<decltype(GetFileVersionInfoW)> failing(
         "version.dll", "GetFileVersionInfoW",
         [](const wchar_t*, DWORD, DWORD, void*) -> BOOL { return FALSE; });
     EXPECT_EQ(GetFileVersion(KernelFile(), L"unknown"), L"0.0.0.0");
 }
 
-TEST(HostFile, ResourceWithoutFixedBlockGivesZeroVersion) {
+TEST(HostFile, ResourceWithoutFixedBlockMeansZeroVersion) {
     const Testing::ImportedFunction<decltype(VerQueryValueW)> failing(
         "version.dll", "VerQueryValueW", [](const void*, const wchar_t*, void**, UINT* length) -> BOOL {
             *length = 52;

@@ -19,7 +19,7 @@ TEST(SeverityText, NamesEachLevel) {
     EXPECT_EQ(SeverityText(SeverityLevel::DEBUG), L"DEBUG");
 }
 
-TEST(SeverityText, TellsAnUndefinedLevel) {
+TEST(SeverityText, NamesAnUndefinedLevel) {
     EXPECT_EQ(SeverityText(static_cast<SeverityLevel>(5)), L"[Undefined SeverityLevel value: 5]");
     EXPECT_EQ(SeverityText(static_cast<SeverityLevel>(-1)), L"[Undefined SeverityLevel value: -1]");
 }

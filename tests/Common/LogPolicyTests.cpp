@@ -80,7 +80,7 @@ TEST_F(LogDate, TimeThatCannotBeRepresentedLeavesLoggingOn) {
     EXPECT_TRUE(IsLogDateOpen(L"2017-07-07", LastKnown + 1));
 }
 
-TEST_F(LogDate, IsToldWhereTheCodePageIsUtf8) {
+TEST_F(LogDate, IsParsedWhereTheCodePageIsUtf8) {
     const Testing::Utf8CodePage codePage;
     EXPECT_TRUE(IsLogDateOpen(L"2030-03-01", March1Of2030));
     EXPECT_FALSE(IsLogDateOpen(L"2030-03-01", March1Of2030 + 1));
@@ -91,7 +91,7 @@ TEST_F(LogDate, IsToldWhereTheCodePageIsUtf8) {
 }
 
 TEST_F(LogDate, HasDigitsOfAsciiAlone) {
-    // Narrowed by the system, these could become the digits that they resemble.
+    // The system could narrow these to the digits that they look like.
     constexpr wchar_t wideDigits[] = L"\uff12\uff10\uff13\uff10-03-01";
     EXPECT_TRUE(IsLogDateOpen(wideDigits, July7Of2017));
     EXPECT_FALSE(IsLogDateOpen(wideDigits, July7Of2017 + 1));

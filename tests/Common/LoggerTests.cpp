@@ -32,7 +32,7 @@ using Testing::LogLines;
 
 void Log(SeverityLevel level, const wchar_t* text) { LogMessage(level, L"file", 1, nullptr, L"%s", text); }
 
-/// A machine on which logging is on at the given level, with the policy's own lines out of the way.
+/// A machine that logs at the given level, with the policy's own lines already written and removed.
 class LoggerTest : public testing::Test {
 protected:
     void StartLogging(const std::string& level) {
@@ -76,7 +76,7 @@ HANDLE MakeMutex(SECURITY_ATTRIBUTES* security, BOOL owned, LPCWSTR name) {
                                                                                          name);
 }
 
-/// Raises a standard exception at the first call, and something else at those after it.
+/// Throws a standard exception at the first call and something else at later ones.
 template <int Failures>
 HANDLE WINAPI MutexAfterFailures(SECURITY_ATTRIBUTES* security, BOOL owned, LPCWSTR name) {
     static int calls = 0;
@@ -87,7 +87,7 @@ HANDLE WINAPI MutexAfterFailures(SECURITY_ATTRIBUTES* security, BOOL owned, LPCW
     throw calls;
 }
 
-/// A handle gets the lowest free number: one that was left open would push it up.
+/// The system hands out the lowest free number, so a leaked handle would raise it.
 std::uintptr_t NextHandle() {
     const UniqueKernelObject event(CreateEventW(nullptr, TRUE, FALSE, nullptr));
     return reinterpret_cast<std::uintptr_t>(event.Get());
@@ -106,7 +106,7 @@ TEST_F(LoggerTest, WritesTheLineAsItIsLaidOut) {
         << content;
 }
 
-TEST_F(LoggerTest, DataStandsInBothFilesWithIdenticalText) {
+TEST_F(LoggerTest, DataIsInBothFilesWithIdenticalText) {
     StartLogging("debug");
     Log(SeverityLevel::DATA, L"sent");
     EXPECT_EQ(Testing::ReadFile(DataFile()), Testing::ReadFile(machine.LogFile()));
@@ -114,14 +114,14 @@ TEST_F(LoggerTest, DataStandsInBothFilesWithIdenticalText) {
     EXPECT_FALSE(std::filesystem::exists(ErrorFile()));
 }
 
-TEST_F(LoggerTest, ErrorStandsInBothFilesWithIdenticalText) {
+TEST_F(LoggerTest, ErrorIsInBothFilesWithIdenticalText) {
     StartLogging("debug");
     Log(SeverityLevel::ERROR, L"bad");
     EXPECT_EQ(Testing::ReadFile(ErrorFile()), Testing::ReadFile(machine.LogFile()));
     EXPECT_THAT(LogLines(ErrorFile()), ElementsAre(LoggedLine{"ERROR", "", "bad"}));
 }
 
-TEST_F(LoggerTest, OtherLevelsStandInTheLogAlone) {
+TEST_F(LoggerTest, OtherLevelsAreInTheLogOnly) {
     StartLogging("debug");
     for (const auto level : {SeverityLevel::WARNING, SeverityLevel::TRACE, SeverityLevel::DEBUG})
         Log(level, L"x");
@@ -207,7 +207,7 @@ TEST_F(LoggerTest, MutexHeldElsewhereLosesTheLineAndTheCallerGoesOn) {
 
 TEST_F(LoggerTest, AbandonedMutexLosesTheLine) {
     StartLogging("debug");
-    // The handle is kept, so that the mutex outlives the thread that died with it.
+    // Keeps the handle, so that the mutex outlives the thread that dies while holding it.
     const UniqueKernelObject mutex(CreateMutexW(nullptr, FALSE, L"Global\\LumeqLoggingMutex"));
     std::thread([&mutex] { WaitForSingleObject(mutex.Get(), INFINITE); }).join();
     Testing::DebuggerStandIn debugger;
@@ -244,7 +244,7 @@ TEST_F(LoggerTest, MutexThatCannotBeMadeLosesTheLine) {
 
 TEST_F(LoggerTest, MutexIsClosedAfterEachLine) {
     StartLogging("debug");
-    // Of this process alone: a line that has to wait too long leaves its handle open.
+    // Private to this process, because a line that waits too long leaks its handle.
     const ImportedFunction<decltype(CreateMutexW)> own(
         "kernel32.dll", "CreateMutexW", [](SECURITY_ATTRIBUTES* security, BOOL owned, LPCWSTR name) {
             EXPECT_STREQ(name, L"Global\\LumeqLoggingMutex");
@@ -258,9 +258,9 @@ TEST_F(LoggerTest, MutexIsClosedAfterEachLine) {
     EXPECT_EQ(LogLines(ErrorFile()).size(), 1001U);
 }
 
-TEST_F(LoggerTest, FirstUseThatRaisesIsToldAndTheLineIsStillWritten) {
+TEST_F(LoggerTest, FirstUseThatThrowsIsReportedAndTheLineIsStillWritten) {
     machine.WriteFactorySettings();
-    // The policy, which is on by then, has lines of its own.
+    // The policy, enabled by then, logs lines of its own.
     const ImportedFunction<decltype(CreateMutexW)> raising("kernel32.dll", "CreateMutexW",
                                                            &MutexAfterFailures<1>);
     {
@@ -286,7 +286,7 @@ TEST_F(LoggerTest, FirstUseThatRaisesBeforeTheFilesAreKnownIsTriedAgain) {
     EXPECT_THAT(LogLines(ErrorFile()), ElementsAre(LoggedLine{"ERROR", "", "written"}));
 }
 
-TEST_F(LoggerTest, WriterThatRaisesIsToldAndTheCallerGoesOn) {
+TEST_F(LoggerTest, WriterThatThrowsIsReportedAndTheCallerGoesOn) {
     StartLogging("debug");
     const ImportedFunction<decltype(CreateMutexW)> raising("kernel32.dll", "CreateMutexW",
                                                            &MutexAfterFailures<2>);
@@ -301,7 +301,7 @@ TEST_F(LoggerTest, WriterThatRaisesIsToldAndTheCallerGoesOn) {
     EXPECT_THAT(LogLines(machine.LogFile()), ElementsAre(LoggedLine{"DEBUG", "", "written"}));
 }
 
-TEST_F(LoggerTest, MemoryThatRunsOutForALineIsToldAndTheCallerGoesOn) {
+TEST_F(LoggerTest, AllocationThatFailsForALineIsReportedAndTheCallerGoesOn) {
     StartLogging("debug");
     {
         const Testing::DebuggerStandIn debugger;
@@ -314,10 +314,10 @@ TEST_F(LoggerTest, MemoryThatRunsOutForALineIsToldAndTheCallerGoesOn) {
     EXPECT_THAT(LogLines(machine.LogFile()), IsEmpty());
 }
 
-TEST_F(LoggerTest, FailureUnderTheMutexIsToldAndTheMutexReleasedAndClosed) {
+TEST_F(LoggerTest, FailureUnderTheMutexIsReportedAndTheMutexReleasedAndClosed) {
     StartLogging("debug");
     static std::optional<Testing::FailingAllocation> failing;
-    static UniqueKernelObject mutex; // The one that the line has, under another handle.
+    static UniqueKernelObject mutex; // The mutex that the line uses, under another handle.
     const std::uintptr_t before = NextHandle();
     const Testing::DebuggerStandIn debugger;
     {
@@ -344,7 +344,7 @@ TEST_F(LoggerTest, FailureUnderTheMutexIsToldAndTheMutexReleasedAndClosed) {
 
 TEST_F(LoggerTest, PathThatDoesNotFitLosesItsLinesAltogether) {
     machine.WriteFactorySettings();
-    // Of the three files beside each other, that of the log fits exactly.
+    // Only the log's own file has a path that still fits.
     const std::size_t length = 259 - std::size("\\Zuvan\\LUMEQ\\Lumeq.Log.txt") + 1;
     std::wstring folder = machine.TemporaryFolder().wstring() + L"\\";
     folder += std::wstring(length - folder.size(), L't');
@@ -539,10 +539,10 @@ TEST_F(LoggerTest, PathThatCannotBeJoinedLosesTheLineAndTheNextTriesAgain) {
     EXPECT_THAT(LogLines(ErrorFile()), ElementsAre(LoggedLine{"ERROR", "", "written"}));
 }
 
-TEST_F(LoggerTest, TemporaryFolderThatIsNotToldIsNotTheCurrentOne) {
+TEST_F(LoggerTest, UnknownTemporaryFolderIsNotTheCurrentOne) {
     machine.WriteFactorySettings();
     const std::filesystem::path before = std::filesystem::current_path();
-    // Somebody else's, who would like to read along.
+    // A folder of another user who wants to read the log.
     const std::filesystem::path planted = machine.ProgramData() / "Zuvan" / "LUMEQ";
     std::filesystem::create_directories(planted);
     std::filesystem::current_path(machine.ProgramData());

@@ -55,7 +55,7 @@ TEST(Rot13Wide, OfAsciiIsTheSameInEveryLocale) {
     }
 }
 
-// Bytes of UTF-8 that are letters in that code page are rotated as well, and leave no text behind.
+// UTF-8 bytes that are letters in that code page are rotated as well, and the result is no valid text.
 TEST(Rot13Wide, OfOtherLettersFailsWhereTheHostsLocaleHasThem) {
     const Testing::RuntimeLocale german("German");
     EXPECT_THROW(Rot13Wide(L"\u00e9"), std::range_error);

@@ -31,7 +31,7 @@ TEST(ToUtf8, ConvertsEveryLength) {
 
 TEST(ToUtf8, WritesNoByteOrderMark) { EXPECT_EQ(ToUtf8(L"ab"), "ab"); }
 
-TEST(ToUtf8, RefusesUnpairedSurrogatesWhereverTheyStand) {
+TEST(ToUtf8, RefusesUnpairedSurrogatesAnywhere) {
     for (const wchar_t* text : {L"\xD800", L"a\xD800",
                                 L"\xD800"
                                 L"a",

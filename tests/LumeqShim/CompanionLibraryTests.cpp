@@ -24,7 +24,7 @@ using std::filesystem::path;
 
 constexpr wchar_t FileName[] = L"LumeqShim.Managed.dll";
 
-/// The full message of what finding the operation throws; empty if it is found.
+/// The full message of the exception that finding the operation throws; empty if it finds it.
 std::wstring FailureToFind(const char* operation) {
     try {
         FindCompanionOperation(operation);
@@ -49,7 +49,7 @@ protected:
     IsolatedMachine machine;
 };
 
-/// The search from within a library that stands in a folder of its own.
+/// Searches from a library in a folder of its own.
 class DetachedCompanionLibrary : public testing::Test {
 protected:
     DetachedCompanionLibrary() {
@@ -159,7 +159,7 @@ TEST_F(CompanionLibrary, PlantedOnThePathIsNotLoaded) {
     EXPECT_FALSE(IsLoaded());
 }
 
-TEST_F(CompanionLibrary, PlantedIsNotLoadedInPlaceOfABrokenOne) {
+TEST_F(CompanionLibrary, PlantedLibraryIsNotLoadedInsteadOfABrokenOne) {
     const path planted = machine.TemporaryFolder() / "planted";
     PlaceCompanion(planted);
     SetDllDirectoryW(planted.c_str());
@@ -175,7 +175,7 @@ TEST_F(CompanionLibrary, IsFoundInAFolderOfMoreThan260Characters) {
         const HostExecutable host(deep / "host.exe");
         EXPECT_EQ(FailureToFind("FlushInternal"), L"");
     }
-    // The machine's own tidying does not see what lies as deep as this.
+    // The machine's own clean-up does not reach folders as deep as this.
     FreeCompanion();
     std::filesystem::remove(deep / FileName);
     std::filesystem::remove(deep);

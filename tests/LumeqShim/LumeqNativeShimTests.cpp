@@ -25,16 +25,16 @@ using Lumeq::Testing::UseFakeMscoree;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-/// Handed on unread, so any address will do.
+/// The wrapper does not read the event, so any address will do.
 const auto* const SomeEvent = reinterpret_cast<const Lumeq::Extra::Eventing::EventingEvent*>(0x1000);
 
 const std::wstring AppName = L"demo 1";
 
-/// One wrapper of the eleven, called once.
+/// One call of one of the eleven wrappers.
 struct Wrapper {
     const char* name;
     void (*call)();
-    const wchar_t* managedCall; ///< What reaches the companion library.
+    const wchar_t* managedCall; ///< The call that reaches the companion library.
     bool testsGate;
 };
 
@@ -69,7 +69,7 @@ const Wrapper Wrappers[] = {
 
 struct RaisedKind {
     const wchar_t* name;
-    const char* rest; ///< What follows the log name in the line.
+    const char* rest; ///< The line after the log name.
 };
 
 const RaisedKind Raised[] = {
@@ -88,7 +88,7 @@ protected:
         UseFakeMscoree(L"v4.0.30319");
         PlaceCompanion(machine.HostFolder());
     }
-    /// The companion library is there, but not the runtime.
+    /// Provides the companion library, but not the runtime.
     void TakeBasicRoad() {
         UseFakeMscoree(L"v2.0.50727");
         PlaceCompanion(machine.HostFolder());
@@ -97,13 +97,13 @@ protected:
         machine.SetDword(HKEY_CURRENT_USER, L"Software\\Zuvan\\NG\\Tracking\\Lumeq", L"TrackingDisabled", 1);
     }
 
-    /// Where the local settings file is with the subfolder "sub".
+    /// The local settings file if the subfolder is "sub".
     std::filesystem::path SettingsFileInSubfolder() const {
         return machine.ProgramData() / "Zuvan" / "sub" / "LUMEQ" / "LumeqLocalSettings.xml";
     }
     std::vector<std::string> Warnings() const { return LogMessages(machine.LogFile(), "WARNING"); }
 
-    /// For an opted-in user. Without a project id nothing is sent.
+    /// Starts for an opted-in user. Nothing is sent, because there is no project id.
     bool HasBasicStartRun() const {
         const std::vector<std::string> lines = LogMessages(machine.LogFile(), "DEBUG");
         return std::count(lines.begin(), lines.end(), "Executing Basic Functionality demo 1") == 1;
@@ -122,13 +122,12 @@ class Routing : public DeliveryTest, public testing::WithParamInterface<Wrapper>
 class RaisingRoute : public DeliveryTest,
                      public testing::WithParamInterface<std::tuple<Wrapper, RaisedKind>> {};
 
-/// No flag anywhere: nothing was written on the basic road.
+/// Whether the store has no flag, so that nothing was written on the basic road.
 bool IsBasicStoreEmpty() {
     return !BasicDidUserOpted(UserOptInKey) && !BasicDidUserOpted(OptinBeforePauseKey);
 }
 
-/// Calls once for each of the first hundred allocations that a call makes, and lets that one fail. Gives
-/// their number.
+/// Repeats the call, letting the first, second, ... hundredth allocation fail. Returns how many it makes.
 template <class Call>
 int FailEachAllocationOf(Call call) {
     call();
@@ -227,7 +226,7 @@ TEST_F(BasicRoad, StartupRunsTheBasicStart) {
     EXPECT_TRUE(HasBasicStartRun());
 }
 
-TEST_F(ManagedRoad, CompanionTellsTheOptIn) {
+TEST_F(ManagedRoad, CompanionReturnsTheOptIn) {
     TakeManagedRoad();
     EXPECT_TRUE(GetUserOptInXX());
 }
@@ -242,7 +241,7 @@ TEST_F(ManagedRoad, OptInsAreLeftToTheCompanion) {
     EXPECT_TRUE(IsBasicStoreEmpty());
 }
 
-TEST_F(ManagedRoad, FailedOptInReadGivesFalseWithoutABasicRead) {
+TEST_F(ManagedRoad, FailedOptInReadReturnsFalseWithoutABasicRead) {
     TakeManagedRoad();
     BasicSetUserOptIn(true, UserOptInKey);
     LetCompanionRaise(L"std");
@@ -322,7 +321,7 @@ TEST_F(FailedAllocation, DoesNotEscapeFromTheSearchForTheCompanion) {
     EXPECT_GT(FailEachAllocationOf([] { FlushXX(1); }), 3);
 }
 
-// Nothing comes out of the basic store itself, but the making of its arguments can fail.
+// The basic store throws nothing, but making its arguments can.
 TEST_F(FailedAllocation, InTheFallbackOfTheOptInIsLoggedAsBasicImplementation) {
     TakeManagedRoad();
     LetCompanionRaise(L"unknown");
@@ -333,7 +332,7 @@ TEST_F(FailedAllocation, InTheFallbackOfTheOptInIsLoggedAsBasicImplementation) {
 TEST_F(FailedAllocation, InTheFallbackOfTheLocalValueIsLoggedAsBasicImplementation) {
     TakeManagedRoad();
     LetCompanionRaise(L"unknown");
-    // A call consumes its key.
+    // Each call consumes its key.
     std::vector<std::wstring> keys(101, L"OptinBeforePause");
     auto key = keys.begin();
     FailEachAllocationOf([&key] { SetLocalValue(true, *key++); });
@@ -366,7 +365,7 @@ TEST_F(FailedAllocation, InTheBasicReadOfTheOptInIsLoggedUnderTheInnerNameAlone)
 TEST_F(FailedAllocation, InTheBasicSubfolderIsLoggedUnderTheInnerNameAlone) {
     TakeBasicRoad();
     IsRequiredDotNetVersionInstalled();
-    // Each longer than the one before, so that keeping it takes memory.
+    // Each path is longer than the one before, so that storing it allocates.
     std::vector<std::wstring> paths;
     for (std::size_t length = 100; paths.size() < 101; length += 100)
         paths.emplace_back(length, L'a');

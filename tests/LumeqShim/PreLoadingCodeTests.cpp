@@ -49,12 +49,12 @@ class RuntimeProbe : public testing::Test {
 protected:
     RuntimeProbe() {
         _machine.WriteFactorySettings();
-        // The first use of the log has lines of its own.
+        // The first use of the log writes lines of its own.
         LogMessage(SeverityLevel::TRACE, L"", 0, nullptr, L"first use");
         _linesBefore = LogLines(_machine.LogFile()).size();
     }
 
-    /// Severity and message of every line of the probe, with "#" for the numbers that differ between runs.
+    /// Severity and message of each line of the probe, with "#" instead of numbers that vary.
     std::vector<std::string> Lines() const {
         static const std::regex number("(t=|init=|took )\\d+");
         std::vector<std::string> lines;
@@ -217,7 +217,7 @@ TEST_F(RuntimeProbe, HostsOwnApartmentStays) {
 }
 
 TEST_F(RuntimeProbe, ComIsUndoneEvenIfItWasNotInitialised) {
-    // Taken out of the multithreaded apartment once, the thread is still in it.
+    // The probe leaves the multithreaded apartment once; the thread had entered it twice.
     CoInitializeEx(nullptr, COINIT_MULTITHREADED);
     CoInitializeEx(nullptr, COINIT_MULTITHREADED);
     UseFakeMscoree(L"v4.0.30319");

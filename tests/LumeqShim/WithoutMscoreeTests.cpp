@@ -13,7 +13,7 @@ namespace {
 
 using Lumeq::Testing::LogMessages;
 
-/// On a machine that has no mscoree.dll. Wine is told to have none for this program.
+/// A machine without mscoree.dll; an environment variable hides Wine's own from this program.
 class WithoutMscoree : public testing::Test {
 protected:
     void SetUp() override {

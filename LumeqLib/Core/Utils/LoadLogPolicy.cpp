@@ -17,7 +17,7 @@ using Common::SeverityLevel;
 
 namespace {
 
-// Developers search the debugger output for this name.
+// Developers search the debugger output for these texts.
 constexpr wchar_t ReadingFailed[] = L"ERROR: LoadLogSettings() failed: ";
 constexpr wchar_t NoSettings[] = L"ERROR: LoadLogSettings() failed on call to Settings::GetInstance(): ";
 

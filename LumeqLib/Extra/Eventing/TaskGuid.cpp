@@ -1,24 +1,11 @@
 #include "LumeqLib/Extra/Eventing/TaskGuid.h"
 
-#include "Common/Handle.h"
-
-#include <windows.h>
+#include "Common/SystemHandles.h"
 
 #include <bit>
 #include <rpc.h>
 
 namespace Zuvan::Lumeq::Extra::Eventing {
-
-namespace {
-
-struct RpcStringTraits {
-    using Value = RPC_WSTR;
-    static Value None() noexcept { return nullptr; }
-    static void Close(Value text) noexcept { RpcStringFreeW(&text); }
-};
-using UniqueRpcString = Common::UniqueHandle<RpcStringTraits>;
-
-} // namespace
 
 TaskGuid NewTaskGuid() {
     UUID guid{};
@@ -29,7 +16,7 @@ TaskGuid NewTaskGuid() {
 
 std::optional<std::wstring> RenderTaskGuid(const TaskGuid& guid) {
     auto uuid = std::bit_cast<UUID>(guid);
-    UniqueRpcString text;
+    Common::UniqueRpcString text;
     if (UuidToStringW(&uuid, text.Receive()) != RPC_S_OK)
         return std::nullopt;
     return reinterpret_cast<const wchar_t*>(text.Get());

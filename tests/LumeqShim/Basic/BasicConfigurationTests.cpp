@@ -36,7 +36,7 @@ bool IsUuid(const std::wstring& text) {
     return Lumeq::Common::Pattern(L"[0-9a-f]{8}(-[0-9a-f]{4}){3}-[0-9a-f]{12}").Matches(text);
 }
 
-/// While it lives, others may only read the file.
+/// While one exists, others can only read the file.
 class UnwritableFile {
 public:
     explicit UnwritableFile(const std::filesystem::path& path)
@@ -47,7 +47,7 @@ private:
     Lumeq::Common::UniqueKernelObject _file;
 };
 
-/// From the second time on that the server is missed, whoever takes the settings lock gets an exception.
+/// After the second report of a missing server, taking the settings lock throws.
 struct FailingSettingsLock {
     static inline int serversMissed = 0;
     static inline pthread_mutex_t whole{};
@@ -55,7 +55,7 @@ struct FailingSettingsLock {
     static void WINAPI WatchDebugger(LPCWSTR text) {
         if (std::wstring(text).find(L"'LUMServerUri'") == std::wstring::npos || ++serversMissed != 2)
             return;
-        // One that this thread holds already, and that says so.
+        // The thread holds the lock already, and this kind of lock refuses that.
         whole = std::exchange(*Native(), PTHREAD_ERRORCHECK_MUTEX_INITIALIZER);
         Lumeq::Core::Utils::SettingsLock().lock();
     }
@@ -78,7 +78,7 @@ protected:
     std::vector<std::string> Progress() const { return LogMessages(_machine.LogFile(), "DEBUG"); }
     std::string LocalFile() const { return Lumeq::Testing::ReadFile(_machine.LocalSettingsFile()); }
 
-    /// For tests without a factory file that could say so.
+    /// For tests without a factory file that could enable logging.
     void LogEverything() {
         LogMessage(Lumeq::Common::SeverityLevel::DEBUG, L"", 0, nullptr, L"first");
         Lumeq::Common::EnableLogging(true);
@@ -138,7 +138,7 @@ TEST_F(GetConfigFileDataTest, MissingProjectIsWarnedOfAndMakesNoInstallationUuid
     EXPECT_EQ(Progress().back(), "GetConfigFileData returns false:");
 }
 
-TEST_F(GetConfigFileDataTest, ProjectOfThreeBlanksCountsAsEmpty) {
+TEST_F(GetConfigFileDataTest, ProjectOfThreeSpacesCountsAsEmpty) {
     Factory("<ProjectId xml:space=\"preserve\">   </ProjectId>");
     EXPECT_FALSE(GetConfigFileData(_read));
     EXPECT_THAT(Warnings(), ElementsAre("Project ID is empty. Ensure *LumeqConfig.xml is in path!"));
@@ -195,7 +195,7 @@ TEST_F(GetConfigFileDataTest, DebuggerSeesAMissingKeyAsOftenAsItIsRead) {
 TEST_F(GetConfigFileDataTest, FailedComInitializationIsWarnedOfAndNotBalanced) {
     Factory("<ProjectId>P1</ProjectId>");
     LogEverything();
-    // Two references to the multithreaded apartment: the repair gives one back, and the thread stays in it.
+    // The thread has entered the multithreaded apartment twice; the repair leaves it once.
     CoInitializeEx(nullptr, COINIT_MULTITHREADED);
     CoInitializeEx(nullptr, COINIT_MULTITHREADED);
     EXPECT_FALSE(GetConfigFileData(_read));
@@ -274,10 +274,10 @@ TEST_F(GetConfigFileDataTest, AnythingElseIsAnUnknownException) {
     EXPECT_EQ(Progress().back(), "GetConfigFileData returns false:");
 }
 
-TEST_F(GetConfigFileDataTest, FailureAfterAllWasReadIsLoggedAndTheResultStands) {
+TEST_F(GetConfigFileDataTest, FailureAfterTheLastReadIsLoggedAndTheResultKept) {
     Factory("<ProjectId>P1</ProjectId>");
     {
-        // The debugger is told of the missing server twice, the second time as the last of all keys.
+        // The server's key is missing and read twice, the second time as the last of all keys.
         const Lumeq::Testing::ImportedFunction<decltype(OutputDebugStringW)> breaking(
             "kernel32.dll", "OutputDebugStringW", &FailingSettingsLock::WatchDebugger);
         EXPECT_TRUE(GetConfigFileData(_read));

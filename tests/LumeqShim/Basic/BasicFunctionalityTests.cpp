@@ -146,7 +146,7 @@ TEST_F(BasicRoadTest, TokenOfDigitsGoesOutUnchanged) {
     EXPECT_THAT(Logged("DATA"), Contains(HasSubstr("Authorization: Bearer 0123456789  ")));
 }
 
-TEST_F(BasicRoadTest, BlankInTheNameStandsInUserAgentAndAppId) {
+TEST_F(BasicRoadTest, SpaceInTheNameReachesUserAgentAndAppId) {
     OptIn(true);
     BasicStart(L"my scan");
     EXPECT_THAT(Logged("DATA"), Contains(HasSubstr("User-Agent:my scan/0.0.0.0  ")));

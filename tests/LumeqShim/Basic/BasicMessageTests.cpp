@@ -6,7 +6,7 @@ namespace Zuvan::LumeqShim {
 
 TEST(SerializeFlatJson, EmptyDictionaryIsTwoBraces) { EXPECT_EQ(SerializeFlatJson({}), L"{}"); }
 
-TEST(SerializeFlatJson, HasNoBlanks) {
+TEST(SerializeFlatJson, HasNoSpaces) {
     EXPECT_EQ(SerializeFlatJson({{L"key", L"value"}}), L"{\"key\":\"value\"}");
 }
 

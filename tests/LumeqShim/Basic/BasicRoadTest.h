@@ -11,7 +11,7 @@
 
 namespace Zuvan::LumeqShim {
 
-// Nobody listens there.
+// Nothing listens at this address.
 inline constexpr char Deployment[] =
     "<Log>on</Log><LogLevel>debug</LogLevel><LUMServerUri>https://127.0.0.99</LUMServerUri>"
     "<AppDeployedId>deployed</AppDeployedId>"
@@ -28,7 +28,7 @@ protected:
     std::vector<std::string> Logged(const std::string& severity) const {
         return Lumeq::Testing::LogMessages(_machine.LogFile(), severity);
     }
-    /// The messages as they were given to the post.
+    /// The messages as the post received them.
     std::vector<std::string> Messages() const {
         constexpr std::string_view Head = "->/projects/P1/queues/sys_info_base/messages ";
         std::vector<std::string> messages;

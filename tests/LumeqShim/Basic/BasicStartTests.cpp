@@ -29,7 +29,7 @@ using testing::IsEmpty;
 using testing::SizeIs;
 using testing::StartsWith;
 
-/// Starts of an opted-in user's host, whose failures must not get out of the wrapper.
+/// Starts for an opted-in user; the wrapper must let no failure out.
 class BasicStartTest : public BasicRoadTest {
 protected:
     BasicStartTest() {
@@ -39,7 +39,7 @@ protected:
 
     static void Start(const std::wstring& appName = L"scan") { StartupXX(appName, {4, 7}, true, false); }
 
-    /// How often the network was turned to.
+    /// How often the network was used.
     static inline int sessions = 0;
 
 private:
@@ -53,7 +53,7 @@ private:
         }};
 };
 
-/// From the moment on in which the worker's own reference to its module is taken.
+/// Lets the first allocation after the worker took its module reference fail.
 std::optional<Lumeq::Testing::FailingAllocation> exhaustedMemory;
 
 BOOL WINAPI TakeReferenceAndExhaustMemory(DWORD flags, LPCWSTR address, HMODULE* module) {
@@ -96,7 +96,7 @@ const RaisedInPost PostKinds[] = {
     {"AnythingElse", [] { throw 42; }, "BasicImplementation failed with unknown exception"},
 };
 
-/// Where the worker would be started.
+/// Throws when the worker would be started.
 class RaisingPost : public BasicStartTest, public testing::WithParamInterface<RaisedInPost> {
 protected:
     static HANDLE WINAPI Raise(SECURITY_ATTRIBUTES*, SIZE_T, LPTHREAD_START_ROUTINE, void*, DWORD, DWORD*) {
@@ -108,8 +108,8 @@ protected:
 class RaisingConfiguration : public BasicStartTest,
                              public testing::WithParamInterface<RaisedInConfiguration> {};
 
-/// Fails once the application's version was asked for the second time, between system information and
-/// configuration.
+/// Fails after the second query of the application's version, which comes between the system information and
+/// the configuration.
 struct FailingCom {
     static inline int versionsAsked = 0;
 
@@ -184,7 +184,7 @@ TEST_F(BasicStartTest, TokenThatTheHostsLocaleSpoilsIsLoggedAndTheNextStartSends
     EXPECT_EQ(sessions, 1);
 }
 
-TEST_F(BasicStartTest, UnpairedSurrogateInAValueIsBlankedAndTheMessageSent) {
+TEST_F(BasicStartTest, UnpairedSurrogateInAValueBecomesASpaceAndTheMessageIsSent) {
     Start(L"sc\xd800n");
     EXPECT_THAT(OnlyMessage(), HasSubstr(R"("app_id":"sc n/0.0.0.0")"));
     EXPECT_THAT(Logged("ERROR"), ElementsAre(testing::MatchesRegex(

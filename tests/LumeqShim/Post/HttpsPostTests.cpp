@@ -19,7 +19,7 @@ using Lumeq::Testing::ImportedFunction;
 using testing::ElementsAre;
 using testing::Pair;
 
-/// Nobody listens here.
+/// Nothing listens at this address.
 constexpr wchar_t Refusing[] = L"127.0.0.99";
 
 using SendRequest = BOOL WINAPI(HINTERNET, LPCWSTR, DWORD, LPVOID, DWORD);
@@ -87,7 +87,7 @@ TEST_F(HttpsPostTest, MissingAgentIsAnEmptyOne) {
     EXPECT_EQ(agent, "");
 }
 
-TEST_F(HttpsPostTest, StatusTextAndHeadersAreAskedForInThisOrderWithTheirSizes) {
+TEST_F(HttpsPostTest, StatusTextAndHeadersAreQueriedInThisOrderWithTheirSizes) {
     static std::vector<std::pair<DWORD, DWORD>> asked;
     const ImportedFunction<BOOL WINAPI(HINTERNET, DWORD, LPVOID, LPDWORD, LPDWORD)> watched(
         "wininet.dll", "HttpQueryInfoW",

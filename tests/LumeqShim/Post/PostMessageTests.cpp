@@ -29,14 +29,14 @@ using testing::Field;
 using testing::IsEmpty;
 using testing::MatchesRegex;
 
-/// Nobody listens here.
+/// Nothing listens at this address.
 constexpr wchar_t RefusingUri[] = L"https://127.0.0.99";
 
 class PostMessageTest : public testing::Test {
 protected:
     PostMessageTest() { _machine.WriteFactorySettings(); }
 
-    /// What the call logs, without what the log itself has to say at its first line.
+    /// The lines of the call, without the policy's own.
     std::vector<LoggedLine> Post(const std::wstring& serverUrl = RefusingUri) {
         PostMessageAndForget(serverUrl, L"my scan/1.2.3.4", L"P 1", L"sys_info_base", _message, L"tok");
         std::vector<LoggedLine> lines = LogLines(_machine.LogFile());
@@ -48,7 +48,7 @@ protected:
     }
 
     static auto Line(const char* severity, const char* message) { return LoggedLine{severity, "", message}; }
-    /// The client may show the end of the headers even where there are none.
+    /// The client may report the end of the headers even if there are no headers.
     static auto NoHeaders() {
         return testing::AnyOf(Line("DEBUG", "Headers="), Line("DEBUG", "Headers=\\r\\n"));
     }
@@ -68,7 +68,7 @@ constexpr char HttpPost[] = " ->HTTP POST: /projects/P%201/queues/sys_info_base/
                             "Content-Type: application/json  Accept: application/json  "
                             "Authorization: Bearer tok  User-Agent:my scan/1.2.3.4  Content-Length:73  ";
 
-/// All lines of a post that nobody listens to.
+/// All lines of a post to an address at which nothing listens.
 auto LinesOfRefusal(const testing::Matcher<LoggedLine>& headers,
                     const testing::Matcher<LoggedLine>& duration) {
     const auto line = [](const char* severity, const char* message) {
@@ -81,7 +81,7 @@ auto LinesOfRefusal(const testing::Matcher<LoggedLine>& headers,
                        headers, duration, line("DATA", "<- "));
 }
 
-/// What the client is given to send.
+/// What the client receives for sending.
 struct SentRequest {
     static inline std::wstring headers;
     static inline std::string body;
@@ -96,7 +96,7 @@ struct SentRequest {
 
 using ReadAnswer = BOOL WINAPI(HINTERNET, LPVOID, DWORD, LPDWORD);
 
-/// An answer of a letter and the byte.
+/// An answer that consists of a letter and the byte.
 template <unsigned char Byte>
 BOOL WINAPI ReadTwoBytes(HINTERNET, LPVOID buffer, DWORD, LPDWORD count) {
     constexpr unsigned char answer[] = {'a', Byte};
@@ -207,7 +207,7 @@ TEST_F(PostMessageTest, WithoutAHoldOnItsCodeThereIsNoThreadAndNoMessage) {
     EXPECT_EQ(threads, 0);
 }
 
-TEST_F(PostMessageTest, LineFeedBetweenTwoLettersIsSentAsABlank) {
+TEST_F(PostMessageTest, LineFeedBetweenTwoLettersIsSentAsASpace) {
     _message = L"a\nb";
     const std::vector<LoggedLine> lines = Post();
     EXPECT_THAT(LogLines(_machine.LogFile(), "ERROR"),
@@ -218,7 +218,7 @@ TEST_F(PostMessageTest, LineFeedBetweenTwoLettersIsSentAsABlank) {
     EXPECT_EQ(lines[5], Line("DATA", "->/projects/P%201/queues/sys_info_base/messages a b"));
 }
 
-TEST_F(PostMessageTest, EveryBadCharacterHasItsLineAndIsBlanked) {
+TEST_F(PostMessageTest, EveryBadCharacterHasItsLineAndBecomesASpace) {
     _message = L"a\nb\u20ac";
     const std::vector<LoggedLine> lines = Post();
     EXPECT_EQ(lines[1],
@@ -390,7 +390,7 @@ TEST_F(PostMessageTest, LettersOfTheHostsLocaleAreSentAndNothingAbove255) {
         << "UTF-8 whatever the locale";
 }
 
-TEST_F(PostMessageTest, TabsAndLineBreaksAreBlankedInTheHostsLocaleToo) {
+TEST_F(PostMessageTest, TabsAndLineBreaksBecomeSpacesInTheHostsLocaleToo) {
     const RuntimeLocale german("German");
     _message = L"a\tb\n";
     const std::vector<LoggedLine> lines = Post();
@@ -399,7 +399,7 @@ TEST_F(PostMessageTest, TabsAndLineBreaksAreBlankedInTheHostsLocaleToo) {
     EXPECT_EQ(lines[3], Line("TRACE", "Message=a b "));
 }
 
-TEST_F(PostMessageTest, UnpairedSurrogateIsTwiceABlankAtMost) {
+TEST_F(PostMessageTest, UnpairedSurrogateBecomesTwoSpacesAtMost) {
     _message = L"a\xd800"
                L"b\xd83d\xde00";
     const std::vector<LoggedLine> lines = Post();
@@ -422,7 +422,7 @@ TEST_F(PostMessageTest, AnswerThatEndsWithinACharacterOfTheHostsLocaleIsLogged) 
     EXPECT_THAT(last.message, testing::StartsWith("<- a"));
 }
 
-TEST_F(PostMessageTest, HandleStaysOpenIfTheExitCodeIsNotTold) {
+TEST_F(PostMessageTest, HandleStaysOpenIfTheExitCodeIsUnknown) {
     const ImportedFunction<decltype(CreateThread)> watched("kernel32.dll", "CreateThread",
                                                            &CreatedThread::Create);
     const ImportedFunction<decltype(GetExitCodeThread)> failing("kernel32.dll", "GetExitCodeThread",

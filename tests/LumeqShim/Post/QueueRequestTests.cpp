@@ -65,13 +65,13 @@ TEST(IsPrintable, DependsOnTheHostsLocaleBetween128And255) {
     EXPECT_FALSE(IsPrintable(L'\u00d2')) << "no character there in that code page";
 }
 
-TEST(ScrubMessage, BlanksWhatCannotBePrinted) {
+TEST(ScrubMessage, ReplacesWhatCannotBePrintedBySpaces) {
     std::wstring message = L"a\nb\t\x7f\u00e9\u20ac\xd800~ ";
     ScrubMessage(message, [](std::size_t) {});
     EXPECT_EQ(message, L"a b     ~ ");
 }
 
-TEST(ScrubMessage, ReportsEachUnitWhileItStillStands) {
+TEST(ScrubMessage, ReportsEachUnitBeforeReplacingIt) {
     std::wstring message(L"a\0b\n", 4);
     std::vector<std::wstring> reports;
     ScrubMessage(message, [&](std::size_t index) { reports.push_back(std::to_wstring(index) + message); });
@@ -150,7 +150,7 @@ TEST(RequestBody, IsTheEnvelopeOfOneMessage) {
               R"({"messages":[{"body":"=?media_type:application/json.b64?=e30="}]})");
 }
 
-TEST(RequestHeaders, AreFiveLinesTheLastTwoWithoutBlank) {
+TEST(RequestHeaders, AreFiveLinesTheLastTwoWithoutSpace) {
     EXPECT_EQ(RequestHeaders(L"tok123", L"scan/1.2.3.4", 64), L"Content-Type: application/json\r\n"
                                                               L"Accept: application/json\r\n"
                                                               L"Authorization: Bearer tok123\r\n"
@@ -158,7 +158,7 @@ TEST(RequestHeaders, AreFiveLinesTheLastTwoWithoutBlank) {
                                                               L"Content-Length:64\r\n");
 }
 
-TEST(RequestHeaders, EmptyTokenLeavesNothingBehindBearer) {
+TEST(RequestHeaders, EmptyTokenLeavesNothingAfterBearer) {
     EXPECT_EQ(RequestHeaders(L"", L"a/0.0.0.0", 0), L"Content-Type: application/json\r\n"
                                                     L"Accept: application/json\r\n"
                                                     L"Authorization: Bearer \r\n"
@@ -166,7 +166,7 @@ TEST(RequestHeaders, EmptyTokenLeavesNothingBehindBearer) {
                                                     L"Content-Length:0\r\n");
 }
 
-TEST(OnOneLine, BlanksWhateverHasALineEndInItsLowByte) {
+TEST(OnOneLine, ReplacesUnitsWithALineEndInTheirLowByte) {
     EXPECT_EQ(OnOneLine(L"a\r\nb\n"), L"a  b ");
     EXPECT_EQ(OnOneLine(L"a\u010ab\u200dc"), L"a b c");
     EXPECT_EQ(OnOneLine(L"\t \u0a00"), L"\t \u0a00");

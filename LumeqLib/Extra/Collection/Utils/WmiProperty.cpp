@@ -20,17 +20,16 @@ _COM_SMARTPTR_TYPEDEF(IWbemServices, __uuidof(IWbemServices));
 _COM_SMARTPTR_TYPEDEF(IEnumWbemClassObject, __uuidof(IEnumWbemClassObject));
 _COM_SMARTPTR_TYPEDEF(IWbemClassObject, __uuidof(IWbemClassObject));
 
-using Common::LogMessage;
 using Common::SeverityLevel;
 
-constexpr wchar_t SourceName[] = L"LumeqLib\\Extra\\Collection\\Utils";
+constexpr Common::LogSource Log(L"LumeqLib\\Extra\\Collection\\Utils");
 constexpr wchar_t FunctionName[] = L"Zuvan::Lumeq::Extra::Collection::Utils::GetWmiProperty";
 
 /// Whether the step succeeded. A failure is logged with the name of the step.
 bool StepSucceeded(HRESULT result, const wchar_t* step) {
     if (SUCCEEDED(result))
         return true;
-    LogMessage(SeverityLevel::WARNING, SourceName, __LINE__, nullptr, step);
+    Log(SeverityLevel::WARNING, step);
     return false;
 }
 
@@ -91,15 +90,14 @@ _variant_t GetWmiProperty(const std::wstring& className, const std::wstring& pro
     _variant_t value;
     const Common::ComScope com(FunctionName);
     if (com.Result() < 0) {
-        LogMessage(SeverityLevel::WARNING, SourceName, __LINE__, nullptr, L"CoInitialize() failed: 0x%08lx",
-                   com.Result());
+        Log(SeverityLevel::WARNING, L"CoInitialize() failed: 0x%08lx", com.Result());
         return value;
     }
     try {
         ReadProperty(entryPoints, className, propertyName, value);
     } catch (const std::exception& failure) {
-        LogMessage(SeverityLevel::WARNING, SourceName, __LINE__, nullptr,
-                   L"Unable to retrieve WMI property: %S", Common::NarrowArgument(failure.what()).Text());
+        Log(SeverityLevel::WARNING, L"Unable to retrieve WMI property: %S",
+            Common::NarrowArgument(failure.what()).Text());
     }
     return value;
 }

@@ -45,7 +45,7 @@ protected:
     std::filesystem::path Path() const { return _machine.ProgramData() / "LumeqLocalSettings.xml"; }
     std::filesystem::path Beside(const char* name) const { return _machine.ProgramData() / name; }
 
-    /// What the failed call told, 0 if it did not fail.
+    /// The error code of the failed call; 0 if it did not fail.
     static HRESULT Save(IXMLDOMDocument& document, const std::filesystem::path& path) {
         try {
             SaveAtomically(document, path.wstring());
@@ -109,7 +109,7 @@ void SetAccessRights(const std::filesystem::path& path, const std::wstring& righ
     LocalFree(descriptor);
 }
 
-/// Full rights for this user alone.
+/// Full rights for this user only.
 std::wstring OwnRights() {
     Common::UniqueKernelObject token;
     EXPECT_TRUE(OpenProcessToken(GetCurrentProcess(), TOKEN_QUERY, token.Receive()));
@@ -125,7 +125,7 @@ std::wstring OwnRights() {
 
 constexpr wchar_t EverybodysRights[] = L"D:P(A;;FA;;;WD)";
 
-/// The calls that make a new file, in order.
+/// The calls that create a file, in order.
 struct MadeFile {
     std::wstring path;
     DWORD disposition;
@@ -147,7 +147,7 @@ HANDLE WINAPI WatchedCreateFile(LPCWSTR path, DWORD access, DWORD sharing, SECUR
         path, access, sharing, security, disposition, flags, like);
 }
 
-/// What each attempt to replace the file is to tell, and how many there were.
+/// The error that each attempt to replace the file reports, and the number of attempts.
 DWORD replacingError = ERROR_ACCESS_DENIED;
 int replacings = 0;
 
@@ -157,7 +157,7 @@ BOOL WINAPI RefusedMove(LPCWSTR, LPCWSTR, DWORD) {
     return FALSE;
 }
 
-/// What was done to the disk, in order.
+/// The operations on the disk, in order.
 std::vector<std::string> diskSteps;
 
 BOOL WINAPI WatchedFlush(HANDLE file) {
@@ -203,7 +203,7 @@ TEST_F(AtomicFile, ReadOnlyFileIsRefusedAndKept) {
     SetFileAttributesW(Path().c_str(), FILE_ATTRIBUTE_NORMAL);
 }
 
-TEST_F(AtomicFile, FileThatNobodyElseMayOpenIsRefusedAndKept) {
+TEST_F(AtomicFile, FileOpenedExclusivelyIsRefusedAndKept) {
     {
         const OpenFile file(Path(), 0);
         EXPECT_EQ(static_cast<unsigned long>(Save()), 0x80070020U);
@@ -272,13 +272,13 @@ TEST_F(AtomicFile, LoadedFileCanBeWrittenAndReplacedAtOnce) {
     CloseHandle(writer);
 }
 
-TEST_F(AtomicFile, FileThatCouldNotBeReadAgainIsNotPutInPlace) {
-    // Without a root.
+TEST_F(AtomicFile, UnreadableTemporaryFileDoesNotReplaceTheFile) {
+    // A document without a root.
     EXPECT_LT(Save(*CreateXmlDocument().Get(), Path()), 0);
     ExpectUntouched();
 }
 
-TEST_F(AtomicFile, NeighbourThatAScannerHasOpenIsWaitedFor) {
+TEST_F(AtomicFile, WaitsForAScannerOfTheTemporaryFile) {
     static int refusals;
     refusals = 3;
     const ImportedFunction<decltype(CreateFileW)> scanned(
@@ -305,7 +305,7 @@ TEST_F(AtomicFile, MissingFolderIsAFailure) {
     ExpectUntouched();
 }
 
-TEST_F(AtomicFile, FolderThatTakesNoOtherFileHasItsFileWritten) {
+TEST_F(AtomicFile, FileIsWrittenDirectlyInAFolderThatTakesNoOther) {
     mayMakeFiles = false;
     const ImportedFunction<decltype(CreateFileW)> refused("kernel32.dll", "CreateFileW", &WatchedCreateFile);
     EXPECT_EQ(Save(), S_OK);
@@ -314,7 +314,7 @@ TEST_F(AtomicFile, FolderThatTakesNoOtherFileHasItsFileWritten) {
     EXPECT_EQ(FileCount(), 1);
 }
 
-TEST_F(AtomicFile, FolderThatTakesNoOtherFileRefusesAReadOnlyOne) {
+TEST_F(AtomicFile, ReadOnlyFileIsRefusedInAFolderThatTakesNoOther) {
     mayMakeFiles = false;
     ASSERT_TRUE(SetFileAttributesW(Path().c_str(), FILE_ATTRIBUTE_READONLY));
     {
@@ -365,7 +365,7 @@ TEST_F(AtomicFile, IsOnTheDiskBeforeItTakesThePlace) {
     EXPECT_EQ(diskSteps, (std::vector<std::string>{"flush", "move"}));
 }
 
-TEST_F(AtomicFile, NeighbourIsNewAndItsNameIsNotKnownInAdvance) {
+TEST_F(AtomicFile, TemporaryFileIsNewAndItsNameUnpredictable) {
     const ImportedFunction<decltype(CreateFileW)> watched("kernel32.dll", "CreateFileW", &WatchedCreateFile);
     EXPECT_EQ(Save(), S_OK);
     EXPECT_EQ(Save(), S_OK);
@@ -382,7 +382,7 @@ TEST_F(AtomicFile, NeighbourIsNewAndItsNameIsNotKnownInAdvance) {
 }
 
 TEST_F(AtomicFile, KeepsTheAccessRightsOfTheFile) {
-    // More than a new file is given, and less.
+    // More rights than a new file inherits, and fewer.
     std::set<std::wstring> kept;
     for (const std::wstring& rights : {std::wstring(EverybodysRights), OwnRights()}) {
         WriteFile(Path(), Before);
@@ -396,7 +396,7 @@ TEST_F(AtomicFile, KeepsTheAccessRightsOfTheFile) {
     EXPECT_EQ(kept.size(), 2U);
 }
 
-TEST_F(AtomicFile, NeighbourThatSomebodyElseMadeIsNotTouched) {
+TEST_F(AtomicFile, TemporaryFileOfAnotherProcessIsNotTouched) {
     static std::filesystem::path other;
     static std::filesystem::path planted;
     other = _machine.HostFolder() / "other.txt";
@@ -406,7 +406,7 @@ TEST_F(AtomicFile, NeighbourThatSomebodyElseMadeIsNotTouched) {
     const std::wstring before = AccessRights(other);
     ASSERT_NE(before, AccessRights(Path()));
     {
-        // Somebody finds out the name and is faster.
+        // Another process guesses the name and creates the file first.
         const ImportedFunction<decltype(CreateFileW)> planting(
             "kernel32.dll", "CreateFileW",
             [](LPCWSTR path, DWORD access, DWORD sharing, SECURITY_ATTRIBUTES* security, DWORD disposition,
@@ -444,7 +444,7 @@ TEST_F(AtomicFile, ManyLeftoversAreRemovedSixtyFourAtATime) {
     EXPECT_EQ(FileCount(), 1);
 }
 
-TEST_F(AtomicFile, NeighbourOfALivingProcessStays) {
+TEST_F(AtomicFile, TemporaryFileOfALivingProcessStays) {
     WriteFile(Beside("Lumeq0123ABCD-89EF.tmp"), "<New");
     EXPECT_EQ(Save(), S_OK);
     EXPECT_EQ(ReadFile(Beside("Lumeq0123ABCD-89EF.tmp")), "<New");

@@ -26,7 +26,7 @@ protected:
     std::wstring Path() const { return (_machine.HostFolder() / "file.xml").wstring(); }
     void Write(const std::string& content) const { WriteFile(Path(), content); }
 
-    /// The full text of the failure with the path cut off, which every one of them ends in.
+    /// The full text of the failure without the path at its end.
     template <class Call>
     std::wstring FailureOf(Call call) const {
         const std::wstring end = L"\nPath: \"" + Path() + L"\"";
@@ -61,7 +61,7 @@ BOOL WINAPI ReadNothing(HANDLE, void*, DWORD, DWORD*, OVERLAPPED*) {
     return FALSE;
 }
 
-/// As of a file that has become shorter meanwhile.
+/// Reads as if the file had become shorter meanwhile.
 BOOL WINAPI ReadHalf(HANDLE file, void* buffer, DWORD size, DWORD* read, OVERLAPPED* overlapped) {
     return Testing::RealFunction<decltype(::ReadFile)>(Kernel, "ReadFile")(file, buffer, size / 2, read,
                                                                            overlapped);
@@ -148,7 +148,7 @@ TEST_F(SettingsDocuments, FactoryDocumentWithoutRootIsAFailure) {
               L"Expected root element not found in factory settings file");
 }
 
-TEST_F(SettingsDocuments, MissingLocalFileGivesANewDocumentAndNoFile) {
+TEST_F(SettingsDocuments, MissingLocalFileIsANewDocumentAndNoFile) {
     const XmlDocumentPointer document = LoadLocalDocument(Path());
     const XmlElementPointer root = RootElement(*document.Get());
     EXPECT_EQ(TagName(*root.Get()), L"LumeqConfig");
@@ -161,7 +161,7 @@ TEST_F(SettingsDocuments, VersionOfALocalFileIsNotChecked) {
     EXPECT_EQ(Value(LoadLocalDocument(Path()), L"UserOptIn"), L"True");
 }
 
-TEST_F(SettingsDocuments, LocalFileOfAForeignRootIsReadAsItStands) {
+TEST_F(SettingsDocuments, LocalFileOfAForeignRootIsReadUnchanged) {
     Write("<Foreign><UserOptIn>True</UserOptIn></Foreign>");
     const XmlDocumentPointer document = LoadLocalDocument(Path());
     EXPECT_EQ(Value(document, L"UserOptIn"), L"True");
@@ -253,7 +253,7 @@ TEST_F(SettingsDocuments, DeclarationOfUtf8IsKept) {
     EXPECT_EQ(Value(LoadLocalDocument(Path()), L"Name"), L"caf\u00e9");
 }
 
-TEST_F(SettingsDocuments, LocalFileThatNobodyElseMayOpenIsAFailure) {
+TEST_F(SettingsDocuments, LocalFileOpenedExclusivelyIsAFailure) {
     Write("<LumeqConfig version=\"4.0\"/>");
     const HANDLE file = CreateFileW(Path().c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr);
     ASSERT_NE(file, INVALID_HANDLE_VALUE);
@@ -295,7 +295,7 @@ TEST_F(SettingsDocuments, LocalFileIsReadOnceMoreBeforeItIsAFailure) {
     EXPECT_EQ(FactoryFailure(), BadFactory);
 }
 
-TEST_F(SettingsDocuments, FileWhoseSizeIsNotToldIsAFailure) {
+TEST_F(SettingsDocuments, FileOfUnknownSizeIsAFailure) {
     Write(GoodFile);
     {
         const ImportedFunction<decltype(GetFileSizeEx)> failing(
@@ -307,7 +307,7 @@ TEST_F(SettingsDocuments, FileWhoseSizeIsNotToldIsAFailure) {
     EXPECT_EQ(Value(LoadLocalDocument(Path()), L"Name"), L"read");
 }
 
-TEST_F(SettingsDocuments, FileOfFourGigabytesIsAFailureWithoutMemoryBeingAskedFor) {
+TEST_F(SettingsDocuments, FileOfFourGigabytesIsAFailureWithoutAnAllocation) {
     Write(GoodFile);
     const ImportedFunction<decltype(GetFileSizeEx)> huge(Kernel, "GetFileSizeEx",
                                                          [](HANDLE, LARGE_INTEGER* size) -> BOOL {

@@ -34,7 +34,7 @@ std::wstring CombineFailure(const std::wstring& left, const std::wstring& right)
     return FailureOf([&] { CombinePath(left, right); });
 }
 
-/// In the place of the system's joining, which gives no path of more than 259 characters.
+/// Replaces the system's function, which returns no path of more than 259 characters.
 class JoiningStandIn : public Testing::ImportedFunction<decltype(PathCombineW)> {
 public:
     explicit JoiningStandIn(decltype(PathCombineW)* replacement)
@@ -42,7 +42,7 @@ public:
 };
 
 LPWSTR WINAPI JoinWithoutLimit(LPWSTR joined, LPCWSTR left, LPCWSTR right) {
-    // Into room for 521 characters.
+    // The buffer has room for 521 characters.
     EXPECT_EQ(std::wstring(joined, 521), std::wstring(521, L'\0'));
     return std::wcscat(std::wcscat(std::wcscpy(joined, left), L"\\"), right);
 }
@@ -147,7 +147,7 @@ TEST(AllUsersFolder, IsTheCommonApplicationData) {
     EXPECT_EQ(FindAllUsersFolder(), machine.ProgramData().wstring());
 }
 
-TEST(AllUsersFolder, OlderRoadGivesTheSame) {
+TEST(AllUsersFolder, OlderFunctionReturnsTheSame) {
     const IsolatedMachine machine;
     EXPECT_EQ(FindAllUsersFolder(OlderSystem()), machine.ProgramData().wstring());
 }
@@ -205,7 +205,7 @@ TEST_F(FactoryPath, UnknownExecutableDoesNotMeanTheCurrentFolder) {
     std::filesystem::current_path(current);
 }
 
-TEST_F(FactoryPath, OverrideIsUsedAloneUnlessBlank) {
+TEST_F(FactoryPath, OverrideIsUsedUnlessWhiteSpace) {
     Write(L"LumeqConfig.xml");
     Write(L"other.xml");
     factorySettingsPathOverride = L" \t";
@@ -217,7 +217,7 @@ TEST_F(FactoryPath, OverrideIsUsedAloneUnlessBlank) {
               L"No factory settings file found\nPath: \"C:\\no such file.xml\"");
 }
 
-TEST_F(FactoryPath, IsToldToTheDebugger) {
+TEST_F(FactoryPath, IsSentToTheDebugger) {
     factorySettingsPathOverride = L"C:\\windows";
     const DebuggerStandIn debugger;
     FindFactorySettingsPath();
@@ -241,14 +241,14 @@ TEST_F(LocalPath, FolderIsMadeAndTheFileIsNot) {
     EXPECT_FALSE(std::filesystem::exists(path));
 }
 
-TEST_F(LocalPath, SubfolderStandsBeforeLumeq) {
+TEST_F(LocalPath, SubfolderComesBeforeLumeq) {
     localSubfolder = L"Office\\Second";
     EXPECT_EQ(FindLocalSettingsPath(),
               _machine.ProgramData().wstring() + L"\\Zuvan\\Office\\Second\\LUMEQ\\LumeqLocalSettings.xml");
     EXPECT_TRUE(std::filesystem::is_directory(_machine.ProgramData() / L"Zuvan\\Office\\Second\\LUMEQ"));
 }
 
-TEST_F(LocalPath, BlankSubfolderIsNone) {
+TEST_F(LocalPath, WhiteSpaceSubfolderIsNone) {
     localSubfolder = L" \t";
     EXPECT_EQ(FindLocalSettingsPath(),
               _machine.ProgramData().wstring() + L"\\Zuvan\\LUMEQ\\LumeqLocalSettings.xml");
@@ -259,7 +259,7 @@ TEST_F(LocalPath, SubfolderThatMakesThePathTooLongIsAFailure) {
     EXPECT_EQ(FailureOf([] { FindLocalSettingsPath(); }), TooLong);
 }
 
-TEST_F(LocalPath, OverrideIsUsedAsItStandsUnlessBlank) {
+TEST_F(LocalPath, OverrideIsUsedUnchangedUnlessWhiteSpace) {
     const std::filesystem::path path = _machine.ProgramData() / "elsewhere" / "local.xml";
     localSettingsPathOverride = path.wstring();
     EXPECT_EQ(FindLocalSettingsPath(), path.wstring());
@@ -268,7 +268,7 @@ TEST_F(LocalPath, OverrideIsUsedAsItStandsUnlessBlank) {
     EXPECT_EQ(FindLocalSettingsPath(), _machine.LocalSettingsFile().wstring());
 }
 
-TEST_F(LocalPath, IsToldToTheDebugger) {
+TEST_F(LocalPath, IsSentToTheDebugger) {
     localSettingsPathOverride = L"C:\\local.xml";
     const DebuggerStandIn debugger;
     FindLocalSettingsPath();

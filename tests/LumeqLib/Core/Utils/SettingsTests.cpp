@@ -43,7 +43,7 @@ protected:
 
 constexpr int WarmUpUses = 300;
 
-/// LUMEQ_TEST_USES sets another number: 10,000 take half a minute.
+/// LUMEQ_TEST_USES sets another number; 10,000 take half a minute.
 int NumberOfUses() {
     const char* number = std::getenv("LUMEQ_TEST_USES");
     return number ? std::atoi(number) : 2'000;
@@ -64,14 +64,14 @@ TEST_F(SettingsTest, FactorySettingIsTheTextOfItsElement) {
     EXPECT_EQ(Settings::GetInstance()->GetFactorySetting(L"ProjectId", L"default"), L"p 1");
 }
 
-TEST_F(SettingsTest, MissingKeyGivesTheDefault) {
+TEST_F(SettingsTest, MissingKeyReturnsTheDefault) {
     const auto settings = Settings::GetInstance();
     EXPECT_EQ(settings->GetFactorySetting(L"None", L"default"), L"default");
     EXPECT_EQ(settings->GetLocalSetting(L"None", L"default"), L"default");
     DropSharedInstance();
 }
 
-TEST_F(SettingsTest, EmptyElementGivesNoDefault) {
+TEST_F(SettingsTest, EmptyElementDoesNotReturnTheDefault) {
     WriteLocal("<Empty></Empty>");
     const auto settings = Settings::GetInstance();
     EXPECT_EQ(settings->GetFactorySetting(L"Empty", L"default"), L"");
@@ -87,7 +87,7 @@ TEST_F(SettingsTest, KeyOfTheOtherFileIsNotSeen) {
     DropSharedInstance();
 }
 
-TEST_F(SettingsTest, MissingKeysAreToldToTheDebugger) {
+TEST_F(SettingsTest, MissingKeysAreSentToTheDebugger) {
     const auto settings = Settings::GetInstance();
     const DebuggerStandIn debugger;
     settings->GetFactorySetting(L"F", L"");
@@ -198,7 +198,7 @@ TEST_F(SettingsTest, ComIsInitialisedForTheLifeOfTheInstance) {
 
 TEST_F(SettingsTest, ThreadThatCannotInitialiseComHasNoSettings) {
     CoInitializeEx(nullptr, COINIT_MULTITHREADED);
-    // One level is undone and the other one stays.
+    // One of the two initialisations is undone, the other one stays.
     CoInitializeEx(nullptr, COINIT_MULTITHREADED);
     EXPECT_EQ(FailureOfGetInstance(), L"Failed to CoInitialize\nHRESULT: 0x80010106");
     CoUninitialize();
@@ -222,7 +222,7 @@ TEST_F(SettingsTest, DamagedLocalFileIsAFailureAndStays) {
     EXPECT_EQ(LocalFile(), "<LumeqConfig><A>1");
 }
 
-TEST_F(SettingsTest, FailedCreationIsToldToTheDebugger) {
+TEST_F(SettingsTest, FailedCreationIsReportedToTheDebugger) {
     WriteFile(_machine.LocalSettingsFile(), "<LumeqConfig");
     const DebuggerStandIn debugger;
     EXPECT_NE(FailureOfGetInstance(), L"no failure");
@@ -258,7 +258,7 @@ TEST_F(SettingsTest, ManyUsesLeaveNothingBehind) {
         settings->SetLocalSetting(L"A", L"1");
         DropSharedInstance();
     };
-    // A handle gets the lowest free number: one that was leaked in each use would push it up.
+    // The system hands out the lowest free number, so a handle leaked by each use would raise it.
     const auto nextHandle = [] {
         const Common::UniqueKernelObject event(CreateEventW(nullptr, TRUE, FALSE, nullptr));
         return reinterpret_cast<std::uintptr_t>(event.Get());

@@ -14,7 +14,7 @@ using Testing::IsolatedMachine;
 
 namespace {
 
-/// Keeps what it is asked for, and asks the real system unless it is told to fail there.
+/// Records each call and passes it on to the real system, unless it is set to fail there.
 class RecordingSystem : public SharedFolderSystem {
 public:
     enum class Step { None, Create, Sid, List, Security };
@@ -85,7 +85,7 @@ TEST(SharedFolder, IsMadeWithTheFoldersAboveIt) {
     EXPECT_FALSE(std::filesystem::exists(machine.ProgramData() / "a" / "b" / "file.xml"));
 }
 
-TEST(SharedFolder, GivesEveryoneFullControlOfItsFiles) {
+TEST(SharedFolder, GrantsEveryoneFullControlOfItsFiles) {
     const IsolatedMachine machine;
     const RecordingSystem system;
     const std::wstring folder = (machine.ProgramData() / "a" / "b").wstring();
