@@ -186,6 +186,28 @@ TEST_F(SettingsTest, DropOfTheLastReferenceDoesNotLockItselfOut) {
     SettingsLock().unlock();
 }
 
+TEST_F(SettingsTest, UseKeepsItsInstanceUntilItHasFinished) {
+    const std::wstring result =
+        WithSettings([](const Settings& settings) { return settings.GetFactorySetting(L"ProjectId", L""); },
+                     [](const std::wstring& value) {
+                         EXPECT_EQ(ApartmentOfThread(), S_OK) << "the instance is dead already";
+                         return value + L"!";
+                     });
+    EXPECT_EQ(result, L"p 1!");
+    EXPECT_EQ(ApartmentOfThread(), NotInitialized);
+}
+
+TEST_F(SettingsTest, UseThatThrowsLeavesItsInstanceToTheNext) {
+    const Settings* left = nullptr;
+    const auto fail = [&left](const Settings& settings) -> bool {
+        left = &settings;
+        throw 7;
+    };
+    EXPECT_THROW(WithSettings(fail), int);
+    const bool found = WithSettings([&left](const Settings& settings) { return &settings == left; });
+    EXPECT_TRUE(found);
+}
+
 TEST_F(SettingsTest, ComIsInitialisedForTheLifeOfTheInstance) {
     ASSERT_EQ(ApartmentOfThread(), NotInitialized);
     {
