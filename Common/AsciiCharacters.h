@@ -8,7 +8,7 @@ namespace Zuvan::Lumeq::Common {
 
 /// Narrows and widens ASCII unchanged, and narrows no other character. The usual facet asks the system. If
 /// the active code page is UTF-8, which a host's manifest can choose, some C runtimes then narrow no
-/// character at all, and no parser finds the '%' of a format or the '[' of a pattern.
+/// character at all, and no parser finds the '%' of a format.
 class AsciiCharacters : public std::ctype<wchar_t> {
 protected:
     wchar_t do_widen(char byte) const override;

@@ -1,83 +1,48 @@
 #include "Common/Pattern.h"
 
-#include "Common/AsciiCharacters.h"
+#include "Common/PatternSymbols.h"
+
+#include <cwctype>
 
 namespace Zuvan::Lumeq::Common {
 
 namespace {
 
-std::regex_constants::syntax_option_type Options(LetterCase letterCase) {
-    auto options =
-        std::regex_constants::ECMAScript | std::regex_constants::nosubs | std::regex_constants::optimize;
-#if defined(__GLIBCXX__)
-    // libstdc++'s usual engine recurses once for each character, which a host's stack does not survive,
-    // and takes exponential time over nested quantifiers. This one accepts the same texts.
-    options |= std::regex_constants::__polynomial;
-#endif
-    if (letterCase == LetterCase::Ignored)
-        options |= std::regex_constants::icase;
-    return options;
-}
+constexpr bool IsControl(wchar_t unit) { return unit >= 0x80 && unit <= 0x9F; }
+constexpr bool IsLineSeparator(wchar_t unit) { return unit == 0x2028 || unit == 0x2029; }
 
-/// Does not ask the C runtime for a key of the text, as the usual one does: libstdc++ wants one of each
-/// character that a bracket has to tell, makes no use of it, and takes whatever length the runtime tells it
-/// for one byte of a host's two-byte locale.
-template <class Char>
-class PlainCollation : public std::collate<Char> {
-protected:
-    std::basic_string<Char> do_transform(const Char* begin, const Char* end) const override {
-        return {begin, end};
-    }
-};
-
-/// The case of letters in the "C" locale, whatever a host has set: those of ASCII alone have one. The usual
-/// facet asks the runtime, for which others have one too where a host has set another locale. What is a
-/// letter at all the runtime tells alike in every one.
-class AsciiCase : public AsciiCharacters {
-protected:
-    wchar_t do_tolower(wchar_t unit) const override {
-        return unit >= L'A' && unit <= L'Z' ? static_cast<wchar_t>(unit - L'A' + L'a') : unit;
-    }
-    wchar_t do_toupper(wchar_t unit) const override {
-        return unit >= L'a' && unit <= L'z' ? static_cast<wchar_t>(unit - L'a' + L'A') : unit;
-    }
-    const wchar_t* do_tolower(wchar_t* begin, const wchar_t* end) const override {
-        for (; begin != end; ++begin)
-            *begin = do_tolower(*begin);
-        return end;
-    }
-    const wchar_t* do_toupper(wchar_t* begin, const wchar_t* end) const override {
-        for (; begin != end; ++begin)
-            *begin = do_toupper(*begin);
-        return end;
-    }
-};
-
-/// Made by the first pattern, or by a later one where memory ran out, and so gone after all that are static
-/// objects.
-const std::locale& PatternLocale() {
-    static const std::locale locale = NewPatternLocale();
-    return locale;
+/// Asks the runtime only what matters. What is a letter, a digit or a space it says alike in every locale;
+/// for case it does not, so patterns know ASCII's alone.
+unsigned TraitsOf(wchar_t unit, unsigned thatMatter) noexcept {
+    unsigned traits = 0;
+    if ((thatMatter & Alnum) != 0 && std::iswalnum(unit) != 0)
+        traits |= Alnum;
+    if ((thatMatter & Digit) != 0 && std::iswdigit(unit) != 0)
+        traits |= Digit;
+    if ((thatMatter & Space) != 0 && std::iswspace(unit) != 0)
+        traits |= Space;
+    if (IsControl(unit))
+        traits |= Control;
+    if (IsLineSeparator(unit))
+        traits |= LineSeparator;
+    return traits;
 }
 
 } // namespace
 
-std::locale NewPatternLocale() {
-    return With<AsciiCase>(With<PlainCollation<wchar_t>>(With<PlainCollation<char>>(std::locale::classic())));
+std::size_t PatternRows::ClassOf(wchar_t unit) const noexcept {
+    const auto symbol = static_cast<std::size_t>(unit);
+    return classOfSymbol[symbol < BeyondAscii ? symbol : BeyondAscii + TraitsOf(unit, traits)];
 }
 
-template <class Char>
-BasicPattern<Char>::BasicPattern(const Char* pattern, LetterCase letterCase) {
-    _regex.imbue(PatternLocale());
-    _regex.assign(pattern, Options(letterCase));
+bool Pattern::Matches(std::wstring_view text) const noexcept {
+    std::size_t state = _rows.start;
+    for (const wchar_t unit : text) {
+        state = _rows.Next(state, _rows.ClassOf(unit));
+        if (state == PatternRows::Dead)
+            return false;
+    }
+    return _rows.Accepts(state);
 }
-
-template <class Char>
-bool BasicPattern<Char>::Matches(const std::basic_string<Char>& text) const {
-    return std::regex_match(text, _regex);
-}
-
-template class BasicPattern<wchar_t>;
-template class BasicPattern<char>;
 
 } // namespace Zuvan::Lumeq::Common

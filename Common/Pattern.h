@@ -1,38 +1,45 @@
-// A compiled regular expression whose matching is safe for any text and the same in any locale of the host's.
+// A regular expression whose matching is safe for any text and the same in any locale of the host's.
 #pragma once
 
-#include <locale>
-#include <regex>
-#include <string>
+#include <cstddef>
+#include <cstdint>
+#include <string_view>
 
 namespace Zuvan::Lumeq::Common {
 
-/// The locale that patterns are compiled and matched in, made anew: that of C++, with characters whose case,
-/// narrow form and order no setting of the host's or of the system's changes.
-std::locale NewPatternLocale();
+/// The smallest automaton of a pattern: a row for each state, an entry for each class of characters. A state
+/// is the place of its row in `rows`.
+struct PatternRows {
+    static constexpr std::size_t Dead = 0; ///< From here nothing is accepted any more.
 
-enum class LetterCase { Matters, Ignored };
+    const std::uint8_t* classOfSymbol;
+    const std::uint16_t* rows;
+    std::size_t size; ///< Of all rows.
+    std::size_t classes;
+    std::size_t start;
+    std::size_t accepting; ///< The first state that accepts; the others follow it.
+    unsigned traits;       ///< What has to be known of characters beyond ASCII.
 
-/// An ECMAScript pattern. Construction throws std::regex_error for a malformed one. Read-only afterwards, so
-/// any number of threads may match.
-template <class Char>
-class BasicPattern {
-public:
-    explicit BasicPattern(const Char* pattern, LetterCase letterCase = LetterCase::Matters);
-
-    /// Whether the pattern covers the whole text. Time is linear in its length and stack use constant with
-    /// libstdc++; another library may give up on a long text with std::regex_error.
-    bool Matches(const std::basic_string<Char>& text) const;
-
-private:
-    std::basic_regex<Char> _regex;
+    std::size_t ClassOf(wchar_t unit) const noexcept;
+    std::size_t Next(std::size_t state, std::size_t itsClass) const noexcept {
+        return rows[state + itsClass];
+    }
+    bool Accepts(std::size_t state) const noexcept { return state >= accepting; }
 };
 
-// Once, in Pattern.cpp: the engine is by far the slowest thing here to compile.
-extern template class BasicPattern<wchar_t>;
-extern template class BasicPattern<char>;
+/// CompiledPattern.h makes them. Nothing happens at load, and any number of threads may match.
+class Pattern {
+public:
+    constexpr explicit Pattern(const PatternRows& rows) noexcept : _rows(rows) {}
 
-using Pattern = BasicPattern<wchar_t>;
-using NarrowPattern = BasicPattern<char>;
+    /// Whether the pattern covers the whole text. Time is linear in its length; no memory, a small constant
+    /// stack.
+    bool Matches(std::wstring_view text) const noexcept;
+
+    constexpr const PatternRows& Rows() const noexcept { return _rows; }
+
+private:
+    PatternRows _rows;
+};
 
 } // namespace Zuvan::Lumeq::Common

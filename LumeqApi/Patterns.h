@@ -1,6 +1,5 @@
-// The event schema's patterns, one for each kind of argument. Built when the library is loaded, never
-// changed. Which of them ignore case is part of the schema, and so is that kinds with one text keep objects
-// of their own.
+// The event schema's patterns, one for each kind of argument, as tables that the compiler made. Which of
+// them ignore case is part of the schema, and so is that kinds with one text keep objects of their own.
 #pragma once
 
 #include "Common/Pattern.h"

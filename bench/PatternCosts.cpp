@@ -1,5 +1,6 @@
 #include "bench/PatternCosts.h"
 
+#include "Common/PatternParser.h"
 #include "LumeqApi/Patterns.h"
 #include "bench/Measure.h"
 

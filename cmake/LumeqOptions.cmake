@@ -23,12 +23,16 @@ target_compile_definitions(
 if(MSVC)
   # extern "C" functions throw here: the companion library's operations, and a failed lock.
   string(REPLACE "/EHsc" "/EHs" CMAKE_CXX_FLAGS "${CMAKE_CXX_FLAGS}")
-  target_compile_options(lumeq_options INTERFACE /W4 /WX /utf-8 /permissive-)
+  target_compile_options(lumeq_options INTERFACE /W4 /WX /utf-8 /permissive- /constexpr:steps20000000)
 else()
   target_compile_options(
     lumeq_options INTERFACE -Wall -Wextra -Werror -fstack-protector-strong
                             $<$<NOT:$<CONFIG:Debug>>:-U_FORTIFY_SOURCE;-D_FORTIFY_SOURCE=2>)
   target_link_options(lumeq_options INTERFACE -fstack-protector-strong -Wl,--no-insert-timestamp)
+  if(CMAKE_CXX_COMPILER_ID STREQUAL "Clang")
+    # Making patterns into tables takes more steps than Clang allows by default.
+    target_compile_options(lumeq_options INTERFACE -fconstexpr-steps=20000000)
+  endif()
   if(LUMEQ_CHECKED)
     target_compile_options(lumeq_options INTERFACE -fsanitize=undefined -fsanitize-undefined-trap-on-error)
     target_compile_definitions(lumeq_options INTERFACE _GLIBCXX_ASSERTIONS)

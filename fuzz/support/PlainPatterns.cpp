@@ -4,7 +4,7 @@
 
 #include <algorithm>
 #include <iterator>
-#include <regex>
+#include <optional>
 #include <stdexcept>
 
 namespace Zuvan::Lumeq::Fuzzing {
@@ -86,15 +86,17 @@ std::size_t LongestPlainText(Kind kind) {
     return kind == Kind::HyperlinkLabel ? 60 : 140;
 }
 
-bool PlainlyMatches(Kind kind, const std::wstring& text) {
-    if (kind == Kind::UrlLabel)
-        return MatchesUtf8(text);
+const std::wregex& PlainRegex(Kind kind) {
     // Each is compiled at its first use.
     static std::optional<std::wregex> compiled[KindCount];
     const auto index = static_cast<std::size_t>(kind);
     if (!compiled[index])
         compiled[index] = Compiled(Sources[index]);
-    return std::regex_match(text, *compiled[index]);
+    return *compiled[index];
+}
+
+bool PlainlyMatches(Kind kind, const std::wstring& text) {
+    return kind == Kind::UrlLabel ? MatchesUtf8(text) : std::regex_match(text, PlainRegex(kind));
 }
 
 bool ShouldMatch(Kind kind, const std::wstring& text) {

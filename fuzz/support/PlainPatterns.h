@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <regex>
 #include <string>
 
 namespace Zuvan::Lumeq::Fuzzing {
@@ -38,6 +39,9 @@ enum class Kind {
     ClassInstallVersion,
 };
 inline constexpr std::size_t KindCount = 28;
+
+/// The standard library's form of a pattern; for UrlLabel too the one of wide characters.
+const std::wregex& PlainRegex(Kind kind);
 
 /// Up to this length the plain engine decides in acceptable time for any text.
 std::size_t LongestPlainText(Kind kind);

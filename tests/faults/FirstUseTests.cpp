@@ -18,7 +18,6 @@ const FirstUse FirstUses[] = {
     {"LineOfTheLog", "ToString", Road::Basic, "debug"},
     {"ProbeAndCompanion", "ButtonClicked", Road::Managed, ""},
     {"ProbeAndCompanionLogged", "TrackDiscoveredPrintersEx", Road::Managed, "debug"},
-    {"PatternOfAnEventClass", "UrlLaunchedEx", Road::Basic, ""},
     {"ProbeAlone", "FlushEx", Road::Basic, ""},
     {"Settings", "GetUserOptInEx", Road::Basic, ""},
     {"Pause", "Pause", Road::Managed, ""},

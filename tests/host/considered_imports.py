@@ -41,8 +41,8 @@ OF_THE_C_RUNTIME = {
     "its start and end, and the last words of a process":
         "__iob_func _amsg_exit _initterm _lock _unlock abort fputc fputs fwprintf fwrite vfprintf",
     "texts and characters in memory":
-        "_vsnwprintf isalnum isalpha isprint ispunct isspace isupper iswctype strchr strcmp strerror strlen strncmp "
-        "towlower towupper wcscat wcscmp wcscpy wcscpy_s wcslen",
+        "_vsnwprintf isalnum isalpha isprint ispunct isspace isupper iswalnum iswctype iswdigit iswspace strcmp strerror "
+        "strlen strncmp towlower towupper wcscat wcscmp wcscpy wcscpy_s wcslen",
     "the host's locale, which is asked and put back and never changed":
         "___lc_codepage_func ___mb_cur_max_func localeconv setlocale strcoll strftime strxfrm wcscoll wcsftime wcsxfrm",
     "the log's files, by way of the C++ library: full_disk_tests.py, LoggerTests.cpp":

@@ -11,7 +11,7 @@ from running_host import program
 from support import BUILD, SessionTestCase
 
 MEMORY = {"calloc", "free", "malloc", "realloc", "memcmp", "memcpy", "memmove", "memset", "memchr"}
-TEXTS = {"strchr", "strcmp", "strlen", "strncmp", "wcslen", "iswctype", "towlower", "towupper", "isspace", "isalnum",
+TEXTS = {"strcmp", "strlen", "strncmp", "wcslen", "iswctype", "towlower", "towupper", "isspace", "isalnum",
          "isprint", "setlocale", "localeconv", "MultiByteToWideChar", "WideCharToMultiByte", "___lc_codepage_func",
          "___mb_cur_max_func"}
 LOCKS = {"_lock", "_unlock", "InitializeCriticalSection", "DeleteCriticalSection", "EnterCriticalSection",

@@ -1,9 +1,9 @@
 #include "LumeqLib/Core/Utils/AtomicFile.h"
 
+#include "Common/CompiledPattern.h"
 #include "Common/Guid.h"
 #include "Common/Logger.h"
 #include "Common/Paths.h"
-#include "Common/Pattern.h"
 #include "Common/SystemHandles.h"
 
 #include <aclapi.h>
@@ -39,8 +39,7 @@ std::wstring TemporaryOf(const std::wstring& path) {
 }
 
 bool IsTemporaryName(const std::wstring& name) {
-    static const Common::Pattern pattern(LR"(^Lumeq[0-9A-F]{8}-[0-9A-F]{4}\.tmp$)");
-    return pattern.Matches(name);
+    return Common::CompiledPattern<LR"(^Lumeq[0-9A-F]{8}-[0-9A-F]{4}\.tmp$)">.Matches(name);
 }
 
 bool IsLeftover(const WIN32_FIND_DATAW& file) {

@@ -1,27 +1,16 @@
 #include "LumeqLib/Extra/Eventing/EventingTask.h"
 
+#include "Common/CompiledPattern.h"
 #include "Common/Exceptions.h"
-#include "Common/Pattern.h"
 #include "LumeqLib/Extra/Eventing/EventContext.h"
-#include "LumeqLib/Extra/Eventing/RegexFailure.h"
 #include "LumeqLib/Extra/Eventing/Vocabulary.h"
 
 #include <utility>
 
 namespace Zuvan::Lumeq::Extra::Eventing {
 
-namespace {
-
-// Narrower than what the exports take: a name after "error_" needs two characters. A host that is refused for
-// it completes the same task with another result.
-bool IsValidTaskResult(const std::wstring& taskResult) {
-    return MatchOrReport(L"taskResult", taskResult, [&taskResult] {
-        static const Common::Pattern pattern(L"^(success|unknown|(error(_([a-zA-Z][a-zA-Z0-9]+|[0-9]+))?))$");
-        return pattern.Matches(taskResult);
-    });
-}
-
-} // namespace
+constinit const Common::Pattern completedResultPattern =
+    Common::CompiledPattern<L"^(success|unknown|(error(_([a-zA-Z][a-zA-Z0-9]+|[0-9]+))?))$">;
 
 EventingTask::EventingTask(const std::wstring& object, const std::wstring& objectLabel, Dictionary context)
     : _context(std::move(context)), _guid(NewTaskGuid()), _objectLabel(objectLabel), _object(object) {
@@ -38,7 +27,7 @@ EventingEvent EventingTask::Initiated(EpochClock clock) {
 
 CompletionEvent EventingTask::Completed(const std::wstring& taskResult, const EventDetails* details,
                                         EpochClock clock) const {
-    if (!IsValidTaskResult(taskResult))
+    if (!completedResultPattern.Matches(taskResult))
         throw Common::ArgumentException(L"taskResult",
                                         L"Task result is not formatted correctly. Must be of form "
                                         L"success|unknown|(error(_([a-zA-Z][a-zA-Z0-9]+|[0-9]+))?)");

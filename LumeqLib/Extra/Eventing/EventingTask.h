@@ -1,6 +1,7 @@
 // A piece of work with a beginning and an end, between the two calls that tell of them.
 #pragma once
 
+#include "Common/Pattern.h"
 #include "LumeqLib/Extra/Eventing/EpochMilliseconds.h"
 #include "LumeqLib/Extra/Eventing/EventDetails.h"
 #include "LumeqLib/Extra/Eventing/TaskGuid.h"
@@ -11,6 +12,10 @@
 #include <string>
 
 namespace Zuvan::Lumeq::Extra::Eventing {
+
+/// The results that `Completed` takes. Narrower than what the exports take: a name after "error_" needs two
+/// characters. A host that is refused for it completes the same task with another result.
+extern const Common::Pattern completedResultPattern;
 
 /// Both events of a task carry the same `_app_event_task_guid` in their local context, which replaces a value
 /// of that name from the host. No lock: one thread at a time.

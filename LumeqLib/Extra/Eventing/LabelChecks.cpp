@@ -1,14 +1,15 @@
 #include "LumeqLib/Extra/Eventing/LabelChecks.h"
 
-#include "Common/Pattern.h"
+#include "Common/CompiledPattern.h"
 #include "Common/Utf.h"
-#include "LumeqLib/Extra/Eventing/RegexFailure.h"
 
 #include <algorithm>
 #include <locale>
 #include <string_view>
 
 namespace Zuvan::Lumeq::Extra::Eventing {
+
+using Common::CompiledPattern;
 
 bool IsWhiteSpace(const wchar_t* text) {
     const std::wstring_view units(text);
@@ -17,38 +18,29 @@ bool IsWhiteSpace(const wchar_t* text) {
                                          [&locale](wchar_t unit) { return std::isspace(unit, locale); });
 }
 
-bool IsValidUrl(const std::wstring& label) {
-    return MatchOrReport(L"label", label, [&label] {
-        static const Common::NarrowPattern pattern("^(file|https?)://[^?]+$");
-        return pattern.Matches(Common::ToUtf8(label));
-    });
-}
-
-bool IsValidHyperlinkLabel(const std::wstring& label) {
-    return MatchOrReport(L"label", label, [&label] {
-        static const Common::Pattern pattern(
-            LR"(^(/[A-Za-z0-9](\w*[A-Za-z0-9])?\.flow)?)"
-            LR"((/[A-Za-z0-9](\w*[A-Za-z0-9])?(/[A-Za-z0-9](\w*[A-Za-z0-9])?)*)?)"
-            LR"(/[A-Za-z0-9](\w*[A-Za-z0-9])?(-[A-Za-z0-9]+)?)"
-            LR"((#url_[A-Za-z0-9]([-\w]*[A-Za-z0-9])?)$)");
-        return pattern.Matches(label);
-    });
-}
-
+constinit const Common::Pattern urlLabelPattern = CompiledPattern<L"^(file|https?)://[^?]+$">;
+constinit const Common::Pattern hyperlinkLabelPattern =
+    CompiledPattern<LR"(^(/[A-Za-z0-9](\w*[A-Za-z0-9])?\.flow)?)"
+                    LR"((/[A-Za-z0-9](\w*[A-Za-z0-9])?(/[A-Za-z0-9](\w*[A-Za-z0-9])?)*)?)"
+                    LR"(/[A-Za-z0-9](\w*[A-Za-z0-9])?(-[A-Za-z0-9]+)?)"
+                    LR"((#url_[A-Za-z0-9]([-\w]*[A-Za-z0-9])?)$)">;
 // The dot of the version is not escaped in the two patterns below, so any character passes for it. Hosts rely
 // on that.
-bool IsValidReportMoniker(const std::wstring& moniker) {
-    return MatchOrReport(L"moniker", moniker, [&moniker] {
-        static const Common::Pattern pattern(L"^x-[a-z]+_[a-z]+_report_[a-z]+(_[a-z]+)?/[0-9]+.[0-9]+$");
-        return pattern.Matches(moniker);
-    });
+constinit const Common::Pattern reportMonikerPattern =
+    CompiledPattern<L"^x-[a-z]+_[a-z]+_report_[a-z]+(_[a-z]+)?/[0-9]+.[0-9]+$">;
+constinit const Common::Pattern formMonikerPattern =
+    CompiledPattern<L"^x-[a-z]+_[a-z]+_form_[a-z]+(_[a-z]+)?/[0-9]+.[0-9]+$">;
+
+bool IsValidUrl(const std::wstring& label) {
+    // For its failure alone: what has no UTF-8 form is no URL that could be sent.
+    static_cast<void>(Common::ToUtf8(label));
+    return urlLabelPattern.Matches(label);
 }
 
-bool IsValidFormMoniker(const std::wstring& moniker) {
-    return MatchOrReport(L"moniker", moniker, [&moniker] {
-        static const Common::Pattern pattern(L"^x-[a-z]+_[a-z]+_form_[a-z]+(_[a-z]+)?/[0-9]+.[0-9]+$");
-        return pattern.Matches(moniker);
-    });
-}
+bool IsValidHyperlinkLabel(const std::wstring& label) { return hyperlinkLabelPattern.Matches(label); }
+
+bool IsValidReportMoniker(const std::wstring& moniker) { return reportMonikerPattern.Matches(moniker); }
+
+bool IsValidFormMoniker(const std::wstring& moniker) { return formMonikerPattern.Matches(moniker); }
 
 } // namespace Zuvan::Lumeq::Extra::Eventing

@@ -2,6 +2,8 @@
 // others. Time is linear in the length of the text and stack use constant.
 #pragma once
 
+#include "Common/Pattern.h"
+
 #include <string>
 
 namespace Zuvan::Lumeq::Extra::Eventing {
@@ -9,8 +11,12 @@ namespace Zuvan::Lumeq::Extra::Eventing {
 /// False for an empty text.
 bool IsWhiteSpace(const wchar_t* text);
 
-/// The checks below throw ValidationErrorException if the engine of regular expressions fails.
-/// IsValidUrl also throws std::range_error for an unpaired surrogate.
+extern const Common::Pattern urlLabelPattern;
+extern const Common::Pattern hyperlinkLabelPattern;
+extern const Common::Pattern reportMonikerPattern;
+extern const Common::Pattern formMonikerPattern;
+
+/// Throws std::range_error for an unpaired surrogate.
 bool IsValidUrl(const std::wstring& label);
 bool IsValidHyperlinkLabel(const std::wstring& label);
 bool IsValidReportMoniker(const std::wstring& moniker);

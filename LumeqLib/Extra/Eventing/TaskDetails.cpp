@@ -1,8 +1,7 @@
 #include "LumeqLib/Extra/Eventing/TaskDetails.h"
 
+#include "Common/CompiledPattern.h"
 #include "Common/Exceptions.h"
-#include "Common/Pattern.h"
-#include "LumeqLib/Extra/Eventing/RegexFailure.h"
 #include "LumeqLib/Extra/Eventing/Vocabulary.h"
 
 #include <utility>
@@ -10,13 +9,6 @@
 namespace Zuvan::Lumeq::Extra::Eventing {
 
 namespace {
-
-bool IsValidInstallVersion(const std::wstring& installVersion) {
-    return MatchOrReport(L"installVersion", installVersion, [&installVersion] {
-        static const Common::Pattern pattern(LR"(^[0-9]+\.[0-9]+\.[0-9]+(\.[0-9]+)?$)");
-        return pattern.Matches(installVersion);
-    });
-}
 
 Dictionary FeatureFlags(const ScanFeatureMap& features) {
     Dictionary flags;
@@ -26,6 +18,9 @@ Dictionary FeatureFlags(const ScanFeatureMap& features) {
 }
 
 } // namespace
+
+constinit const Common::Pattern recordedVersionPattern =
+    Common::CompiledPattern<LR"(^[0-9]+\.[0-9]+\.[0-9]+(\.[0-9]+)?$)">;
 
 DeviceConfigTaskDetails::DeviceConfigTaskDetails(ConfigurationSetting setting) {
     _data[Key::Schema] = _schema;
@@ -101,7 +96,7 @@ std::unique_ptr<EventDetails> ScanAcquireTaskDetails::Clone() const {
 SwInstallTaskDetails::SwInstallTaskDetails(InstallType installType, const std::wstring& installName,
                                            const std::wstring& installVersion) {
     // Two dots pass as well, whatever the text says.
-    if (!IsValidInstallVersion(installVersion))
+    if (!recordedVersionPattern.Matches(installVersion))
         throw Common::ArgumentException(L"installVersion",
                                         L"Install version is not formatted correctly. Must be of form "
                                         L"version-3dots (MSI version or EXE filever)");

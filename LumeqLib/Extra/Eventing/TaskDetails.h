@@ -2,6 +2,7 @@
 // pages are counted by the host and may be negative.
 #pragma once
 
+#include "Common/Pattern.h"
 #include "LumeqLib/Extra/Eventing/Enumerations.h"
 #include "LumeqLib/Extra/Eventing/EventDetails.h"
 
@@ -67,6 +68,9 @@ public:
 private:
     const std::wstring _schema = L"app_event_task_scan_acquire/1.0.0";
 };
+
+/// The versions that a SwInstallTaskDetails takes.
+extern const Common::Pattern recordedVersionPattern;
 
 class SwInstallTaskDetails : public EventDetails {
 public:

@@ -1,7 +1,7 @@
 #include "LumeqShim/Basic/BasicConfiguration.h"
 
 #include "Common/Logger.h"
-#include "Common/Pattern.h"
+#include "Common/CompiledPattern.h"
 #include "LumeqLib/Core/Utils/Settings.h"
 #include "support/DebuggerStandIn.h"
 #include "support/ImportedFunction.h"
@@ -33,7 +33,7 @@ using testing::StartsWith;
 constexpr char LogAll[] = "<Log>on</Log><LogLevel>debug</LogLevel>";
 
 bool IsUuid(const std::wstring& text) {
-    return Lumeq::Common::Pattern(L"[0-9a-f]{8}(-[0-9a-f]{4}){3}-[0-9a-f]{12}").Matches(text);
+    return Lumeq::Common::CompiledPattern<L"[0-9a-f]{8}(-[0-9a-f]{4}){3}-[0-9a-f]{12}">.Matches(text);
 }
 
 /// While one exists, others can only read the file.

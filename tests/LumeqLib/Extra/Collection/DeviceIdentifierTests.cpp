@@ -1,6 +1,6 @@
 #include "LumeqLib/Extra/Collection/DeviceIdentifier.h"
 
-#include "Common/Pattern.h"
+#include "Common/CompiledPattern.h"
 #include "LumeqLib/Extra/Collection/BiidKey.h"
 #include "support/FailingAllocation.h"
 
@@ -41,7 +41,7 @@ TEST_F(HmacSha256HexTest, HashesBytesUnchanged) {
 }
 
 TEST(HmacSha256Hex, HoldsOnlyLowerCaseHexadecimalDigits) {
-    const Common::Pattern biid(L"^[a-f0-9]{64}$");
+    const Common::Pattern& biid = Common::CompiledPattern<L"^[a-f0-9]{64}$">;
     for (int i = 0; i < 200; ++i)
         EXPECT_TRUE(biid.Matches(HmacSha256Hex(std::to_string(i)))) << i;
 }

@@ -4,19 +4,12 @@
 #include "Common/Exceptions.h"
 #include "Common/TrackingGate.h"
 #include "LumeqLib/Extra/Eventing/EventDetails.h"
-#include "support/FailingAllocation.h"
-#include "support/ImportedFunction.h"
 
 #include <Lumeq/LumeqRecords.h>
 
-#include <cstring>
-#include <cwchar>
 #include <gtest/gtest.h>
 #include <map>
 #include <memory>
-#include <new>
-#include <optional>
-#include <regex>
 #include <string>
 
 namespace Zuvan::Lumeq::Extra::Eventing {
@@ -74,52 +67,6 @@ struct SettableClock {
     static inline std::uint64_t now = 0;
     static std::uint64_t Read() { return now; }
 };
-
-class FailingRegexError : public std::regex_error {
-public:
-    FailingRegexError() : std::regex_error(std::regex_constants::error_complexity) {}
-    const char* what() const noexcept override { return "engine failed"; }
-};
-
-/// While it lives, a pattern that is compiled fails with std::regex_error "engine failed". The engine asks
-/// for the pattern's length first of all, and the next that it wants is memory.
-class FailingRegexEngine {
-public:
-    FailingRegexEngine() : _before(std::set_new_handler([] { throw FailingRegexError(); })) {}
-    ~FailingRegexEngine() {
-        _allocation.reset();
-        std::set_new_handler(_before);
-    }
-    FailingRegexEngine(const FailingRegexEngine&) = delete;
-    FailingRegexEngine& operator=(const FailingRegexEngine&) = delete;
-
-private:
-    static std::size_t NarrowLength(const char* text) {
-        if (text[0] == '^')
-            _allocation.emplace(1);
-        return Testing::RealFunction<std::size_t(const char*)>("msvcrt.dll", "strlen")(text);
-    }
-    static std::size_t WideLength(const wchar_t* text) {
-        if (text[0] == L'^')
-            _allocation.emplace(1);
-        return Testing::RealFunction<std::size_t(const wchar_t*)>("msvcrt.dll", "wcslen")(text);
-    }
-
-    static inline std::optional<Testing::FailingAllocation> _allocation;
-
-    std::new_handler _before;
-    Testing::ImportedFunction<std::size_t(const char*)> _narrow{"msvcrt.dll", "strlen", &NarrowLength};
-    Testing::ImportedFunction<std::size_t(const wchar_t*)> _wide{"msvcrt.dll", "wcslen", &WideLength};
-};
-
-/// FullMessage() of what a check reports whose engine fails at its first use.
-template <class Check>
-std::wstring EngineFailureOf(Check check) {
-    return FullMessageOf<Common::ValidationErrorException>([&check] {
-        const FailingRegexEngine failing;
-        check();
-    });
-}
 
 /// Details with the fields of a test, which count how many of them are alive.
 class CountedDetails : public EventDetails {

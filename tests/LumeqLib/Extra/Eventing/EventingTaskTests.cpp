@@ -235,12 +235,6 @@ TEST(TaskResult, NameOfOneLetterIsRefusedAndTheTaskCompletesAfterwards) {
     EXPECT_EQ(DurationOf(event), L"2000");
 }
 
-TEST(TaskResult, EngineFailureNamesTheParameter) {
-    EXPECT_EQ(EngineFailureOf([] { SomeTask().Completed(L"success", nullptr); }),
-              L"Regex exception occurred: engine failed\nParameter name: taskResult\n"
-              L"Actual value was success.");
-}
-
 TEST(TaskResult, SurvivesAHundredThousandCharactersOnASmallStack) {
     constexpr std::size_t hundredThousand = 100000;
     bool letters = false;

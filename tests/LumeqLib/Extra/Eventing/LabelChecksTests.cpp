@@ -164,26 +164,6 @@ TEST(FormMonikerCheck, RefusesWhatIsNoFormMoniker) {
                    L"x-a_b_Form_c/1.0", L"x-a_b_form_c/1.0\n", L"x-a_b_form_c/a.b"});
 }
 
-TEST(UrlCheck, EngineFailureNamesTheParameterLabel) {
-    EXPECT_EQ(EngineFailureOf([] { IsValidUrl(L"http://a"); }),
-              L"Regex exception occurred: engine failed\nParameter name: label\nActual value was http://a.");
-}
-
-TEST(HyperlinkLabelCheck, EngineFailureNamesTheParameterLabel) {
-    EXPECT_EQ(EngineFailureOf([] { IsValidHyperlinkLabel(L"/S#url_a"); }),
-              L"Regex exception occurred: engine failed\nParameter name: label\nActual value was /S#url_a.");
-}
-
-TEST(ReportMonikerCheck, EngineFailureNamesTheParameterMoniker) {
-    EXPECT_EQ(EngineFailureOf([] { IsValidReportMoniker(L"m"); }),
-              L"Regex exception occurred: engine failed\nParameter name: moniker\nActual value was m.");
-}
-
-TEST(FormMonikerCheck, EngineFailureNamesTheParameterMoniker) {
-    EXPECT_EQ(EngineFailureOf([] { IsValidFormMoniker(L"m"); }),
-              L"Regex exception occurred: engine failed\nParameter name: moniker\nActual value was m.");
-}
-
 TEST(UrlCheck, SurvivesAHundredThousandCharactersOnASmallStack) {
     bool accepted = false;
     bool refused = true;

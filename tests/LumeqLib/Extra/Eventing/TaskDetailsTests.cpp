@@ -151,12 +151,6 @@ TEST(InstallVersion, RefusesEverythingElse) {
         EXPECT_EQ(VersionRefusal(version), VersionRefused) << testing::PrintToString(version);
 }
 
-TEST(InstallVersion, EngineFailureNamesTheParameter) {
-    EXPECT_EQ(EngineFailureOf([] { SwInstallTaskDetails(InstallType::msi, L"name", L"1.2.3"); }),
-              L"Regex exception occurred: engine failed\nParameter name: installVersion\n"
-              L"Actual value was 1.2.3.");
-}
-
 TEST(InstallVersion, SurvivesAHundredThousandCharactersOnASmallStack) {
     constexpr std::size_t hundredThousand = 100000;
     bool accepted = false;
