@@ -19,6 +19,9 @@ std::vector<Call> AcceptedEvents(const SampleHost::Library& library);
 /// The same calls with one bad argument each.
 std::vector<Call> RefusedEvents(const SampleHost::Library& library);
 
+/// Calls that are refused for the last of 100,000 characters.
+std::vector<Call> LongTexts(const SampleHost::Library& library);
+
 /// Tasks and devices, and the start of an application whose user has not opted in. An action throws
 /// std::runtime_error if a task did not begin or end.
 std::vector<Call> TaskCalls(const SampleHost::Library& library);

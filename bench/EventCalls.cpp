@@ -25,6 +25,13 @@ const Arguments Right = {ScreenName, L"Ink at your door", L"https://support.exam
 const Arguments Wrong = {L"Choose network", L" Ink at your door", L"ftp://support.example/printers/setup",
                          L"Register"};
 
+std::wstring TooLong(const wchar_t* start, const wchar_t* wrongEnd) {
+    constexpr std::size_t Characters = 100'000;
+    std::wstring text = start;
+    text.resize(Characters - 1, L'a');
+    return text + wrongEnd;
+}
+
 std::vector<Call> Events(const SampleHost::Library& library, const Arguments& with) {
     const auto buttonClicked = Export<decltype(API::ButtonClicked)>(library, "ButtonClicked");
     const auto screenDisplayed = Export<decltype(API::ScreenDisplayed)>(library, "ScreenDisplayed");
@@ -67,5 +74,17 @@ std::vector<Call> Events(const SampleHost::Library& library, const Arguments& wi
 std::vector<Call> AcceptedEvents(const SampleHost::Library& library) { return Events(library, Right); }
 
 std::vector<Call> RefusedEvents(const SampleHost::Library& library) { return Events(library, Wrong); }
+
+std::vector<Call> LongTexts(const SampleHost::Library& library) {
+    Arguments with = Right;
+    with.screenName = TooLong(L"", L"\n");
+    with.adProduct = TooLong(L"", L" ");
+    with.url = TooLong(L"https://support.example/", L" ");
+    with.formName = TooLong(L"", L"_");
+    std::vector<Call> calls = Events(library, with);
+    // Another one with a long screen name.
+    calls.erase(calls.begin());
+    return calls;
+}
 
 } // namespace LumeqBench

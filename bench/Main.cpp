@@ -61,6 +61,7 @@ void MeasureLoading() {
 const std::map<std::string, std::function<void()>> Measurements = {
     {"accepted", [] { MeasureCalls(AcceptedEvents); }},
     {"refused", [] { MeasureCalls(RefusedEvents); }},
+    {"long", [] { MeasureCalls(LongTexts); }},
     {"tasks", [] { MeasureCalls(TaskCalls); }},
     {"opt-in", MeasureOptIn},
     {"start", MeasureStart},
@@ -71,8 +72,9 @@ const std::map<std::string, std::function<void()>> Measurements = {
 int Run(const std::string& what) {
     const auto found = Measurements.find(what);
     if (found == Measurements.end()) {
-        std::fputs("usage: lumeq-bench accepted | refused | tasks | opt-in | start | loading | patterns\n",
-                   stderr);
+        std::fputs(
+            "usage: lumeq-bench accepted | refused | long | tasks | opt-in | start | loading | patterns\n",
+            stderr);
         return 2;
     }
     try {

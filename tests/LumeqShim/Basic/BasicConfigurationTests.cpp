@@ -1,7 +1,7 @@
 #include "LumeqShim/Basic/BasicConfiguration.h"
 
-#include "Common/Logger.h"
 #include "Common/CompiledPattern.h"
+#include "Common/Logger.h"
 #include "LumeqLib/Core/Utils/Settings.h"
 #include "support/DebuggerStandIn.h"
 #include "support/ImportedFunction.h"
