@@ -5,14 +5,16 @@
 // one. Once loaded it stays for the life of the process. Only under the API lock.
 #pragma once
 
+#include "LumeqShim/ForeignCall.h"
+
 namespace Zuvan::LumeqShim {
 
 /// The address of an operation of the companion library, never null. If the library or the operation is
 /// missing, throws a VestoException that names it; the next call tries again.
 void* FindCompanionOperation(const char* name);
 
-/// One operation, callable like a function. Every call can throw what the operation throws; the first one,
-/// which looks the operation up, also what FindCompanionOperation throws.
+/// One operation, callable like a function. Every call can throw what the operation throws, and
+/// ManagedException; the first one, which looks the operation up, also what FindCompanionOperation throws.
 template <class Signature>
 class CompanionOperation;
 
@@ -24,7 +26,7 @@ public:
     Result operator()(Arguments... arguments) {
         if (!_function)
             _function = reinterpret_cast<Result (*)(Arguments...)>(FindCompanionOperation(_name));
-        return _function(arguments...);
+        return CallForeign([&] { return _function(arguments...); });
     }
 
 private:

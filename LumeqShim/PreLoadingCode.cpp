@@ -5,6 +5,7 @@
 #include "Common/Logger.h"
 #include "Common/SystemHandles.h"
 #include "LumeqShim/ClrHosting.h"
+#include "LumeqShim/ForeignCall.h"
 
 #include <array>
 #include <string>
@@ -58,7 +59,7 @@ CLRCreateInstanceFunction& LoadCLRCreateInstance() {
 bool IsRequiredRuntime(ICLRRuntimeInfo& runtime) {
     std::array<wchar_t, VersionCapacity + 1> version = {};
     DWORD capacity = VersionCapacity;
-    if (SUCCEEDED(runtime.GetVersionString(version.data(), &capacity)))
+    if (SUCCEEDED(CallForeign([&] { return runtime.GetVersionString(version.data(), &capacity); })))
         Log(SeverityLevel::DEBUG, L"Found .NET version: %s", version.data());
     return IsRequiredVersion(version.data());
 }
@@ -67,7 +68,9 @@ bool IsRequiredRuntime(ICLRRuntimeInfo& runtime) {
 bool ContainsRequiredRuntime(IEnumUnknown& runtimes) {
     bool found = false;
     ComPtr<IUnknown> element;
-    while (runtimes.Next(1, element.ReleaseAndGetAddressOf(), nullptr) == S_OK) {
+    while (CallForeign([&, next = element.ReleaseAndGetAddressOf()] {
+               return runtimes.Next(1, next, nullptr);
+           }) == S_OK) {
         // The elements are runtime objects already; this does not query them for the interface.
         if (IsRequiredRuntime(*static_cast<ICLRRuntimeInfo*>(element.Get())))
             found = true;
@@ -77,8 +80,10 @@ bool ContainsRequiredRuntime(IEnumUnknown& runtimes) {
 
 bool FindRequiredRuntime() {
     ComPtr<ICLRMetaHost> createdHost;
-    const HRESULT created = LoadCLRCreateInstance()(CLSID_CLRMetaHost, IID_ICLRMetaHost,
-                                                    reinterpret_cast<void**>(createdHost.GetAddressOf()));
+    const HRESULT created =
+        CallForeign([&create = LoadCLRCreateInstance(), created = createdHost.GetAddressOf()] {
+            return create(CLSID_CLRMetaHost, IID_ICLRMetaHost, reinterpret_cast<void**>(created));
+        });
     if (FAILED(created)) {
         Log(SeverityLevel::WARNING, L"CLRCreateInstance failed 0x%08lx", static_cast<unsigned long>(created));
         return false;
@@ -87,7 +92,9 @@ bool FindRequiredRuntime() {
     ICLRMetaHost* const host = createdHost.Detach();
     Log(SeverityLevel::DEBUG, L"CLR versions available from CLR:");
     ComPtr<IEnumUnknown> runtimes;
-    if (host->EnumerateInstalledRuntimes(runtimes.GetAddressOf()) != S_OK) {
+    if (CallForeign([host, found = runtimes.GetAddressOf()] {
+            return host->EnumerateInstalledRuntimes(found);
+        }) != S_OK) {
         // The result of CLRCreateInstance, not of the failed call: readers of the log depend on it.
         Log(SeverityLevel::WARNING, L"EnumerateInstalledRuntimes failed 0x%08lx",
             static_cast<unsigned long>(created));

@@ -8,8 +8,10 @@
 // - Threads: an operation runs on the host's thread while Lumeq holds its lock. It must not call a function
 //   of LumeqApi.h, which throws std::system_error there, and must not wait for another thread that calls one.
 // - Failures: an operation reports a failure by throwing a C++ exception of any type. Lumeq catches and logs
-//   it. A managed exception or a structured exception (SEH) must not leave an operation. With MSVC, build
-//   with /EHs, because these are extern "C" functions that throw.
+//   it. It also survives an exception of the managed runtime (structured exceptions 0xE0434352 and
+//   0xE0434F4D) and logs that as unknown; native frames that such an exception leaves may keep what they own.
+//   No other structured exception (SEH) may leave an operation: it reaches the host. With MSVC, build with
+//   /EHs, because these are extern "C" functions that throw.
 #pragma once
 
 #include <Lumeq/LumeqToolchain.h>

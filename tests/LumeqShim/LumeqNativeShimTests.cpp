@@ -77,6 +77,8 @@ const RaisedKind Raised[] = {
     {L"com", " failed with _com_error exception 0x80070005, Access denied."},
     {L"std", " exception with scripted 100%"},
     {L"unknown", " failed with unknown exception"},
+    {L"managed4", " failed with unknown exception"},
+    {L"managed2", " failed with unknown exception"},
 };
 
 class DeliveryTest : public testing::Test {

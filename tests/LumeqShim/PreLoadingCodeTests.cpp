@@ -263,6 +263,22 @@ TEST_F(RuntimeProbe, ExceptionOfARuntimeReleasesWhatWasTaken) {
     EXPECT_THAT(Lines(), Not(Contains(NotFound)));
 }
 
+class RaisingProbe : public RuntimeProbe, public testing::WithParamInterface<const wchar_t*> {};
+
+TEST_P(RaisingProbe, ManagedExceptionPicksTheBasicRoadOnceAndReleasesWhatWasTaken) {
+    UseFakeMscoree(std::wstring(L"v2.0.50727,managed:") + GetParam());
+    EXPECT_FALSE(IsRequiredDotNetVersionInstalled());
+    EXPECT_TRUE(IsRequiredDotNetVersionInstalled());
+    EXPECT_EQ(FakeMscoreeSaw().enumerators, 0);
+    EXPECT_EQ(FakeMscoreeSaw().runtimes, 0);
+    EXPECT_EQ(ApartmentOfThread(), NotInitialized);
+    EXPECT_THAT(Lines(), Not(Contains(NotFound)));
+}
+
+INSTANTIATE_TEST_SUITE_P(Calls, RaisingProbe,
+                         testing::Values(L"CLRCreateInstance", L"EnumerateInstalledRuntimes", L"Next",
+                                         L"GetVersionString"));
+
 TEST_F(RuntimeProbe, PlatformsOwnLibraryIsUnderstood) {
     EXPECT_TRUE(IsRequiredDotNetVersionInstalled());
     EXPECT_THAT(Lines(), Contains("DEBUG Found .NET version: v4.0.30319"));

@@ -40,6 +40,12 @@ bool IsScripted(const std::wstring& word) {
     return std::find(words.begin(), words.end(), word) != words.end();
 }
 
+/// Raises an exception of the managed runtime if the script wants one out of `call`.
+void RaiseManagedIfScripted(const wchar_t* call) {
+    if (IsScripted(std::wstring(L"managed:") + call))
+        RaiseException(0xE0434352, 0, 0, nullptr);
+}
+
 /// Counts itself in the given field while it lives.
 template <class Interface, std::int32_t FakeMscoreeState::*Counter>
 class CountedObject : public ReferenceCounted<Interface> {
@@ -59,6 +65,7 @@ public:
     Runtime(std::wstring version, HRESULT result) : _version(std::move(version)), _result(result) {}
 
     HRESULT STDMETHODCALLTYPE GetVersionString(wchar_t* buffer, DWORD* capacity) override {
+        RaiseManagedIfScripted(L"GetVersionString");
         if (IsScripted(L"throw:GetVersionString"))
             throw std::runtime_error("scripted");
         if (*capacity != 256)
@@ -96,6 +103,7 @@ public:
     HRESULT STDMETHODCALLTYPE Next(ULONG count, IUnknown** elements, ULONG* fetched) override {
         if (count != 1)
             return E_INVALIDARG;
+        RaiseManagedIfScripted(L"Next");
         const bool more = _next < _words.size();
         *elements = more ? MakeRuntime(_words[_next++]) : nullptr;
         if (fetched)
@@ -127,6 +135,7 @@ public:
     }
     HRESULT STDMETHODCALLTYPE EnumerateInstalledRuntimes(IEnumUnknown** enumerator) override {
         *enumerator = nullptr;
+        RaiseManagedIfScripted(L"EnumerateInstalledRuntimes");
         if (IsScripted(L"throw:EnumerateInstalledRuntimes"))
             throw std::runtime_error("scripted");
         if (IsScripted(L"fail:EnumerateInstalledRuntimes"))
@@ -159,6 +168,7 @@ extern "C" HRESULT WINAPI CLRCreateInstance(REFCLSID classId, REFIID iid, void**
     if (IsInSingleThreadedApartment())
         ++state.callsInApartment;
     *instance = nullptr;
+    RaiseManagedIfScripted(L"CLRCreateInstance");
     if (!IsEqualGUID(classId, HostClass) || !IsEqualGUID(iid, HostInterface))
         return E_NOINTERFACE;
     if (IsScripted(L"fail:CLRCreateInstance"))
