@@ -7,11 +7,15 @@ set_target_properties(Lumeq PROPERTIES PREFIX "" IMPORT_PREFIX "" LINKER_LANGUAG
 target_include_directories(
   Lumeq INTERFACE $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/include> $<BUILD_INTERFACE:${PROJECT_BINARY_DIR}/include>
                   $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>)
-target_link_libraries(Lumeq PRIVATE lumeq_options lumeq_system)
 if(MINGW)
+  include(cmake/DelayedImports.cmake)
+  lumeq_delayed_imports()
+  add_dependencies(Lumeq lumeq_delayed_imports)
   add_subdirectory(Runtime)
   target_sources(Lumeq PRIVATE $<TARGET_OBJECTS:lumeq_runtime>)
 endif()
+# The delayed ones come first, because the linker takes the first that it finds.
+target_link_libraries(Lumeq PRIVATE lumeq_options ${LUMEQ_DELAYED_IMPORTS} lumeq_system)
 
 if(MSVC)
   target_link_options(Lumeq PRIVATE /DYNAMICBASE /HIGHENTROPYVA /NXCOMPAT /Brepro)

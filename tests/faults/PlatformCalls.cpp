@@ -105,6 +105,7 @@ const PlatformCall Calls[] = {
     Fails([] {}, Event, Kernel, "GetModuleFileNameW", &GetModuleFileNameW, 0),
     Fails([] {}, Start, Kernel, "GetModuleHandleExW", &GetModuleHandleExW, FALSE),
     Fails([] {}, Start, Kernel, "GetProcAddress", &GetProcAddress, nullptr, ERROR_PROC_NOT_FOUND),
+    Fails([] {}, Start, Kernel, "GetSystemDirectoryW", &GetSystemDirectoryW, 0),
     Fails([] {}, Start, Kernel, "GetSystemPowerStatus", &GetSystemPowerStatus, FALSE),
     Fails([] {}, Start, Kernel, "GetTempPathW", &GetTempPathW, 0),
     Fails([] {}, Event, Kernel, "LoadLibraryExW", &LoadLibraryExW, nullptr),

@@ -9,10 +9,22 @@ from support import BUILD, OBJDUMP, ROOT, exports_of
 
 C_RUNTIME = "msvcrt.dll"
 
-WINDOWS_LIBRARIES = {
-    "advapi32.dll", "kernel32.dll", "msvcrt.dll", "ole32.dll", "oleaut32.dll", "rpcrt4.dll", "shell32.dll",
-    "shlwapi.dll", "urlmon.dll", "user32.dll", "version.dll", "wininet.dll",
+# Every process of Windows has the first, and every program of this toolchain the second.
+LOADED_WITH_IT = {"kernel32.dll", C_RUNTIME}
+LOADED_AT_FIRST_USE = {
+    "advapi32.dll", "ole32.dll", "oleaut32.dll", "rpcrt4.dll", "shell32.dll", "shlwapi.dll", "urlmon.dll", "user32.dll",
+    "version.dll", "wininet.dll",
 }
+
+
+def delayed_functions() -> dict[str, set[str]]:
+    """By library. The linker keeps no table of them that a tool could read, so this is the list it worked from."""
+    functions: dict[str, set[str]] = {}
+    for line in (ROOT / "Runtime" / "DelayedFunctions.txt").read_text().splitlines():
+        if line and not line.startswith("#"):
+            library, function, _ = line.split()
+            functions.setdefault(f"{library}.dll", set()).add(function)
+    return functions
 
 
 class LibraryFile(unittest.TestCase):
@@ -25,10 +37,16 @@ class LibraryFile(unittest.TestCase):
     def test_exports_are_those_of_the_checked_in_list(self):
         self.assertEqual((ROOT / "tests" / "exports.txt").read_text().split(), exports_of(BUILD / "Lumeq.dll"))
 
-    def test_imports_nothing_but_what_windows_has(self):
-        imports = {name.lower() for name in re.findall(r"DLL Name: (\S+)", self.headers)}
-        self.assertIn("kernel32.dll", imports)
-        self.assertEqual(set(), imports - WINDOWS_LIBRARIES)
+    def test_loads_nothing_but_what_every_host_has(self):
+        self.assertEqual(LOADED_WITH_IT, {name.lower() for name in re.findall(r"DLL Name: (\S+)", self.headers)})
+
+    def test_what_is_loaded_at_first_use_is_windows_own(self):
+        self.assertEqual(LOADED_AT_FIRST_USE, set(delayed_functions()))
+
+    def test_every_delayed_function_is_used(self):
+        for function in set().union(*delayed_functions().values()):
+            with self.subTest(function):
+                self.assertIn(b"\0" + function.encode() + b"\0", self.bytes)
 
     def imported_functions(self) -> dict[str, set[str]]:
         """By library, in lower case."""
@@ -37,7 +55,7 @@ class LibraryFile(unittest.TestCase):
                 for library, table in zip(tables[::2], tables[1::2])}
 
     def test_every_imported_function_is_made_to_fail_or_needs_not(self):
-        functions = self.imported_functions()
+        functions = self.imported_functions() | delayed_functions()
         functions.pop(C_RUNTIME)
         failing, exempt = names_made_to_fail(), names_in(NOT_MADE_TO_FAIL)
         self.assertEqual(sorted(set().union(*functions.values())), sorted(failing + exempt))

@@ -106,6 +106,23 @@ class OthersByName(Planted):
                 self.assertEqual(records, outcome.records)
                 self.assertEqual([], warnings_of(outcome))
 
+    def test_are_not_looked_for_beside_the_host(self):
+        planted = ("shlwapi.dll", "urlmon.dll", "version.dll", "wininet.dll")
+        set_up = self.machine.set_up
+
+        def set_up_and_plant(*arguments):
+            set_up(*arguments)
+            for name in planted:
+                (self.machine.host_folder / name).write_bytes(b"no library")
+
+        with mock.patch.object(self.machine, "set_up", set_up_and_plant):
+            outcome = self.play_watched(OPT_IN, START, road="basic")
+        self.assertEqual([warning("Project ID is empty. Ensure *LumeqConfig.xml is in path!")], warnings_of(outcome))
+        loaded = self.loaded(outcome)
+        for name in planted:
+            self.assertIn(rf"c:\windows\system32\{name}", loaded)
+            self.assertNotIn(rf"c:\host\{name}", loaded)
+
 
 class Settings(Planted):
     def test_factory_file_is_not_looked_for(self):

@@ -25,11 +25,31 @@ const IMAGE_IMPORT_DESCRIPTOR* ImportedLibrary(HMODULE module, const char* libra
     throw std::runtime_error(std::string("not imported: ") + library);
 }
 
+bool IsCodeOf(HMODULE module, void* address) {
+    HMODULE owner = nullptr;
+    GetModuleHandleExW(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
+                       static_cast<const wchar_t*>(address), &owner);
+    return owner == module;
+}
+
+/// Null if the module does not delay the function. A slot that still leads to the module's own code, which
+/// would overwrite it, holds the function's address afterwards.
+void** DelayedImportSlot(HMODULE module, const char* library, const char* function) {
+    const auto find = reinterpret_cast<void** (*)(const char*)>(
+        reinterpret_cast<void*>(GetProcAddress(module, "DelayedSlot")));
+    void** const slot = find ? find(function) : nullptr;
+    if (slot && IsCodeOf(module, *slot))
+        *slot = reinterpret_cast<void*>(GetProcAddress(LoadLibraryA(library), function));
+    return slot;
+}
+
 } // namespace
 
 void** ImportSlot(HMODULE module, const char* library, const char* function) {
     if (!module)
         module = GetModuleHandleW(nullptr);
+    if (void** const slot = DelayedImportSlot(module, library, function))
+        return slot;
     const IMAGE_IMPORT_DESCRIPTOR* import = ImportedLibrary(module, library);
     const auto* names = At<IMAGE_THUNK_DATA>(module, import->OriginalFirstThunk);
     auto* addresses = At<IMAGE_THUNK_DATA>(module, import->FirstThunk);
