@@ -1,8 +1,8 @@
-// Works around libdelayimp, MinGW's helper for delayed imports: it loads a library by its bare name, so from any
-// folder of the search path, and where that fails it raises a structured exception, which ends the host. This
-// file loads by full path from the system folder, and a call that cannot be made returns a failure that its
-// caller handles. Imports are delayed because they are most of what loading Lumeq costs a host, and many hosts
-// never come to call them.
+// Works around libdelayimp, MinGW's helper for delayed imports: it loads a library by its bare name, so from
+// any folder of the search path, and where that fails it raises a structured exception, which ends the host.
+// This file loads by full path from the system folder, and a call that cannot be made returns a failure that
+// its caller handles. Imports are delayed because they are most of what loading Lumeq costs a host, and many
+// hosts never come to call them.
 //
 // No longer needed once a toolchain's helper does both, so that the tests of DelayedImports pass with it.
 #include <windows.h>

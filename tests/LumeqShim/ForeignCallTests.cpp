@@ -106,9 +106,9 @@ TEST(ForeignCall, LetsCppExceptionsThrough) {
 TEST(ForeignCall, LetsEveryOtherStructuredExceptionThrough) {
     const ProcessFilter filter;
     std::vector<DWORD> raised;
-    for (const DWORD code : {EXCEPTION_ACCESS_VIOLATION, EXCEPTION_STACK_OVERFLOW, EXCEPTION_BREAKPOINT,
-                             EXCEPTION_ILLEGAL_INSTRUCTION, DWORD{0x40010006}, Runtime4 + 1, Runtime2 - 1,
-                             DWORD{0xE06D7363}}) {
+    for (const DWORD code :
+         {EXCEPTION_ACCESS_VIOLATION, EXCEPTION_STACK_OVERFLOW, EXCEPTION_BREAKPOINT,
+          EXCEPTION_ILLEGAL_INSTRUCTION, DWORD{0x40010006}, Runtime4 + 1, Runtime2 - 1, DWORD{0xE06D7363}}) {
         raised.push_back(code);
         CallForeign([code] { Raise(code); });
     }

@@ -1,9 +1,9 @@
 // The scripted companion library's interface for tests.
 //
 // The environment variable LUMEQ_SCRIPTED_COMPANION names what every operation raises: "vesto", "com", "std",
-// "unknown", "managed4" (an exception of the managed runtime since its version 4) or "managed2" (before it). With
-// "read" nothing is raised and events are read. Without the variable nothing is raised, events are not read, and
-// GetUserOptInInternal returns true.
+// "unknown", "managed4" (an exception of the managed runtime since its version 4) or "managed2" (before it).
+// With "read" nothing is raised and events are read. Without the variable nothing is raised, events are not
+// read, and GetUserOptInInternal returns true.
 #pragma once
 
 #include <string>
