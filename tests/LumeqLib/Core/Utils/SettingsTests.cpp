@@ -198,14 +198,11 @@ TEST_F(SettingsTest, UseKeepsItsInstanceUntilItHasFinished) {
 }
 
 TEST_F(SettingsTest, UseThatThrowsLeavesItsInstanceToTheNext) {
-    const Settings* left = nullptr;
-    const auto fail = [&left](const Settings& settings) -> bool {
-        left = &settings;
-        throw 7;
-    };
-    EXPECT_THROW(WithSettings(fail), int);
-    const bool found = WithSettings([&left](const Settings& settings) { return &settings == left; });
-    EXPECT_TRUE(found);
+    EXPECT_THROW(WithSettings([](const Settings&) -> bool { throw 7; }), int);
+    WriteLocal("<A>1</A>");
+    const auto read = [](const Settings& settings) { return settings.GetLocalSetting(L"A", L"none"); };
+    EXPECT_EQ(WithSettings(read), L"none");
+    EXPECT_EQ(WithSettings(read), L"1");
 }
 
 TEST_F(SettingsTest, ComIsInitialisedForTheLifeOfTheInstance) {
