@@ -1,4 +1,5 @@
 # Lumeq.dll: the objects of lumeq_core, plus the export list and a version resource.
+set(LUMEQ_NAME Lumeq)
 configure_file(LumeqApi/Lumeq.rc.in ${PROJECT_BINARY_DIR}/Lumeq.rc @ONLY)
 
 add_library(Lumeq SHARED $<TARGET_OBJECTS:lumeq_core> LumeqApi/Lumeq.def ${PROJECT_BINARY_DIR}/Lumeq.rc)
@@ -12,20 +13,26 @@ if(MINGW)
   lumeq_delayed_imports()
   add_dependencies(Lumeq lumeq_delayed_imports)
   add_subdirectory(Runtime)
-  target_sources(Lumeq PRIVATE $<TARGET_OBJECTS:lumeq_runtime>)
 endif()
 # The delayed ones come first, because the linker takes the first that it finds.
 target_link_libraries(Lumeq PRIVATE lumeq_options ${LUMEQ_DELAYED_IMPORTS} lumeq_system)
 
-if(MSVC)
-  target_link_options(Lumeq PRIVATE /DYNAMICBASE /HIGHENTROPYVA /NXCOMPAT /Brepro)
-else()
-  target_link_options(
-    Lumeq
-    PRIVATE
-    -Wl,--dynamicbase,--high-entropy-va,--nxcompat,--exclude-all-symbols
-    $<$<CONFIG:Release,MinSizeRel>:-s>)
-endif()
+# lumeq_dll_options(target): what the linker is told for each DLL of ours.
+function(lumeq_dll_options target)
+  if(MSVC)
+    target_link_options(${target} PRIVATE /DYNAMICBASE /HIGHENTROPYVA /NXCOMPAT /Brepro)
+  else()
+    target_link_options(
+      ${target}
+      PRIVATE
+      -Wl,--dynamicbase,--high-entropy-va,--nxcompat,--exclude-all-symbols
+      $<$<CONFIG:Release,MinSizeRel>:-s>)
+  endif()
+  if(MINGW)
+    target_sources(${target} PRIVATE $<TARGET_OBJECTS:lumeq_runtime>)
+  endif()
+endfunction()
+lumeq_dll_options(Lumeq)
 
 # The package: find_package(Lumeq CONFIG).
 include(CMakePackageConfigHelpers)

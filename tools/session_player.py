@@ -62,7 +62,7 @@ class Machine:
     def set_up(self, conditions: Conditions, build: Path, host: str = "lumeq-host.exe",
                companion_folder: str = "companion") -> None:
         self.host_folder.mkdir()
-        for file in (host, "Lumeq.dll"):
+        for file in (host, "Lumeq.dll", "LumeqC.dll"):
             shutil.copy(build / file, self.host_folder)
         if conditions.road == "managed" and not conditions.without_companion:
             shutil.copy(build / companion_folder / "LumeqShim.Managed.dll", self.host_folder)

@@ -8,34 +8,32 @@
 
 namespace SampleHost {
 
-namespace {
-
-constexpr wchar_t Name[] = L"Lumeq.dll";
-
-} // namespace
-
 void Library::Load() {
+    if (_module != nullptr)
+        return;
+    _module = LoadLibraryW(LibraryOf(_edge));
     if (_module == nullptr)
-        _module = LoadLibraryW(Name);
-    if (_module == nullptr)
-        throw std::runtime_error("Lumeq.dll cannot be loaded: error " + std::to_string(GetLastError()));
+        throw std::runtime_error("the library cannot be loaded: error " + std::to_string(GetLastError()));
+    Prepare(_edge, _module);
 }
 
 void Library::Unload() noexcept {
-    if (void* module = std::exchange(_module, nullptr))
+    if (void* module = std::exchange(_module, nullptr)) {
+        Finish(_edge);
         FreeLibrary(static_cast<HMODULE>(module));
+    }
 }
 
-void Library::WaitUntilGone(std::chrono::milliseconds longest) {
+void Library::WaitUntilGone(std::chrono::milliseconds longest) const {
     const auto end = std::chrono::steady_clock::now() + longest;
-    while (GetModuleHandleW(Name) != nullptr && std::chrono::steady_clock::now() < end)
+    while (GetModuleHandleW(LibraryOf(_edge)) != nullptr && std::chrono::steady_clock::now() < end)
         std::this_thread::sleep_for(std::chrono::milliseconds(5));
 }
 
 void* Library::FindAddress(const char* name) const noexcept {
     if (_module == nullptr)
         return nullptr;
-    return reinterpret_cast<void*>(GetProcAddress(static_cast<HMODULE>(_module), name));
+    return FindExport(_edge, _module, name);
 }
 
 } // namespace SampleHost

@@ -1,5 +1,7 @@
-// Lumeq.dll as a host loads it: at run time, from the executable's folder, each function by its name.
+// The library as a host loads it: at run time, from the executable's folder, each function by its name.
 #pragma once
+
+#include "samples/host/Edge.h"
 
 #include <chrono>
 #include <string>
@@ -19,7 +21,7 @@ public:
     void Unload() noexcept;
     /// Waits, at most that long, until the process has no such library any more. Its worker may keep it for a
     /// while after the host has freed it.
-    static void WaitUntilGone(std::chrono::milliseconds longest);
+    void WaitUntilGone(std::chrono::milliseconds longest) const;
     bool IsLoaded() const noexcept { return _module != nullptr; }
 
     /// Null if the library is not loaded or has no such export.
@@ -31,6 +33,7 @@ public:
 private:
     void* FindAddress(const char* name) const noexcept;
 
+    Edge _edge = ChosenEdge();
     void* _module = nullptr;
 };
 

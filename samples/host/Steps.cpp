@@ -111,7 +111,7 @@ Step ReadUnload(const Json& json, Place place) {
                                   : 0);
     return [wait](Session& session) {
         session.library.Unload();
-        Library::WaitUntilGone(wait);
+        session.library.WaitUntilGone(wait);
     };
 }
 

@@ -17,7 +17,7 @@ from session_model import predict  # noqa: E402
 from session_texts import OUTSIDE  # noqa: E402
 from support import HOST_SECONDS, Outcome  # noqa: E402
 
-HOST_FILES = {"lumeq-host.exe", "Lumeq.dll", "LumeqShim.Managed.dll", "LumeqCompanion.json", "LumeqCompanion.jsonl",
+HOST_FILES = {"lumeq-host.exe", "Lumeq.dll", "LumeqC.dll", "LumeqShim.Managed.dll", "LumeqCompanion.json", "LumeqCompanion.jsonl",
               "LumeqConfig.xml", "session.jsonl"}
 
 

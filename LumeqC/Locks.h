@@ -1,0 +1,29 @@
+// The system's own locks: they need no set-up and no end, so they work before, while and after the library's
+// static objects do.
+#pragma once
+
+#include <windows.h>
+
+namespace Zuvan::Lumeq {
+
+struct SlimLock {
+    SRWLOCK native = SRWLOCK_INIT;
+};
+
+class LockedScope {
+public:
+    explicit LockedScope(SlimLock& lock) noexcept : _lock(lock.native) { AcquireSRWLockExclusive(&_lock); }
+    ~LockedScope() { ReleaseSRWLockExclusive(&_lock); }
+    LockedScope(const LockedScope&) = delete;
+    LockedScope& operator=(const LockedScope&) = delete;
+
+    /// Gives the lock up while it waits. False if `milliseconds` passed first.
+    bool Wait(CONDITION_VARIABLE& condition, DWORD milliseconds) noexcept {
+        return SleepConditionVariableSRW(&condition, &_lock, milliseconds, 0) != FALSE;
+    }
+
+private:
+    SRWLOCK& _lock;
+};
+
+} // namespace Zuvan::Lumeq
