@@ -8,6 +8,7 @@
 #include <map>
 #include <memory>
 #include <mutex>
+#include <objbase.h>
 #include <set>
 #include <system_error>
 #include <type_traits>
@@ -28,6 +29,8 @@ struct State {
     bool blocks = false;
     bool isBlocked = false;
     unsigned long thread = 0;
+    bool isInApartment = false;
+    void (*action)() = nullptr;
 };
 
 std::mutex stateLock;
@@ -78,6 +81,16 @@ void Release() {
 void AwaitBlocked() {
     std::unique_lock scope(stateLock);
     changed.wait(scope, [] { return state.isBlocked; });
+}
+
+void OnNextCall(void (*action)()) {
+    const std::scoped_lock scope(stateLock);
+    state.action = action;
+}
+
+bool WasInSingleThreadedApartment() {
+    const std::scoped_lock scope(stateLock);
+    return state.isInApartment;
 }
 
 int OpenTasks() {
@@ -132,10 +145,19 @@ void Note(const wchar_t* name, const Arguments&... arguments) {
     ((text += (text.empty() ? L"" : L", ") + Show(arguments)), ...);
     state.calls.push_back(name + (L"(" + text) + L")");
     state.thread = GetCurrentThreadId();
+    APTTYPE apartment{};
+    APTTYPEQUALIFIER qualifier{};
+    state.isInApartment = SUCCEEDED(CoGetApartmentType(&apartment, &qualifier)) &&
+                          (apartment == APTTYPE_STA || apartment == APTTYPE_MAINSTA);
     state.isBlocked = state.blocks;
     StandIn::changed.notify_all();
     StandIn::changed.wait(scope, [] { return !state.blocks; });
     state.isBlocked = false;
+    if (const auto action = std::exchange(state.action, nullptr)) {
+        scope.unlock();
+        action();
+        scope.lock();
+    }
     if (state.throws)
         throw std::system_error(std::make_error_code(std::errc::resource_deadlock_would_occur));
 }

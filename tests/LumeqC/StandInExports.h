@@ -25,9 +25,13 @@ void Release();
 /// Returns when a stand-in waits.
 void AwaitBlocked();
 
+/// The next call does this as well, before it returns.
+void OnNextCall(void (*action)());
+
 /// Open tasks of the stand-ins.
 int OpenTasks();
 /// The thread of the last call.
 unsigned long LastThread();
+bool WasInSingleThreadedApartment();
 
 } // namespace Zuvan::Lumeq::StandIn
