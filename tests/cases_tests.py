@@ -62,7 +62,8 @@ class Everything(unittest.TestCase):
 
     def test_each_case_is_run_once(self):
         programs = filters()
-        self.assertEqual(["lumeq_c_tests.exe", "lumeq_machine_tests.exe", "lumeq_unit_tests.exe", "lumeq_without_mscoree_tests.exe"],
+        self.assertEqual(["lumeq_c_tests.exe", "lumeq_machine_tests.exe", "lumeq_unit_tests.exe",
+                          "lumeq_without_mscoree_tests.exe"],
                          sorted(Path(program).name for program in programs))
         for program, chosen in programs.items():
             found = cases(program)

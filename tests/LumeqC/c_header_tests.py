@@ -88,8 +88,55 @@ class CHeader(unittest.TestCase):
         self.assertEqual(sorted(cpp_rows), sorted(c_rows))
 
     def test_version_is_that_of_the_project(self):
-        version = re.search(r"project\(Lumeq VERSION (\d+)\.(\d+)\.(\d+)", (ROOT / "CMakeLists.txt").read_text()).groups()
-        self.assertEqual(list(version), re.findall(r"#define LUMEQ_VERSION_(?:MAJOR|MINOR|PATCH) (\d+)", HEADER.read_text()))
+        version = re.search(r"project\(Lumeq VERSION (\d+)\.(\d+)\.(\d+)", (ROOT / "CMakeLists.txt").read_text())
+        self.assertEqual(list(version.groups()),
+                         re.findall(r"#define LUMEQ_VERSION_(?:MAJOR|MINOR|PATCH) (\d+)", HEADER.read_text()))
+
+
+class CppLayer(unittest.TestCase):
+    """lumeq.hpp needs a standard library, so MinGW's compiler alone reads it."""
+
+    SOURCE = """
+#include <string>
+#include <vector>
+#define min(a, b) (((a) < (b)) ? (a) : (b))
+#define max(a, b) (((a) > (b)) ? (a) : (b))
+#include <Lumeq/lumeq.hpp>
+#include <Lumeq/lumeq.hpp>
+#if defined(_WINDOWS_) || defined(_INC_WINDOWS)
+#error windows.h came in
+#endif
+%s
+int main() { BODY }
+"""
+
+    def compiled(self, body: str, standard: str = "c++17", rest: str = "", *options: str):
+        source = (self.SOURCE % rest).replace("BODY", body)
+        return compiled(["x86_64-w64-mingw32-g++-posix", *options], "c++", standard, source)
+
+    def test_compiles_with_macros_min_and_max_and_before_windows_header(self):
+        for standard in ("c++17", "c++20"):
+            for options in ((), ("-D_GLIBCXX_DEBUG", "-D_GLIBCXX_USE_CXX11_ABI=0")):
+                with self.subTest(standard=standard, options=options):
+                    result = self.compiled("lumeq::set_opt_in(true);", standard, "#include <windows.h>", *options)
+                    self.assertEqual((0, ""), (result.returncode, result.stdout))
+
+    def test_defines_no_macro_but_those_of_the_c_header(self):
+        self.assertEqual([], re.findall(r"^#define .*", (INCLUDE / "Lumeq" / "lumeq.hpp").read_text(), re.MULTILINE))
+
+    def test_wrong_enumeration_does_not_compile(self):
+        good = 'lumeq::session s(L"a", lumeq::why::start_app, lumeq::how::udc_tile);'
+        self.assertEqual(0, self.compiled(good).returncode)
+        for bad in ("lumeq::why::start_app, lumeq::why::start_app", "4, 9"):
+            with self.subTest(bad):
+                self.assertNotEqual(0, self.compiled(f'lumeq::session s(L"a", {bad});').returncode)
+
+    def test_names_every_constant_of_the_c_header(self):
+        constants = re.findall(r"(LUMEQ_\w+) = \d+", HEADER.read_text())
+        vocabulary = (INCLUDE / "Lumeq" / "lumeq.hpp").read_text().split("/// Free-form fields")[0]
+        named = re.findall(r"\w+ = (LUMEQ_\w+)", vocabulary)
+        self.assertGreater(len(constants), 100)
+        self.assertEqual(constants, named)
 
 
 if __name__ == "__main__":

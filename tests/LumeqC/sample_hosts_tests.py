@@ -71,6 +71,15 @@ class SampleHosts(SessionTestCase):
     def test_c(self):
         self.assert_plays_the_day("day-c.exe")
 
+    def test_cpp_with_other_strings_and_checked_containers(self):
+        self.assert_plays_the_day("day-cpp.exe")
+
+    def test_c_of_microsofts_binary_interface(self):
+        self.assert_plays_the_day("day-msvc-c.exe")
+
+    def test_cpp_of_microsofts_binary_interface(self):
+        self.assert_plays_the_day("day-msvc-cpp.exe")
+
 
 if __name__ == "__main__":
     unittest.main()
