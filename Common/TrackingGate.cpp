@@ -10,6 +10,7 @@ namespace {
 
 constinit bool trackingGateRead = false;
 constinit bool trackingGateDisabled = false;
+std::wstring globalContext;
 
 bool ReadTrackingDisabled() {
     UniqueRegistryKey key;
@@ -18,7 +19,7 @@ bool ReadTrackingDisabled() {
         return false;
     std::uint32_t value = 0;
     DWORD size = sizeof value;
-    // Whatever its registry type, up to four bytes that hold 1 disable tracking.
+    // A value of any registry type disables tracking if it has at most four bytes and they contain 1.
     return RegQueryValueExW(key.Get(), L"TrackingDisabled", nullptr, nullptr, reinterpret_cast<BYTE*>(&value),
                             &size) == ERROR_SUCCESS &&
            value == 1;
@@ -34,9 +35,8 @@ bool IsTrackingDisabled() {
     return trackingGateDisabled;
 }
 
-std::wstring& GlobalContext() {
-    static std::wstring globalContext;
-    return globalContext;
-}
+const std::wstring& GlobalContext() { return globalContext; }
+
+void SetGlobalContext(const std::wstring& deviceModel) { globalContext = deviceModel; }
 
 } // namespace Zuvan::Lumeq::Common

@@ -6,7 +6,6 @@
 #include "Common/HostFile.h"
 #include "Common/ThreadNumber.h"
 #include "Common/TrackingGate.h"
-#include "LumeqApi/BufferCopy.h"
 #include "LumeqLib/Extra/Eventing/TaskGuid.h"
 
 #include <cwchar>
@@ -62,7 +61,9 @@ std::wstring GetExecutableName() { return L"host.exe"; }
 
 bool IsTrackingDisabled() { return false; }
 
-std::wstring& GlobalContext() { return Fuzzing::TheMachine().globalContext; }
+const std::wstring& GlobalContext() { return Fuzzing::TheMachine().globalContext; }
+
+void SetGlobalContext(const std::wstring& deviceModel) { Fuzzing::TheMachine().globalContext = deviceModel; }
 
 } // namespace Common
 
@@ -77,12 +78,5 @@ std::optional<std::wstring> RenderTaskGuid(const TaskGuid& guid) {
 }
 
 } // namespace Extra::Eventing
-
-namespace API {
-
-// The real one ends in a function that only Windows' C runtimes have. No target calls it.
-std::int32_t CopyToBuffer(wchar_t*, std::size_t, const std::wstring&) noexcept { std::abort(); }
-
-} // namespace API
 
 } // namespace Zuvan::Lumeq

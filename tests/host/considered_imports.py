@@ -42,7 +42,7 @@ OF_THE_C_RUNTIME = {
         "__iob_func _amsg_exit _initterm _lock _unlock abort fputc fputs fwprintf fwrite vfprintf",
     "texts and characters in memory":
         "_vsnwprintf isalnum isalpha isprint ispunct isspace isupper iswalnum iswctype iswdigit iswspace strcmp strerror "
-        "strlen strncmp towlower towupper wcscat wcscmp wcscpy wcscpy_s wcslen",
+        "strlen strncmp towlower towupper wcscat wcscmp wcscpy wcslen",
     "the host's locale, which is asked and put back and never changed":
         "___lc_codepage_func ___mb_cur_max_func localeconv setlocale strcoll strftime strxfrm wcscoll wcsftime wcsxfrm",
     "the log's files, by way of the C++ library: full_disk_tests.py, LoggerTests.cpp":

@@ -1,6 +1,6 @@
 #include "support/failing_library/FailingLibraryControl.h"
 
-#include "LumeqApi/CallFrame.h"
+#include "LumeqApi/Call.h"
 #include "LumeqLib/Core/Utils/Settings.h"
 
 #include <mutex>

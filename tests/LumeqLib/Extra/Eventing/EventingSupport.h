@@ -56,8 +56,8 @@ std::wstring FullMessageOf(Action action) {
 /// The process-wide model name for the length of a test.
 class ModelNameScope {
 public:
-    explicit ModelNameScope(const std::wstring& modelName) { Common::GlobalContext() = modelName; }
-    ~ModelNameScope() { Common::GlobalContext().clear(); }
+    explicit ModelNameScope(const std::wstring& modelName) { Common::SetGlobalContext(modelName); }
+    ~ModelNameScope() { Common::SetGlobalContext(L""); }
     ModelNameScope(const ModelNameScope&) = delete;
     ModelNameScope& operator=(const ModelNameScope&) = delete;
 };

@@ -1,4 +1,4 @@
-#include "LumeqApi/ScreenEvents.h"
+#include "LumeqApi/Screens.h"
 
 #include <gtest/gtest.h>
 
@@ -9,9 +9,11 @@ namespace {
 std::wstring Label(const wchar_t* flow, const wchar_t* screenPath, const wchar_t* mode,
                    const wchar_t* control, const wchar_t* mark = ControlMark) {
     const std::wstring screenName = L"Home";
-    const std::wstring controlName = control ? control : L"";
-    return ScreenLabel(
-        {flow, screenPath, screenName, mode, control ? &controlName : nullptr, nullptr, nullptr}, mark);
+    const ScreenArguments screen{flow, screenPath, screenName, mode};
+    if (!control)
+        return ScreenLabel(screen);
+    const std::wstring controlName = control;
+    return ControlLabel({screen, controlName}, mark);
 }
 
 } // namespace

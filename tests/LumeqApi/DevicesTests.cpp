@@ -1,8 +1,25 @@
-#include "LumeqApi/BufferCopy.h"
+#include "LumeqApi/Devices.h"
 
-#include <gtest/gtest.h>
+#include "support/IsolatedMachine.h"
+#include "support/LogLines.h"
+#include "support/PrintedNarrowTexts.h"
+
+#include <gmock/gmock.h>
 
 namespace Zuvan::Lumeq::API {
+
+TEST(IdentifyDevice, NarrowTextOfTheTraceEndsInTwoZeros) {
+    Testing::IsolatedMachine machine;
+    machine.WriteFactorySettings();
+    std::string uuid("uuid, and more");
+    uuid.resize(4);
+    std::wstring biid;
+    const Testing::PrintedNarrowTexts printed;
+    IdentifyDevice(Call(L"X"), uuid, biid);
+    EXPECT_THAT(Testing::LogMessages(machine.LogFile(), "TRACE"), testing::Contains("deviceUuid: \"uuid\""));
+    EXPECT_EQ(printed.Guarded(), 1);
+    EXPECT_EQ(printed.Bare(), 0);
+}
 
 TEST(CopyToBuffer, CopiesWithTerminator) {
     wchar_t buffer[4] = {L'x', L'x', L'x', L'x'};

@@ -1,0 +1,43 @@
+#include "LumeqApi/Call.h"
+
+#include "Common/Debugger.h"
+#include "Common/HostFile.h"
+#include "Common/Utf.h"
+
+namespace Zuvan::Lumeq::API {
+
+using Common::SeverityLevel;
+
+ApiMutex ApiLock;
+
+void ReportValidationError(const wchar_t* title, const std::wstring& detail, const wchar_t* function,
+                           int line) {
+    if (Common::IsLogged(SeverityLevel::ERROR)) {
+        const std::wstring message = std::wstring(title) + L" in " + function + L": " + detail +
+                                     L". LumeqApi(" + std::to_wstring(line) + L")";
+        Common::LogMessage(SeverityLevel::ERROR, L"LumeqApi", line, nullptr, L"%s: %s",
+                           Common::GetExecutableName().c_str(), message.c_str());
+    }
+    Common::BreakIfDebugged();
+}
+
+bool Call::Refuse(const std::wstring& detail, int line) const {
+    ReportValidationError(L"Validation failed", detail, _name, line);
+    return false;
+}
+
+void ReportException(const ExportName& name, const std::exception& exception) noexcept {
+    try {
+        ReportValidationError(L"Exception", Common::WidenLossy(exception.what()), name.Text(), __LINE__);
+    } catch (...) {
+    }
+}
+
+void ReportUnknownException(const ExportName& name) noexcept {
+    try {
+        ReportValidationError(L"Unknown exception", L"???", name.Text(), __LINE__);
+    } catch (...) {
+    }
+}
+
+} // namespace Zuvan::Lumeq::API

@@ -1,0 +1,100 @@
+#include "LumeqApi/Screens.h"
+
+#include "LumeqLib/Extra/Eventing/AdEventDetails.h"
+#include "LumeqLib/Extra/Eventing/EventContext.h"
+#include "LumeqShim/LumeqNativeShim.h"
+
+#include <string_view>
+
+namespace Zuvan::Lumeq::API {
+
+using namespace Extra::Eventing;
+
+namespace {
+
+bool IsPresent(const wchar_t* text) { return text != nullptr && *text != L'\0'; }
+
+auto Rows(const ScreenArguments& screen) {
+    return Arguments{Optional{L"flow", screen.flow, flowPattern},
+                     Optional{L"screenPath", screen.screenPath, screenPathPattern},
+                     Required{L"screenName", screen.screenName, screenNamePattern},
+                     Optional{L"mode", screen.mode, modePattern}};
+}
+
+auto Rows(const ControlArguments& control, const wchar_t* controlLabel = L"controlName") {
+    return Arguments{Rows(control.screen),
+                     Required{L"controlName", control.controlName, controlNamePattern, controlLabel}};
+}
+
+auto Rows(const AdArguments& ad) {
+    return Arguments{Traced{L"adType", ad.adType}, Required{L"product", ad.product, adProductPattern},
+                     Required{L"name", ad.name, adNamePattern},
+                     Required{L"variant", ad.variant, adVariantPattern}};
+}
+
+void PostEvent(const EventObject& object, EventFactory makeEvent, const ContextArguments& context) {
+    const EventingEvent event =
+        makeEvent(object, MakeEventContext(context.localContext, context.globalContext));
+    LumeqShim::PostEventXX(&event);
+}
+
+} // namespace
+
+std::wstring ScreenLabel(const ScreenArguments& screen) {
+    std::wstring label;
+    if (IsPresent(screen.flow))
+        label.append(L"/").append(screen.flow).append(L".flow");
+    if (IsPresent(screen.screenPath))
+        label.append(L"/").append(screen.screenPath);
+    label.append(L"/").append(screen.screenName);
+    if (IsPresent(screen.mode))
+        label.append(L"-").append(screen.mode);
+    return label;
+}
+
+std::wstring ControlLabel(const ControlArguments& control, const wchar_t* mark) {
+    return ScreenLabel(control.screen).append(mark).append(control.controlName);
+}
+
+void PostScreen(const ScreenArguments& screen, const ContextArguments& context) {
+    RunExport(L"ScreenDisplayed", Arguments{Rows(screen), context.Rows()}, [&](const Call&) {
+        PostEvent(MakeScreenObject(ScreenLabel(screen), nullptr), MakeDisplayedEvent, context);
+    });
+}
+
+void PostClick(const ExportName& name, ObjectFactory makeObject, const ControlArguments& control,
+               const ContextArguments& context, const wchar_t* mark) {
+    // Readers of the log look for "controName".
+    RunExport(name, Arguments{Rows(control, L"controName"), context.Rows()}, [&](const Call&) {
+        PostEvent(makeObject(ControlLabel(control, mark), nullptr), MakeClickedEvent, context);
+    });
+}
+
+void PostCheckbox(unsigned char isChecked, const ControlArguments& control, const ContextArguments& context) {
+    const Arguments arguments{Traced{L"isChecked", isChecked}, Rows(control), context.Rows()};
+    RunExport(L"CheckboxChanged", arguments, [&](const Call&) {
+        PostEvent(MakeCheckboxObject(ControlLabel(control), nullptr),
+                  isChecked ? MakeCheckedEvent : MakeUncheckedEvent, context);
+    });
+}
+
+void PostAd(const ExportName& name, EventFactory makeEvent, const AdArguments& ad,
+            const ControlArguments& control, const ContextArguments& context) {
+    RunExport(name, Arguments{Rows(ad), Rows(control), context.Rows()}, [&](const Call&) {
+        const std::wstring label = ControlLabel(control);
+        auto details = std::make_unique<AdEventDetails>(ToRecord(ad.adType), ad.product, ad.name, ad.variant);
+        PostEvent(MakeAdObject(label, std::move(details)), makeEvent, context);
+    });
+}
+
+void PostUrl(const std::wstring& url, const ContextArguments& context) {
+    // The trace shows the whole URL. The query can identify a person, so nothing else sees it.
+    const std::wstring_view urlNoPii = std::wstring_view(url).substr(0, url.find(L'?'));
+    const Arguments arguments{Traced{L"url", url}, Checked{L"urlNoPii", urlNoPii, urlPattern},
+                              context.Rows()};
+    RunExport(L"UrlLaunchedEx", arguments, [&](const Call&) {
+        PostEvent(MakeUrlObject(std::wstring(urlNoPii), nullptr), MakeLaunchedEvent, context);
+    });
+}
+
+} // namespace Zuvan::Lumeq::API
