@@ -17,8 +17,9 @@ void AppendToTrace(std::wstring& line, const wchar_t* label, const std::wstring&
     line.append(label).append(L": ").append(mark).append(rendered.c_str()).append(mark);
 }
 
-bool RefuseArgument(const Call& call, const wchar_t* kind, const wchar_t* name, std::wstring_view value) {
-    return call.Refuse(std::wstring(L"invalid ") + kind + L" " + name + L" arg: " + QuoteArg(value));
+bool RefuseArgument(const Call& call, const wchar_t* kind, const wchar_t* name, std::wstring_view value,
+                    int line) {
+    return call.Refuse(std::wstring(L"invalid ") + kind + L" " + name + L" arg: " + QuoteArg(value), line);
 }
 
 } // namespace Zuvan::Lumeq::API

@@ -50,8 +50,9 @@ requires std::is_enum_v<Enumeration> std::wstring Render(Enumeration value) { re
 void AppendToTrace(std::wstring& line, const wchar_t* label, const std::wstring& rendered,
                    const wchar_t* mark = L"");
 
-/// Reports a value that does not match. Always false.
-bool RefuseArgument(const Call& call, const wchar_t* kind, const wchar_t* name, std::wstring_view value);
+/// Reports a value that does not match. Always false. `line`: of the statement that made the row.
+bool RefuseArgument(const Call& call, const wchar_t* kind, const wchar_t* name, std::wstring_view value,
+                    int line);
 
 /// A row that is not checked.
 template <class Value>
@@ -70,10 +71,11 @@ struct Checked {
     const wchar_t* name;
     std::wstring_view value;
     const Common::Pattern& pattern;
+    int line = __builtin_LINE();
 
     void TraceTo(std::wstring&) const {}
     bool IsAccepted(const Call& call) const {
-        return pattern.Matches(value) || RefuseArgument(call, L"[REQUIRED]", name, value);
+        return pattern.Matches(value) || RefuseArgument(call, L"[REQUIRED]", name, value, line);
     }
 };
 
@@ -83,10 +85,11 @@ struct Required {
     const Common::Pattern& pattern;
     const wchar_t* label = name; ///< The name in the trace.
     const wchar_t* mark = L"";   ///< Encloses the quoted value in the trace.
+    int line = __builtin_LINE();
 
     void TraceTo(std::wstring& line) const { AppendToTrace(line, label, QuoteArg(value), mark); }
     bool IsAccepted(const Call& call) const {
-        return pattern.Matches(value) || RefuseArgument(call, L"[REQUIRED]", name, value);
+        return pattern.Matches(value) || RefuseArgument(call, L"[REQUIRED]", name, value, line);
     }
 };
 
@@ -95,10 +98,12 @@ struct Optional {
     const wchar_t* name;
     const wchar_t* value;
     const Common::Pattern& pattern;
+    int line = __builtin_LINE();
 
     void TraceTo(std::wstring& line) const { AppendToTrace(line, name, QuoteArg(value)); }
     bool IsAccepted(const Call& call) const {
-        return value == nullptr || pattern.Matches(value) || RefuseArgument(call, L"[optional]", name, value);
+        return value == nullptr || pattern.Matches(value) ||
+               RefuseArgument(call, L"[optional]", name, value, line);
     }
 };
 

@@ -11,6 +11,7 @@ namespace Zuvan::Lumeq::API {
 namespace {
 
 using testing::ElementsAre;
+using testing::HasSubstr;
 using Testing::LoggedLine;
 using testing::MatchesRegex;
 
@@ -97,6 +98,18 @@ TEST_F(ArgumentRows, EveryRowIsCheckedWhateverTheEarlierOnesReturned) {
     EXPECT_THAT(Errors(),
                 ElementsAre(RefusalByX("invalid \\[REQUIRED\\] screenName arg: \"_\""),
                             RefusalByX("invalid \\[optional\\] mode arg: \"\""), RefusalByX("by hand")));
+}
+
+TEST_F(ArgumentRows, ReportNamesTheSourceLineOfTheRow) {
+    const std::wstring name = L"_";
+    const int line = __LINE__;
+    const Required required{L"screenName", name, screenNamePattern};
+    const Optional optional{L"mode", L"", modePattern};
+    const Checked checked{L"urlNoPii", name, urlPattern};
+    EXPECT_FALSE(Runs(required, optional, checked));
+    EXPECT_THAT(Errors(), ElementsAre(HasSubstr("LumeqApi(" + std::to_string(line + 1) + ")"),
+                                      HasSubstr("LumeqApi(" + std::to_string(line + 2) + ")"),
+                                      HasSubstr("LumeqApi(" + std::to_string(line + 3) + ")")));
 }
 
 TEST_F(ArgumentRows, RefusedCallReturnsAnEmptyResultAndDoesNotRun) {
