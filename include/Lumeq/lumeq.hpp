@@ -5,7 +5,7 @@
 // a call may throw std::bad_alloc; nothing else throws, and no destructor does.
 #pragma once
 
-#include <Lumeq/lumeq.h>
+#include <Lumeq/lumeq_table.h>
 
 #include <cstddef>
 #include <cstdint>
@@ -16,6 +16,31 @@
 #include <vector>
 
 namespace lumeq {
+
+namespace detail {
+
+/// The functions that all below calls. With LUMEQ_USE_LOADER, which must be the same in all files of a host,
+/// they do nothing until `use` sets others; without it they are those of the import library.
+inline lumeq_table& table() noexcept {
+    static lumeq_table its = [] {
+        lumeq_table first;
+#if defined(LUMEQ_USE_LOADER)
+        lumeq_table_set_no_ops(&first);
+#else
+        lumeq_table_set_linked(&first);
+#endif
+        return first;
+    }();
+    return its;
+}
+
+inline const lumeq_table& calls() noexcept { return table(); }
+
+} // namespace detail
+
+/// Makes all calls from now on through the functions of `table`, as lumeq_loader.h fills it. Not beside a
+/// call.
+inline void use(const lumeq_table& table) noexcept { detail::table() = table; }
 
 // The vocabulary.
 
@@ -419,8 +444,9 @@ public:
     using control::control;
 
     void changed(bool is_checked) const {
-        _where.pass(
-            [&](const lumeq_screen* screen) { lumeq_checkbox_changed(screen, _name.c_str(), is_checked); });
+        _where.pass([&](const lumeq_screen* screen) {
+            detail::calls().checkbox_changed(screen, _name.c_str(), is_checked);
+        });
     }
 };
 
@@ -433,9 +459,9 @@ public:
     ad& name(std::wstring text) { return set(_ad_name, std::move(text)); }
     ad& variant(std::wstring text) { return set(_variant, std::move(text)); }
 
-    void displayed() const { pass(lumeq_ad_displayed); }
-    void clicked() const { pass(lumeq_ad_clicked); }
-    void closed() const { pass(lumeq_ad_closed); }
+    void displayed() const { pass(detail::calls().ad_displayed); }
+    void clicked() const { pass(detail::calls().ad_clicked); }
+    void closed() const { pass(detail::calls().ad_closed); }
 
 private:
     ad& set(std::wstring& field, std::wstring text) {
@@ -483,12 +509,16 @@ public:
         return *this;
     }
 
-    void shown() const { _where.pass(lumeq_screen_displayed); }
+    void shown() const { _where.pass(detail::calls().screen_displayed); }
 
-    clickable button(std::wstring name) const { return {_where, std::move(name), lumeq_button_clicked}; }
-    clickable tile(std::wstring name) const { return {_where, std::move(name), lumeq_tile_clicked}; }
+    clickable button(std::wstring name) const {
+        return {_where, std::move(name), detail::calls().button_clicked};
+    }
+    clickable tile(std::wstring name) const {
+        return {_where, std::move(name), detail::calls().tile_clicked};
+    }
     clickable hyperlink(std::wstring name) const {
-        return {_where, std::move(name), lumeq_hyperlink_clicked};
+        return {_where, std::move(name), detail::calls().hyperlink_clicked};
     }
     lumeq::checkbox checkbox(std::wstring name) const { return {_where, std::move(name)}; }
     lumeq::ad ad(std::wstring control_name, ad_type type) const {
@@ -511,14 +541,14 @@ public:
     session(const std::wstring& app_name, why its_why, how its_how, tracking what = {},
             std::int32_t timeout_msec = 10000) noexcept
         : _timeout_msec(timeout_msec) {
-        lumeq_startup(app_name.c_str(), detail::number(its_why), detail::number(its_how), what.system_info,
-                      what.print_queue_info);
+        detail::calls().startup(app_name.c_str(), detail::number(its_why), detail::number(its_how),
+                                what.system_info, what.print_queue_info);
     }
     session(session&&) noexcept = default;
     session& operator=(session&&) = delete;
     ~session() {
         if (_ownership)
-            lumeq_shutdown(_timeout_msec);
+            detail::calls().shutdown(_timeout_msec);
     }
 
 private:
@@ -529,12 +559,12 @@ private:
 /// The user is opted out as long as it lives.
 class pause {
 public:
-    pause() noexcept { lumeq_pause(); }
+    pause() noexcept { detail::calls().pause(); }
     pause(pause&&) noexcept = default;
     pause& operator=(pause&&) = delete;
     ~pause() {
         if (_ownership)
-            lumeq_resume();
+            detail::calls().resume();
     }
 
 private:
@@ -576,7 +606,7 @@ struct scan_details {
         details.source = detail::number(source);
         details.mime = detail::number(mime);
         details.pages = pages;
-        lumeq_scan_acquire_complete(task, result, &details);
+        detail::calls().scan_acquire_complete(task, result, &details);
     }
 };
 
@@ -596,7 +626,7 @@ struct print_details {
         details.mime = detail::number(mime);
         details.page_size = detail::number(page_size);
         details.pages = pages;
-        lumeq_print_basic_complete(task, result, &details);
+        detail::calls().print_basic_complete(task, result, &details);
     }
 };
 
@@ -614,7 +644,7 @@ struct send_details {
         details.mime = detail::number(mime);
         details.destination = detail::number(destination);
         details.pages = pages;
-        lumeq_file_send_to_complete(task, result, &details);
+        detail::calls().file_send_to_complete(task, result, &details);
     }
 };
 
@@ -626,7 +656,7 @@ struct connection_details {
         lumeq_device_connect details = LUMEQ_DEVICE_CONNECT_INIT;
         details.scenario = detail::number(scenario);
         details.method = detail::number(method);
-        lumeq_device_connect_complete(task, result, &details);
+        detail::calls().device_connect_complete(task, result, &details);
     }
 };
 
@@ -636,7 +666,7 @@ struct configuration_details {
     void complete(lumeq_task task, const wchar_t* result) const {
         lumeq_device_config details = LUMEQ_DEVICE_CONFIG_INIT;
         details.setting = detail::number(setting);
-        lumeq_device_config_complete(task, result, &details);
+        detail::calls().device_config_complete(task, result, &details);
     }
 };
 
@@ -650,7 +680,7 @@ struct installation_details {
         details.name = name.c_str();
         details.version = version.c_str();
         details.installer = detail::number(installer);
-        lumeq_software_install_complete(task, result, &details);
+        detail::calls().software_install_complete(task, result, &details);
     }
 };
 
@@ -680,39 +710,39 @@ public:
             details.complete(_number, result.c_str());
     }
     /// With the worker thread this waits for its turn.
-    bool is_open() const noexcept { return _number != 0 && lumeq_task_is_open(_number) != 0; }
+    bool is_open() const noexcept { return _number != 0 && detail::calls().task_is_open(_number) != 0; }
 
 private:
     explicit task(lumeq_task number) noexcept : _number(number) {}
 
     void abandon() noexcept {
         if (_number != 0)
-            lumeq_task_abandon(std::exchange(_number, 0));
+            detail::calls().task_abandon(std::exchange(_number, 0));
     }
 
     static lumeq_task begin_number(const scan_details*, const borrowed_fields& local,
                                    const wchar_t* its_model) {
-        return lumeq_scan_acquire_begin(local.local(), its_model);
+        return detail::calls().scan_acquire_begin(local.local(), its_model);
     }
     static lumeq_task begin_number(const print_details*, const borrowed_fields& local,
                                    const wchar_t* its_model) {
-        return lumeq_print_basic_begin(local.local(), its_model);
+        return detail::calls().print_basic_begin(local.local(), its_model);
     }
     static lumeq_task begin_number(const send_details*, const borrowed_fields& local,
                                    const wchar_t* its_model) {
-        return lumeq_file_send_to_begin(local.local(), its_model);
+        return detail::calls().file_send_to_begin(local.local(), its_model);
     }
     static lumeq_task begin_number(const connection_details*, const borrowed_fields& local,
                                    const wchar_t* its_model) {
-        return lumeq_device_connect_begin(local.local(), its_model);
+        return detail::calls().device_connect_begin(local.local(), its_model);
     }
     static lumeq_task begin_number(const configuration_details*, const borrowed_fields& local,
                                    const wchar_t* its_model) {
-        return lumeq_device_config_begin(local.local(), its_model);
+        return detail::calls().device_config_begin(local.local(), its_model);
     }
     static lumeq_task begin_number(const installation_details*, const borrowed_fields& local,
                                    const wchar_t* its_model) {
-        return lumeq_software_install_begin(local.local(), its_model);
+        return detail::calls().software_install_begin(local.local(), its_model);
     }
 
     lumeq_task _number;
@@ -735,8 +765,8 @@ struct form {
     fields local;
     std::optional<lumeq::model> model;
 
-    void submitted() const { pass(lumeq_form_submitted); }
-    void generated() const { pass(lumeq_report_generated); }
+    void submitted() const { pass(detail::calls().form_submitted); }
+    void generated() const { pass(detail::calls().report_generated); }
 
 private:
     void pass(void (*function)(const lumeq_form*)) const {
@@ -760,23 +790,26 @@ inline bool use_worker_thread(std::int32_t queue_capacity = 0) noexcept {
     lumeq_options options = LUMEQ_OPTIONS_INIT;
     options.use_worker_thread = 1;
     options.queue_capacity = queue_capacity;
-    return lumeq_configure(&options) != 0;
+    return detail::calls().configure(&options) != 0;
 }
 
-inline std::uint64_t dropped_count() noexcept { return lumeq_dropped_count(); }
-inline void flush(std::int32_t timeout_msec) noexcept { lumeq_flush(timeout_msec); }
-inline void set_opt_in(bool user_has_opted_in) noexcept { lumeq_set_opt_in(user_has_opted_in); }
-inline bool opt_in() noexcept { return lumeq_get_opt_in() != 0; }
+inline std::uint64_t dropped_count() noexcept { return detail::calls().dropped_count(); }
+inline void flush(std::int32_t timeout_msec) noexcept { detail::calls().flush(timeout_msec); }
+inline void set_opt_in(bool user_has_opted_in) noexcept { detail::calls().set_opt_in(user_has_opted_in); }
+inline bool opt_in() noexcept { return detail::calls().get_opt_in() != 0; }
 inline void set_local_subfolder(const std::wstring& subpath) noexcept {
-    lumeq_set_local_subfolder(subpath.c_str());
+    detail::calls().set_local_subfolder(subpath.c_str());
 }
-inline void track_print_queue_info() noexcept { lumeq_track_print_queue_info(); }
-inline void track_system_information() noexcept { lumeq_track_system_information(); }
-inline void set_model(const model& its_model) noexcept { lumeq_set_global_context(its_model.name.c_str()); }
+inline void track_print_queue_info() noexcept { detail::calls().track_print_queue_info(); }
+inline void track_system_information() noexcept { detail::calls().track_system_information(); }
+inline void set_model(const model& its_model) noexcept {
+    detail::calls().set_global_context(its_model.name.c_str());
+}
 
 inline void url_launched(const std::wstring& url, const fields& local = {},
                          const std::optional<model>& its_model = {}) {
-    lumeq_url_launched(url.c_str(), borrowed_fields(local).local(), detail::text_or_null(its_model));
+    detail::calls().url_launched(url.c_str(), borrowed_fields(local).local(),
+                                 detail::text_or_null(its_model));
 }
 
 inline void track_discovered_printers(const std::vector<fields>& devices) {
@@ -784,18 +817,19 @@ inline void track_discovered_printers(const std::vector<fields>& devices) {
     std::vector<lumeq_dictionary> list;
     for (const borrowed_fields& device : borrowed)
         list.push_back(device.dictionary());
-    lumeq_track_discovered_printers(list.data(), list.size());
+    detail::calls().track_discovered_printers(list.data(), list.size());
 }
 
 /// Empty on failure.
 inline std::wstring biid(const std::string& device_uuid) {
-    return detail::written(
-        [&](wchar_t* buffer, std::size_t size) { return lumeq_get_biid(device_uuid.c_str(), buffer, size); });
+    return detail::written([&](wchar_t* buffer, std::size_t size) {
+        return detail::calls().get_biid(device_uuid.c_str(), buffer, size);
+    });
 }
 
 inline std::wstring text_of(connection_method method) {
     return detail::written([&](wchar_t* buffer, std::size_t size) {
-        return lumeq_connection_method_text(detail::number(method), buffer, size);
+        return detail::calls().connection_method_text(detail::number(method), buffer, size);
     });
 }
 

@@ -161,4 +161,18 @@ TEST_F(CppLayer, TextsAreAskedForOnce) {
     EXPECT_EQ(L"method 7", lumeq::text_of(lumeq::connection_method::usb));
 }
 
+TEST_F(CppLayer, CallsTheTableThatItIsGiven) {
+    const lumeq_table linked = lumeq::detail::calls();
+    lumeq_table none;
+    lumeq_table_set_no_ops(&none);
+    lumeq::use(none);
+    lumeq::set_opt_in(true);
+    EXPECT_FALSE(lumeq::scan_task::begin().is_open());
+    EXPECT_EQ(L"", lumeq::biid("1c85"));
+    EXPECT_EQ(L"", Noted());
+    lumeq::use(linked);
+    lumeq::set_opt_in(true);
+    EXPECT_EQ(L"SetUserOptInEx(1)", Noted());
+}
+
 } // namespace Zuvan::Lumeq::Testing

@@ -54,6 +54,14 @@ class CHeader(unittest.TestCase):
     def test_compiles_as_c(self):
         self.assert_compiles("c", C_STANDARDS, SOURCE)
 
+    def test_loader_compiles_as_c_and_as_cpp(self):
+        source = "#include <Lumeq/lumeq_loader.h>\nint main(void) { lumeq_loader l; return (int)lumeq_load(&l, 0); }\n"
+        for language, standards in (("c", C_STANDARDS), ("c++", CXX_STANDARDS)):
+            for standard in standards:
+                with self.subTest(standard):
+                    result = compiled(COMPILERS["gcc for MinGW"], language, standard, source)
+                    self.assertEqual((0, ""), (result.returncode, result.stdout))
+
     def test_compiles_as_cpp(self):
         self.assert_compiles("c++", CXX_STANDARDS, SOURCE)
 

@@ -74,6 +74,9 @@ class SampleHosts(SessionTestCase):
     def test_cpp_with_other_strings_and_checked_containers(self):
         self.assert_plays_the_day("day-cpp.exe")
 
+    def test_cpp_that_loads_the_library_at_run_time(self):
+        self.assert_plays_the_day("day-loader.exe")
+
     def test_c_of_microsofts_binary_interface(self):
         self.assert_plays_the_day("day-msvc-c.exe")
 

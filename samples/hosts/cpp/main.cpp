@@ -1,5 +1,8 @@
 // A host in C++ over lumeq.hpp: the day of ../day.jsonl. Any argument chooses the worker thread.
 #include <Lumeq/lumeq.hpp>
+#if defined(LUMEQ_USE_LOADER)
+#include <Lumeq/lumeq_loader.h>
+#endif
 
 namespace {
 
@@ -99,6 +102,12 @@ bool play_day() {
 } // namespace
 
 int main(int count, char**) {
+#if defined(LUMEQ_USE_LOADER)
+    lumeq_loader loader;
+    if (lumeq_load(&loader, nullptr) != LUMEQ_LOADED)
+        return 3;
+    lumeq::use(loader.call);
+#endif
     if (count > 1 && !lumeq::use_worker_thread())
         return 2;
     return play_day() ? 0 : 1;
