@@ -10,14 +10,21 @@ from support import BUILD, OBJDUMP, ROOT
 
 INSTALLED = [
     "bin/Lumeq.dll",
+    "bin/LumeqC.dll",
     "include/Lumeq/LumeqApi.h",
     "include/Lumeq/LumeqRecords.h",
     "include/Lumeq/LumeqToolchain.h",
+    "include/Lumeq/lumeq.h",
+    "include/Lumeq/lumeq.hpp",
+    "include/Lumeq/lumeq_loader.h",
+    "include/Lumeq/lumeq_table.h",
     "lib/Lumeq.dll.a",
+    "lib/LumeqC.lib",
     "lib/cmake/Lumeq/LumeqConfig.cmake",
     "lib/cmake/Lumeq/LumeqConfigVersion.cmake",
     "lib/cmake/Lumeq/LumeqTargets-release.cmake",
     "lib/cmake/Lumeq/LumeqTargets.cmake",
+    "lib/libLumeqC.dll.a",
 ]
 
 CONSUMER = ROOT / "tests" / "consumer"
