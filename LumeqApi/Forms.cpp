@@ -1,10 +1,10 @@
 #include "LumeqApi/Forms.h"
 
+#include "LumeqApi/PostEvent.h"
 #include "LumeqLib/Extra/Eventing/EventContext.h"
 #include "LumeqLib/Extra/Eventing/GenericForm.h"
 #include "LumeqLib/Extra/Eventing/GenericReport.h"
 #include "LumeqLib/Extra/Eventing/UiEvents.h"
-#include "LumeqShim/LumeqNativeShim.h"
 
 namespace Zuvan::Lumeq::API {
 
@@ -37,12 +37,14 @@ void PostDocument(const DocumentKind<Document>& kind, const DocumentArguments& d
                               Traced{L"details", document.details},
                               context.Rows()};
     RunExport(kind.exportName, arguments, [&](const Call&) {
-        const std::wstring moniker = L"x-" + document.orgName + L"_" + document.codeName + kind.monikerWord +
-                                     document.name + L"/" + document.version;
-        const Document details(moniker, document.details);
-        const EventingEvent event =
-            kind.makeEvent(details, MakeEventContext(context.localContext, context.globalContext));
-        LumeqShim::PostEventXX(&event);
+        const auto details = Common::InRecordMemory([&] {
+            return Document(L"x-" + document.orgName + L"_" + document.codeName + kind.monikerWord +
+                                document.name + L"/" + document.version,
+                            document.details);
+        });
+        PostEvent([&] {
+            return kind.makeEvent(details, MakeEventContext(context.localContext, context.globalContext));
+        });
     });
 }
 

@@ -1,8 +1,8 @@
 #include "LumeqApi/Screens.h"
 
+#include "LumeqApi/PostEvent.h"
 #include "LumeqLib/Extra/Eventing/AdEventDetails.h"
 #include "LumeqLib/Extra/Eventing/EventContext.h"
-#include "LumeqShim/LumeqNativeShim.h"
 
 #include <string_view>
 
@@ -32,16 +32,19 @@ auto Rows(const AdArguments& ad) {
                      Required{L"variant", ad.variant, adVariantPattern}};
 }
 
-void PostEvent(const EventObject& object, EventFactory makeEvent, const ContextArguments& context) {
-    const EventingEvent event =
-        makeEvent(object, MakeEventContext(context.localContext, context.globalContext));
-    LumeqShim::PostEventXX(&event);
+/// `makeObject` builds the object with its label, which some kinds of object check.
+template <class MakeObject>
+void PostObjectEvent(MakeObject makeObject, EventFactory makeEvent, const ContextArguments& context) {
+    const EventObject object = Common::InRecordMemory(makeObject);
+    PostEvent(
+        [&] { return makeEvent(object, MakeEventContext(context.localContext, context.globalContext)); });
 }
 
 } // namespace
 
 std::wstring ScreenLabel(const ScreenArguments& screen) {
     std::wstring label;
+    label.reserve(128); // most labels whole, with their control
     if (IsPresent(screen.flow))
         label.append(L"/").append(screen.flow).append(L".flow");
     if (IsPresent(screen.screenPath))
@@ -58,7 +61,8 @@ std::wstring ControlLabel(const ControlArguments& control, const wchar_t* mark) 
 
 void PostScreen(const ScreenArguments& screen, const ContextArguments& context) {
     RunExport(L"ScreenDisplayed", Arguments{Rows(screen), context.Rows()}, [&](const Call&) {
-        PostEvent(MakeScreenObject(ScreenLabel(screen), nullptr), MakeDisplayedEvent, context);
+        PostObjectEvent([&] { return MakeScreenObject(ScreenLabel(screen), nullptr); }, MakeDisplayedEvent,
+                        context);
     });
 }
 
@@ -66,24 +70,29 @@ void PostClick(const ExportName& name, ObjectFactory makeObject, const ControlAr
                const ContextArguments& context, const wchar_t* mark) {
     // Readers of the log look for "controName".
     RunExport(name, Arguments{Rows(control, L"controName"), context.Rows()}, [&](const Call&) {
-        PostEvent(makeObject(ControlLabel(control, mark), nullptr), MakeClickedEvent, context);
+        PostObjectEvent([&] { return makeObject(ControlLabel(control, mark), nullptr); }, MakeClickedEvent,
+                        context);
     });
 }
 
 void PostCheckbox(unsigned char isChecked, const ControlArguments& control, const ContextArguments& context) {
     const Arguments arguments{Traced{L"isChecked", isChecked}, Rows(control), context.Rows()};
     RunExport(L"CheckboxChanged", arguments, [&](const Call&) {
-        PostEvent(MakeCheckboxObject(ControlLabel(control), nullptr),
-                  isChecked ? MakeCheckedEvent : MakeUncheckedEvent, context);
+        PostObjectEvent([&] { return MakeCheckboxObject(ControlLabel(control), nullptr); },
+                        isChecked ? MakeCheckedEvent : MakeUncheckedEvent, context);
     });
 }
 
 void PostAd(const ExportName& name, EventFactory makeEvent, const AdArguments& ad,
             const ControlArguments& control, const ContextArguments& context) {
     RunExport(name, Arguments{Rows(ad), Rows(control), context.Rows()}, [&](const Call&) {
-        const std::wstring label = ControlLabel(control);
-        auto details = std::make_unique<AdEventDetails>(ToRecord(ad.adType), ad.product, ad.name, ad.variant);
-        PostEvent(MakeAdObject(label, std::move(details)), makeEvent, context);
+        PostObjectEvent(
+            [&] {
+                auto details =
+                    std::make_unique<AdEventDetails>(ToRecord(ad.adType), ad.product, ad.name, ad.variant);
+                return MakeAdObject(ControlLabel(control), std::move(details));
+            },
+            makeEvent, context);
     });
 }
 
@@ -93,7 +102,8 @@ void PostUrl(const std::wstring& url, const ContextArguments& context) {
     const Arguments arguments{Traced{L"url", url}, Checked{L"urlNoPii", urlNoPii, urlPattern},
                               context.Rows()};
     RunExport(L"UrlLaunchedEx", arguments, [&](const Call&) {
-        PostEvent(MakeUrlObject(std::wstring(urlNoPii), nullptr), MakeLaunchedEvent, context);
+        PostObjectEvent([&] { return MakeUrlObject(std::wstring(urlNoPii), nullptr); }, MakeLaunchedEvent,
+                        context);
     });
 }
 

@@ -1,8 +1,8 @@
 #include "LumeqApi/Tasks.h"
 
 #include "Common/Format.h"
+#include "LumeqApi/PostEvent.h"
 #include "LumeqLib/Extra/Eventing/EventContext.h"
-#include "LumeqShim/LumeqNativeShim.h"
 
 namespace Zuvan::Lumeq::API {
 
@@ -11,8 +11,7 @@ using namespace Extra::Eventing;
 TaskHandle InitiateTask(const ExportName& name, TaskFactory makeTask, const ContextArguments& context) {
     return RunExport(name, context.Rows(), [&](const Call&) {
         auto task = makeTask(MakeEventContext(context.localContext, context.globalContext));
-        const EventingEvent event = task->Initiated();
-        LumeqShim::PostEventXX(&event);
+        PostEvent([&] { return task->Initiated(); });
         return reinterpret_cast<TaskHandle>(task.release()); // the host owns it until it is completed
     });
 }
@@ -24,8 +23,8 @@ void OpenHandle::TraceTo(std::wstring& line) const {
 
 void EndTask(TaskHandle& taskHandle, const std::wstring& taskResult, const EventDetails& details) {
     EventingTask* const task = reinterpret_cast<EventingTask*>(taskHandle);
-    const CompletionEvent event = task->Completed(taskResult, &details);
-    LumeqShim::PostEventXX(&event);
+    task->RequireResult(taskResult);
+    PostEvent([&] { return task->Completed(taskResult, &details); });
     delete task;
     taskHandle = nullptr;
 }

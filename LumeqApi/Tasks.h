@@ -1,6 +1,7 @@
 // The six pairs of exports that report a task.
 #pragma once
 
+#include "Common/RecordMemory.h"
 #include "LumeqApi/Arguments.h"
 #include "LumeqLib/Extra/Eventing/EventingTask.h"
 
@@ -76,7 +77,8 @@ void CompleteTask(const ExportName& name, TaskHandle* taskHandle, const std::wst
     const Arguments arguments{OpenHandle{taskHandle}, Required{L"taskResult", taskResult, taskResultPattern},
                               rows...};
     RunExport(name, arguments, [&](const Call&) {
-        EndTask(*taskHandle, taskResult, MakeDetails<Details>(std::tie(rows...)));
+        const auto details = Common::InRecordMemory([&] { return MakeDetails<Details>(std::tie(rows...)); });
+        EndTask(*taskHandle, taskResult, details);
     });
 }
 

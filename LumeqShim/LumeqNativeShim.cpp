@@ -116,6 +116,8 @@ void LocalSubfolderPathXX(const std::wstring& path) {
     });
 }
 
+bool AreEventsDropped() noexcept { return IsRequiredRuntimeKnownMissing(); }
+
 void PostEventXX(const Lumeq::Extra::Eventing::EventingEvent* event) {
     RunOnManagedRoad(L"PostEventXX", [&] { PostEventInternal(*event, nullptr, nullptr); });
 }

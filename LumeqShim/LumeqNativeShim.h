@@ -39,6 +39,9 @@ void SetLocalValue(bool value, std::wstring& key);
 /// Sets the subfolder of the local settings on both roads, because both read the basic store.
 void LocalSubfolderPathXX(const std::wstring& path);
 
+/// Whether PostEventXX is known to drop every event of this process: the basic road, once it is chosen.
+bool AreEventsDropped() noexcept;
+
 /// Passes the event on without reading it; only valid until the call returns. Dropped silently on the basic
 /// road.
 void PostEventXX(const Lumeq::Extra::Eventing::EventingEvent* event);

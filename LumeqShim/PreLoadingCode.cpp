@@ -131,6 +131,8 @@ bool IsRequiredDotNetVersionInstalled() {
     }
 }
 
+bool IsRequiredRuntimeKnownMissing() noexcept { return !RuntimeCheckPending && RuntimeMissing; }
+
 bool IsCLRCreateInstanceSupported() {
     Log(SeverityLevel::DEBUG, L"IsCLRCreateInstanceSupported()");
     bool supported = false;

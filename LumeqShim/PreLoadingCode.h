@@ -9,6 +9,9 @@ namespace Zuvan::LumeqShim {
 /// API lock.
 bool IsRequiredDotNetVersionInstalled();
 
+/// Whether a probe found that the runtime is missing. Never probes.
+bool IsRequiredRuntimeKnownMissing() noexcept;
+
 /// Whether mscoree.dll exists and has the entry point that the probe needs.
 bool IsCLRCreateInstanceSupported();
 

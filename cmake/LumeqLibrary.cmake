@@ -13,6 +13,7 @@ if(MINGW)
   lumeq_delayed_imports()
   add_dependencies(Lumeq lumeq_delayed_imports)
   add_subdirectory(Runtime)
+  target_sources(Lumeq PRIVATE $<TARGET_OBJECTS:lumeq_allocation>)
 endif()
 # The delayed ones come first, because the linker takes the first that it finds.
 target_link_libraries(Lumeq PRIVATE lumeq_options ${LUMEQ_DELAYED_IMPORTS} lumeq_system)

@@ -6,6 +6,8 @@
 
 namespace Zuvan::LumeqShim {
 
+bool AreEventsDropped() noexcept { return false; }
+
 void PostEventXX(const Lumeq::Extra::Eventing::EventingEvent* event) {
     using namespace Lumeq::Fuzzing;
     TheMachine().events.push_back({event->Timestamp(), ModelOf(event->Record())});

@@ -1,5 +1,7 @@
 #include "support/FailingAllocation.h"
 
+#include "Common/RecordMemory.h"
+
 #include <windows.h>
 
 #include <atomic>
@@ -8,6 +10,9 @@
 #include <new>
 
 // The array and nothrow forms reach these through the standard library's defaults.
+
+using Zuvan::Lumeq::Common::ReturnRecordMemory;
+using Zuvan::Lumeq::Common::TakeRecordMemory;
 
 namespace {
 
@@ -42,17 +47,25 @@ void GiveBack(void* memory, Release release) noexcept {
     release(memory);
 }
 
+void Free(void* memory) noexcept {
+    if (!ReturnRecordMemory(memory))
+        std::free(memory);
+}
+
 } // namespace
 
 void* operator new(std::size_t size) {
-    return Take([size] { return std::malloc(size == 0 ? 1 : size); });
+    return Take([size] {
+        void* const memory = TakeRecordMemory(size);
+        return memory ? memory : std::malloc(size == 0 ? 1 : size);
+    });
 }
 void* operator new(std::size_t size, std::align_val_t alignment) {
     return Take([=] { return _aligned_malloc(size == 0 ? 1 : size, static_cast<std::size_t>(alignment)); });
 }
 
-void operator delete(void* memory) noexcept { GiveBack(memory, &std::free); }
-void operator delete(void* memory, std::size_t) noexcept { GiveBack(memory, &std::free); }
+void operator delete(void* memory) noexcept { GiveBack(memory, &Free); }
+void operator delete(void* memory, std::size_t) noexcept { GiveBack(memory, &Free); }
 void operator delete(void* memory, std::align_val_t) noexcept { GiveBack(memory, &_aligned_free); }
 void operator delete(void* memory, std::size_t, std::align_val_t) noexcept {
     GiveBack(memory, &_aligned_free);

@@ -4,6 +4,8 @@
 #include "LumeqLib/Extra/Eventing/Variant.h"
 #include "LumeqLib/Extra/Eventing/Vocabulary.h"
 
+#include <utility>
+
 namespace Zuvan::Lumeq::Extra::Eventing {
 
 namespace {
@@ -29,17 +31,17 @@ Dictionary MakeGlobalContext(const wchar_t* modelName) {
     return global;
 }
 
-Dictionary MakeContext(const Dictionary& global) {
+Dictionary MakeContext(Dictionary global) {
     Dictionary context;
     context[Key::Schema] = Schema::EventContext;
-    context[Key::ContextGlobal] = global;
+    context[Key::ContextGlobal] = std::move(global);
     context[Key::ContextLocal];
     return context;
 }
 
-Dictionary MakeContext(const Dictionary& global, const Dictionary& local) {
-    Dictionary context = MakeContext(global);
-    context[Key::ContextLocal] = local;
+Dictionary MakeContext(Dictionary global, Dictionary local) {
+    Dictionary context = MakeContext(std::move(global));
+    context[Key::ContextLocal] = std::move(local);
     return context;
 }
 
@@ -47,9 +49,8 @@ Dictionary MakeEventContext(const StringDictionary* localContext, const wchar_t*
     Dictionary local;
     if (localContext)
         AddStringDictionary(local, *localContext);
-    const Dictionary global =
-        IsEmptyText(globalContext) ? MakeGlobalContext() : MakeGlobalContext(globalContext);
-    return localContext ? MakeContext(global, local) : MakeContext(global);
+    Dictionary global = IsEmptyText(globalContext) ? MakeGlobalContext() : MakeGlobalContext(globalContext);
+    return localContext ? MakeContext(std::move(global), std::move(local)) : MakeContext(std::move(global));
 }
 
 bool IsContextEmpty(const Dictionary& context) {

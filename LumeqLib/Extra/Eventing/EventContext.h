@@ -14,8 +14,8 @@ Dictionary MakeGlobalContext();
 Dictionary MakeGlobalContext(const wchar_t* modelName);
 
 /// The context record with a Null local section.
-Dictionary MakeContext(const Dictionary& global);
-Dictionary MakeContext(const Dictionary& global, const Dictionary& local);
+Dictionary MakeContext(Dictionary global);
+Dictionary MakeContext(Dictionary global, Dictionary local);
 
 /// The context record of an exported call; both arguments may be null. A model name of the call goes before
 /// the process-wide one. The two sections are never merged. Under the API lock.

@@ -25,12 +25,16 @@ EventingEvent EventingTask::Initiated(EpochClock clock) {
     return event;
 }
 
-CompletionEvent EventingTask::Completed(const std::wstring& taskResult, const EventDetails* details,
-                                        EpochClock clock) const {
+void EventingTask::RequireResult(const std::wstring& taskResult) const {
     if (!completedResultPattern.Matches(taskResult))
         throw Common::ArgumentException(L"taskResult",
                                         L"Task result is not formatted correctly. Must be of form "
                                         L"success|unknown|(error(_([a-zA-Z][a-zA-Z0-9]+|[0-9]+))?)");
+}
+
+CompletionEvent EventingTask::Completed(const std::wstring& taskResult, const EventDetails* details,
+                                        EpochClock clock) const {
+    RequireResult(taskResult);
     return CompletionEvent(Action::Completed, _object, _objectLabel, taskResult, _startTime, _context,
                            details, clock);
 }

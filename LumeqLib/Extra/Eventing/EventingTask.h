@@ -29,8 +29,11 @@ public:
     /// The event of the beginning. The task's duration counts from its time.
     EventingEvent Initiated(EpochClock clock = EpochMilliseconds);
 
-    /// The event of the end; `details` may be null. Throws ArgumentException for a result that is not well
-    /// formed. Changes nothing, so it can be called again after a failure.
+    /// Throws ArgumentException for a result that is not well formed.
+    void RequireResult(const std::wstring& taskResult) const;
+
+    /// The event of the end; `details` may be null. Throws what RequireResult throws. Changes nothing, so it
+    /// can be called again after a failure.
     CompletionEvent Completed(const std::wstring& taskResult, const EventDetails* details,
                               EpochClock clock = EpochMilliseconds) const;
 

@@ -169,11 +169,13 @@ std::string ValueTypeName(Variant::ValueType type) {
 std::wstring ValueTypeNameWide(Variant::ValueType type) { return Common::FromUtf8(ValueTypeName(type)); }
 
 void AddStringDictionary(Dictionary& target, const StringDictionary& stringDictionary) {
-    const std::vector<std::wstring> duplicates = CommonKeys(target, stringDictionary);
-    if (!duplicates.empty())
-        throw Common::ArgumentException(
-            L"stringDictionary",
-            Substitute(L"Contains one or more duplicate keys: %1%", JoinStrings(duplicates, L", ")));
+    const bool hasDuplicates =
+        !target.empty() && std::any_of(stringDictionary.begin(), stringDictionary.end(),
+                                       [&](const auto& entry) { return target.contains(entry.first); });
+    if (hasDuplicates)
+        throw Common::ArgumentException(L"stringDictionary",
+                                        Substitute(L"Contains one or more duplicate keys: %1%",
+                                                   JoinStrings(CommonKeys(target, stringDictionary), L", ")));
     for (const auto& [key, value] : stringDictionary)
         target[key] = value;
 }
