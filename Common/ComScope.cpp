@@ -1,5 +1,6 @@
 #include "Common/ComScope.h"
 
+#include "Common/ComSession.h"
 #include "Common/Debugger.h"
 #include "Common/Logger.h"
 
@@ -22,29 +23,33 @@ void LogBalance(SeverityLevel level, const wchar_t* what, const std::wstring& fu
         comUninitCount.load(), functionName.c_str());
 }
 
-HRESULT InitializeApartment() { return CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED); }
+HRESULT EnterApartment() { return CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED); }
+
+std::int32_t Initialize(const std::wstring& functionName) {
+    const HRESULT result = EnterApartment();
+    if (result != RPC_E_CHANGED_MODE)
+        return result;
+    // The host left this thread in a multithreaded apartment. Undoing that here is a deliberate repair of an
+    // unbalanced caller; the break shows it to a developer.
+    LogBalance(SeverityLevel::WARNING, L"Unbalanced COM initialization", functionName);
+    CoUninitialize();
+    const HRESULT repaired = EnterApartment();
+    BreakIfDebugged();
+    return repaired;
+}
 
 } // namespace
 
 std::int32_t ComInitCounted(const std::wstring& functionName) {
     ++comInitCount;
     LogBalance(SeverityLevel::DEBUG, L"Init", functionName);
-    HRESULT result = InitializeApartment();
-    if (result == RPC_E_CHANGED_MODE) {
-        // The host left this thread in a multithreaded apartment. Undoing that here is a deliberate repair of
-        // an unbalanced caller; the break shows it to a developer.
-        LogBalance(SeverityLevel::WARNING, L"Unbalanced COM initialization", functionName);
-        CoUninitialize();
-        result = InitializeApartment();
-        BreakIfDebugged();
-    }
-    return result;
+    return ComSession::Enter([&functionName] { return Initialize(functionName); });
 }
 
 void ComUninitCounted(const std::wstring& functionName) {
     ++comUninitCount;
     LogBalance(SeverityLevel::DEBUG, L"Uninit", functionName);
-    CoUninitialize();
+    ComSession::Leave();
 }
 
 } // namespace Zuvan::Lumeq::Common

@@ -2,6 +2,7 @@
 // failure.
 #pragma once
 
+#include "Common/ComSession.h"
 #include "Common/Logger.h"
 #include "Common/TrackingGate.h"
 #include "LumeqApi/ApiMutex.h"
@@ -72,16 +73,18 @@ private:
 void ReportException(const ExportName& name, const std::exception& exception) noexcept;
 void ReportUnknownException(const ExportName& name) noexcept;
 
-/// Runs the body of the export `name` under the lock and behind the tracking gate. The body is a callable
-/// that takes a const Call&. Returns a value-initialised result if tracking is disabled or the body throws.
-/// Throws std::system_error if the lock fails, std::bad_alloc if there is no memory for that, and nothing
-/// else.
+/// Runs the body of the export `name` under the lock, behind the tracking gate and in one COM session. The
+/// body is a callable that takes a const Call&. Returns a value-initialised result if tracking is disabled or
+/// the body throws. Throws std::system_error if the lock fails, std::bad_alloc if there is no memory for
+/// that, and nothing else.
 template <class Body>
 auto RunExport(const ExportName& name, Body body) -> std::invoke_result_t<Body, const Call&> {
     const std::lock_guard lock(ApiLock);
     try {
-        if (!Common::IsTrackingDisabled())
+        if (!Common::IsTrackingDisabled()) {
+            const Common::ComSession session;
             return body(Call(name));
+        }
     } catch (const std::exception& exception) {
         ReportException(name, exception);
     } catch (...) {

@@ -5,6 +5,7 @@
 // one. Once loaded it stays for the life of the process. Only under the API lock.
 #pragma once
 
+#include "Common/ComSession.h"
 #include "LumeqShim/ForeignCall.h"
 
 namespace Zuvan::LumeqShim {
@@ -24,6 +25,8 @@ public:
     constexpr explicit CompanionOperation(const char* name) : _name(name) {}
 
     Result operator()(Arguments... arguments) {
+        // The first call runs foreign code already while it loads the library.
+        Lumeq::Common::ComSession::Suspend();
         if (!_function)
             _function = reinterpret_cast<Result (*)(Arguments...)>(FindCompanionOperation(_name));
         return CallForeign([&] { return _function(arguments...); });

@@ -1,6 +1,7 @@
 #include "LumeqShim/PreLoadingCode.h"
 
 #include "Common/ComScope.h"
+#include "Common/ComSession.h"
 #include "Common/Exceptions.h"
 #include "Common/Logger.h"
 #include "Common/SystemHandles.h"
@@ -27,11 +28,14 @@ constexpr wchar_t RuntimeLibrary[] = L"mscoree";
 constexpr char EntryPoint[] = "CLRCreateInstance";
 constexpr DWORD VersionCapacity = 256; // wide characters
 
-/// COM for the duration of the probe. Undoes the initialisation even if that failed.
+/// COM for the duration of the probe and not longer. Undoes the initialisation even if that failed.
 class ProbeComScope {
 public:
     ProbeComScope() { Lumeq::Common::ComInitCounted(_label); }
-    ~ProbeComScope() { Lumeq::Common::ComUninitCounted(_label); }
+    ~ProbeComScope() {
+        Lumeq::Common::ComUninitCounted(_label);
+        Lumeq::Common::ComSession::Suspend();
+    }
     ProbeComScope(const ProbeComScope&) = delete;
     ProbeComScope& operator=(const ProbeComScope&) = delete;
 
@@ -105,6 +109,7 @@ bool FindRequiredRuntime() {
 }
 
 bool Probe() {
+    Lumeq::Common::ComSession::Suspend();
     const Lumeq::Common::ScopedDurationLog duration(L"IsRequiredDotNetVersionInstalled()");
     bool found = false;
     if (IsCLRCreateInstanceSupported()) {

@@ -1,5 +1,6 @@
 #include "LumeqShim/Post/PostMessage.h"
 
+#include "Common/ComSession.h"
 #include "Common/Format.h"
 #include "Common/Logger.h"
 #include "Common/SystemHandles.h"
@@ -88,6 +89,8 @@ UniqueKernelObject StartWorker(PostThreadArgs request) {
 }
 
 void WaitForWorker(UniqueKernelObject thread) {
+    // In a single-threaded apartment, a thread that does not dispatch messages stops whoever broadcasts one.
+    Lumeq::Common::ComSession::Suspend();
     DWORD exitCode = WAIT_TIMEOUT;
     const bool ended = WaitForSingleObject(thread.Get(), WaitMilliseconds) != WAIT_TIMEOUT &&
                        GetExitCodeThread(thread.Get(), &exitCode) && exitCode == 0;

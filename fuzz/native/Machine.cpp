@@ -1,6 +1,7 @@
 #include "fuzz/native/Machine.h"
 
 #include "Common/Clock.h"
+#include "Common/ComSession.h"
 #include "Common/Debugger.h"
 #include "Common/Format.h"
 #include "Common/HostFile.h"
@@ -58,6 +59,12 @@ void BreakIfDebugged() {}
 std::uint32_t ThreadNumber() noexcept { return 1; }
 
 std::wstring GetExecutableName() { return L"host.exe"; }
+
+void InterfaceReleaser::operator()(::IUnknown*) const noexcept {}
+
+ComSession::ComSession() noexcept = default;
+
+ComSession::~ComSession() = default;
 
 bool IsTrackingDisabled() { return false; }
 

@@ -1,11 +1,16 @@
 #include "LumeqShim/CompanionLibrary.h"
 
+#include "Common/ComScope.h"
+#include "Common/ComSession.h"
 #include "Common/Exceptions.h"
+#include "support/Apartment.h"
 #include "support/DeliveryStandIns.h"
+#include "support/ImportedFunction.h"
 #include "support/IsolatedMachine.h"
 
 #include <Lumeq/LumeqRecords.h>
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 namespace Zuvan::LumeqShim {
@@ -37,6 +42,25 @@ std::wstring FailureToFind(const char* operation) {
 std::wstring NotFoundAt(const path& file) {
     return L"The companion library was not found\nPath: \"" + file.wstring() + L"\"";
 }
+
+/// What the companion library finds of the caller's apartment while it is loaded and called.
+struct SeenApartments {
+    static inline std::vector<HRESULT> results;
+    // Looked up before GetProcAddress is replaced.
+    static inline auto* const load =
+        Lumeq::Testing::RealFunction<decltype(LoadLibraryExW)>("kernel32.dll", "LoadLibraryExW");
+
+    static void See() { results.push_back(Lumeq::Testing::ApartmentOfThread()); }
+
+    static HMODULE WINAPI Load(const wchar_t* path, HANDLE file, DWORD flags) {
+        See();
+        return load(path, file, flags);
+    }
+
+    static FARPROC WINAPI Find(HMODULE, const char*) {
+        return reinterpret_cast<FARPROC>(reinterpret_cast<void*>(&See));
+    }
+};
 
 bool IsLoaded() { return GetModuleHandleW(FileName) != nullptr; }
 
@@ -205,6 +229,27 @@ TEST_F(DetachedCompanionLibrary, HostsFolderComesFirst) {
 
 TEST_F(DetachedCompanionLibrary, MissingInBothIsNamedInTheHostsFolder) {
     EXPECT_EQ(PlaceOfFlush(), NotFoundAt(machine.HostFolder() / FileName));
+}
+
+TEST_F(CompanionLibrary, IsLoadedAndCalledInNoApartmentOfASession) {
+    using Lumeq::Testing::ImportedFunction;
+    PlaceCompanion(machine.HostFolder());
+    CompanionOperation<void()> operation("FlushInternal");
+    const Lumeq::Common::ComSession session;
+    {
+        const ImportedFunction<decltype(LoadLibraryExW)> loading("kernel32.dll", "LoadLibraryExW",
+                                                                 &SeenApartments::Load);
+        const ImportedFunction<decltype(GetProcAddress)> finding("kernel32.dll", "GetProcAddress",
+                                                                 &SeenApartments::Find);
+        for (int i = 0; i < 2; ++i) {
+            Lumeq::Common::ComScope(L"operation of the library's own");
+            ASSERT_EQ(Lumeq::Testing::ApartmentOfThread(), S_OK);
+            operation();
+        }
+    }
+    EXPECT_THAT(SeenApartments::results,
+                testing::ElementsAre(Lumeq::Testing::NotInitialized, Lumeq::Testing::NotInitialized,
+                                     Lumeq::Testing::NotInitialized));
 }
 
 } // namespace Zuvan::LumeqShim

@@ -1,9 +1,12 @@
 #include "LumeqShim/PreLoadingCode.h"
 
+#include "Common/ComScope.h"
+#include "Common/ComSession.h"
 #include "Common/Logger.h"
 #include "support/Apartment.h"
 #include "support/DeliveryStandIns.h"
 #include "support/FailingAllocation.h"
+#include "support/ImportedFunction.h"
 #include "support/IsolatedMachine.h"
 #include "support/LogLines.h"
 
@@ -203,6 +206,27 @@ TEST_F(RuntimeProbe, HostObjectAloneIsNeverReleased) {
 TEST_F(RuntimeProbe, ComIsThereForTheSpanOfTheProbeOnly) {
     UseFakeMscoree(L"v4.0.30319");
     EXPECT_TRUE(IsRequiredDotNetVersionInstalled());
+    EXPECT_EQ(FakeMscoreeSaw().callsInApartment, 1);
+    EXPECT_EQ(ApartmentOfThread(), NotInitialized);
+}
+
+TEST_F(RuntimeProbe, InASessionHasItsOwnApartmentForItsSpanOnly) {
+    UseFakeMscoree(L"v4.0.30319");
+    static HRESULT apartmentAtFirstLoad = E_FAIL;
+    const Lumeq::Common::ComSession session;
+    {
+        const Lumeq::Testing::ImportedFunction<decltype(LoadLibraryW)> loading(
+            "kernel32.dll", "LoadLibraryW", [](const wchar_t* name) {
+                if (apartmentAtFirstLoad == E_FAIL)
+                    apartmentAtFirstLoad = ApartmentOfThread();
+                return Lumeq::Testing::RealFunction<decltype(LoadLibraryW)>("kernel32.dll",
+                                                                            "LoadLibraryW")(name);
+            });
+        Lumeq::Common::ComScope(L"operation before it");
+        ASSERT_EQ(ApartmentOfThread(), S_OK);
+        EXPECT_TRUE(IsRequiredDotNetVersionInstalled());
+    }
+    EXPECT_EQ(apartmentAtFirstLoad, NotInitialized);
     EXPECT_EQ(FakeMscoreeSaw().callsInApartment, 1);
     EXPECT_EQ(ApartmentOfThread(), NotInitialized);
 }

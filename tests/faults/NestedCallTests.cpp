@@ -31,10 +31,10 @@ void CallMeanwhile() {
 }
 
 /// Like COM, which dispatches to window procedures and message hooks while it waits.
-HRESULT STDAPICALLTYPE CreateAndDispatch(REFCLSID classId, IUnknown* outer, DWORD context, REFIID iid,
-                                         void** instance) {
+HRESULT STDAPICALLTYPE FindClassAndDispatch(REFCLSID classId, DWORD context, void* server, REFIID iid,
+                                            void** factory) {
     CallMeanwhile();
-    return CoCreateInstance(classId, outer, context, iid, instance);
+    return CoGetClassObject(classId, context, server, iid, factory);
 }
 
 using PostEvent = void(const Extra::Eventing::EventingEvent& event, void* second, void* third);
@@ -76,7 +76,7 @@ protected:
 } // namespace
 
 TEST_F(NestedCall, OfAMessageHookFailsAndTheOuterCallGoesOn) {
-    CallWhile("GetUserOptInEx", Road::Basic, "ole32.dll", "CoCreateInstance", &CreateAndDispatch);
+    CallWhile("GetUserOptInEx", Road::Basic, "ole32.dll", "CoGetClassObject", &FindClassAndDispatch);
 }
 
 TEST_F(NestedCall, OfTheCompanionFailsAndTheOuterCallGoesOn) {

@@ -117,6 +117,7 @@ const PlatformCall Calls[] = {
     Fails([] {}, StartWithoutLog, Kernel, "WaitForSingleObject", &WaitForSingleObject, WAIT_FAILED),
     Fails([] {}, Choice, Kernel, "WriteFile", &::WriteFile, FALSE, ERROR_DISK_FULL),
     Fails([] {}, Start, Ole, "CoCreateInstance", &CoCreateInstance, REGDB_E_CLASSNOTREG),
+    Fails([] {}, Choice, Ole, "CoGetClassObject", &CoGetClassObject, REGDB_E_CLASSNOTREG),
     Fails([] {}, Start, Ole, "CoInitializeEx", &CoInitializeEx, E_OUTOFMEMORY),
     Fails([] {}, Start, Ole, "CoSetProxyBlanket", &CoSetProxyBlanket, E_ACCESSDENIED),
     Fails([] {}, Choice, Ole, "CreateStreamOnHGlobal", &CreateStreamOnHGlobal, E_OUTOFMEMORY),

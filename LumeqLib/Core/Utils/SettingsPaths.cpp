@@ -1,5 +1,6 @@
 #include "LumeqLib/Core/Utils/SettingsPaths.h"
 
+#include "Common/ComSession.h"
 #include "Common/Debugger.h"
 #include "Common/Exceptions.h"
 #include "Common/HostFile.h"
@@ -49,8 +50,18 @@ std::wstring FactoryPath() {
     return Common::Exists(path) ? path : CombinePath(FolderOf(host), FactoryName);
 }
 
+/// Found once in an apartment, because the shell takes its time.
+std::wstring AllUsersFolder() {
+    Common::ApartmentCache* const cache = Common::ComSession::Cache();
+    if (!cache)
+        return FindAllUsersFolder();
+    if (cache->allUsersFolder.empty())
+        cache->allUsersFolder = FindAllUsersFolder();
+    return cache->allUsersFolder;
+}
+
 std::wstring SharedLocalPath() {
-    std::wstring folder = CombinePath(FindAllUsersFolder(), L"Zuvan");
+    std::wstring folder = CombinePath(AllUsersFolder(), L"Zuvan");
     if (!Common::IsBlank(localSubfolder))
         folder = CombinePath(folder, localSubfolder);
     const std::wstring path = CombinePath(CombinePath(folder, L"LUMEQ"), LocalName);

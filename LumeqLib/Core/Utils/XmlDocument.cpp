@@ -1,5 +1,6 @@
 #include "LumeqLib/Core/Utils/XmlDocument.h"
 
+#include "Common/ComSession.h"
 #include "Common/Exceptions.h"
 #include "Common/SystemHandles.h"
 #include "Common/Text.h"
@@ -19,6 +20,25 @@ constexpr IID DomDocument2 = {0x2933bf95, 0x7b36, 0x11d2, {0xb2, 0x0e, 0x00, 0xc
 _bstr_t ToBstr(const std::wstring& text) { return _bstr_t(text.c_str()); }
 
 std::wstring FromBstr(const _bstr_t& text) { return {static_cast<const wchar_t*>(text), text.length()}; }
+
+void ThrowIfNotCreated(HRESULT result) {
+    if (FAILED(result))
+        throw Common::ComException(L"Failed to create an instance of COM DOMDocument30 class", result);
+}
+
+/// Finding the class takes most of the time of a small document, so operations in one apartment share it.
+ComPtr<IClassFactory> FindDocumentFactory() {
+    Common::ApartmentCache* const cache = Common::ComSession::Cache();
+    if (cache && cache->documentFactory)
+        return static_cast<IClassFactory*>(cache->documentFactory.get());
+    ComPtr<IClassFactory> factory;
+    const HRESULT result = CoGetClassObject(DomDocument30, CLSCTX_INPROC_SERVER, nullptr, IID_IClassFactory,
+                                            reinterpret_cast<void**>(factory.GetAddressOf()));
+    ThrowIfNotCreated(result);
+    if (cache)
+        cache->documentFactory.reset(ComPtr<IClassFactory>(factory).Detach());
+    return factory;
+}
 
 /// Not every implementation knows the property, so LoadXml looks for a document type as well.
 void ProhibitDocumentType(IXMLDOMDocument& document) {
@@ -97,10 +117,8 @@ void ThrowIfFailed(HRESULT result) {
 
 XmlDocumentPointer CreateXmlDocument() {
     XmlDocumentPointer document;
-    const HRESULT result = CoCreateInstance(DomDocument30, nullptr, CLSCTX_INPROC_SERVER, DomDocument,
-                                            reinterpret_cast<void**>(document.GetAddressOf()));
-    if (FAILED(result))
-        throw Common::ComException(L"Failed to create an instance of COM DOMDocument30 class", result);
+    ThrowIfNotCreated(FindDocumentFactory()->CreateInstance(
+        nullptr, DomDocument, reinterpret_cast<void**>(document.GetAddressOf())));
     ThrowIfFailed(document->put_async(VARIANT_FALSE));
     ThrowIfFailed(document->put_resolveExternals(VARIANT_FALSE));
     ThrowIfFailed(document->put_validateOnParse(VARIANT_FALSE));

@@ -254,9 +254,9 @@ TEST_F(GetConfigFileDataTest, NarrowTextEndsInTwoZeros) {
     Factory("<ProjectId>P1</ProjectId>");
     LogEverything();
     const Lumeq::Testing::PrintedNarrowTexts printed;
-    const Lumeq::Testing::ImportedFunction<decltype(CoCreateInstance)> throwing(
-        "ole32.dll", "CoCreateInstance",
-        [](REFCLSID, IUnknown*, DWORD, REFIID, void**) -> HRESULT { throw Lumeq::Testing::OutOfOrder(); });
+    const Lumeq::Testing::ImportedFunction<decltype(CoGetClassObject)> throwing(
+        "ole32.dll", "CoGetClassObject",
+        [](REFCLSID, DWORD, void*, REFIID, void**) -> HRESULT { throw Lumeq::Testing::OutOfOrder(); });
     EXPECT_FALSE(GetConfigFileData(_read));
     EXPECT_THAT(Warnings(), ElementsAre("GetConfigFileData exception with out of order"));
     EXPECT_EQ(printed.Guarded(), 1);
@@ -266,9 +266,8 @@ TEST_F(GetConfigFileDataTest, NarrowTextEndsInTwoZeros) {
 TEST_F(GetConfigFileDataTest, AnythingElseIsAnUnknownException) {
     Factory("<ProjectId>P1</ProjectId>");
     LogEverything();
-    const Lumeq::Testing::ImportedFunction<decltype(CoCreateInstance)> throwing(
-        "ole32.dll", "CoCreateInstance",
-        [](REFCLSID, IUnknown*, DWORD, REFIID, void**) -> HRESULT { throw 42; });
+    const Lumeq::Testing::ImportedFunction<decltype(CoGetClassObject)> throwing(
+        "ole32.dll", "CoGetClassObject", [](REFCLSID, DWORD, void*, REFIID, void**) -> HRESULT { throw 42; });
     EXPECT_FALSE(GetConfigFileData(_read));
     EXPECT_THAT(Warnings(), ElementsAre("GetConfigFileData failed with unknown exception"));
     EXPECT_EQ(Progress().back(), "GetConfigFileData returns false:");

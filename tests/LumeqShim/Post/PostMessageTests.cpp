@@ -1,5 +1,8 @@
 #include "LumeqShim/Post/PostMessage.h"
 
+#include "Common/ComScope.h"
+#include "Common/ComSession.h"
+#include "support/Apartment.h"
 #include "support/ImportedFunction.h"
 #include "support/IsolatedMachine.h"
 #include "support/LogLines.h"
@@ -448,6 +451,26 @@ TEST_F(PostMessageTest, AnswerThatCannotBeReadIsEmpty) {
                             Line("DEBUG", About), Line("DATA", Sending), Line("DATA", HttpPost),
                             Line("DEBUG", "HttpSendRequest sent"), Line("DATA", " <-HTTP RESULT= (0)"),
                             Line("DEBUG", "Headers="), Duration(), Line("DATA", "<- ")));
+}
+
+TEST_F(PostMessageTest, WaitsInNoApartmentOfASession) {
+    using Lumeq::Testing::ApartmentOfThread;
+    static HRESULT apartmentAtWait = E_FAIL;
+    static const DWORD caller = GetCurrentThreadId();
+    const Lumeq::Common::ComSession session;
+    {
+        const ImportedFunction<decltype(WaitForSingleObject)> waiting(
+            "kernel32.dll", "WaitForSingleObject", [](HANDLE object, DWORD milliseconds) {
+                if (GetCurrentThreadId() == caller && milliseconds == 3000)
+                    apartmentAtWait = ApartmentOfThread();
+                return RealFunction<decltype(WaitForSingleObject)>("kernel32.dll", "WaitForSingleObject")(
+                    object, milliseconds);
+            });
+        Lumeq::Common::ComScope(L"operation before it");
+        ASSERT_EQ(ApartmentOfThread(), S_OK);
+        Post();
+    }
+    EXPECT_EQ(apartmentAtWait, Lumeq::Testing::NotInitialized);
 }
 
 } // namespace Zuvan::LumeqShim

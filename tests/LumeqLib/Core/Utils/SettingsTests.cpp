@@ -1,8 +1,11 @@
 #include "LumeqLib/Core/Utils/Settings.h"
 
+#include "Common/ComScope.h"
+#include "Common/ComSession.h"
 #include "Common/Exceptions.h"
 #include "support/Apartment.h"
 #include "support/DebuggerStandIn.h"
+#include "support/ImportedFunction.h"
 #include "support/IsolatedMachine.h"
 
 #include <gtest/gtest.h>
@@ -15,9 +18,11 @@ namespace Zuvan::Lumeq::Core::Utils {
 
 using Testing::ApartmentOfThread;
 using Testing::DebuggerStandIn;
+using Testing::ImportedFunction;
 using Testing::IsolatedMachine;
 using Testing::NotInitialized;
 using Testing::ReadFile;
+using Testing::RealFunction;
 using Testing::WriteFile;
 
 namespace {
@@ -39,6 +44,26 @@ protected:
     bool HasLocalFile() const { return std::filesystem::exists(_machine.LocalSettingsFile()); }
 
     IsolatedMachine _machine;
+};
+
+/// Counts what a use of the settings asks of the platform, and asks it.
+struct Platform {
+    static inline int classes = 0;
+    static inline int shells = 0;
+
+    static HRESULT WINAPI FindClass(REFCLSID classId, DWORD context, void* server, REFIID iid,
+                                    void** factory) {
+        ++classes;
+        return RealFunction<decltype(CoGetClassObject)>("ole32.dll", "CoGetClassObject")(
+            classId, context, server, iid, factory);
+    }
+    static HMODULE WINAPI Load(const wchar_t* name) {
+        ++shells;
+        return RealFunction<decltype(LoadLibraryW)>("kernel32.dll", "LoadLibraryW")(name);
+    }
+
+    ImportedFunction<decltype(CoGetClassObject)> finding{"ole32.dll", "CoGetClassObject", &FindClass};
+    ImportedFunction<decltype(LoadLibraryW)> loading{"kernel32.dll", "LoadLibraryW", &Load};
 };
 
 constexpr int WarmUpUses = 300;
@@ -213,6 +238,48 @@ TEST_F(SettingsTest, ComIsInitialisedForTheLifeOfTheInstance) {
         EXPECT_EQ(ApartmentOfThread(), S_OK);
     }
     EXPECT_EQ(ApartmentOfThread(), NotInitialized);
+}
+
+TEST_F(SettingsTest, UsesInOneSessionFindTheClassAndTheFolderOnce) {
+    const Platform platform;
+    const auto use = [] {
+        return WithSettings([](Settings& settings) {
+            settings.SetLocalSetting(L"A", settings.GetLocalSetting(L"A", L"") + L"1");
+            settings.SaveLocalSettings();
+            return settings.GetFactorySetting(L"ProjectId", L"");
+        });
+    };
+    {
+        const Common::ComSession session;
+        const Common::ComScope com(L"operation");
+        EXPECT_EQ(use(), L"p 1");
+        EXPECT_EQ(use(), L"p 1");
+        EXPECT_EQ(Platform::classes, 1);
+        EXPECT_EQ(Platform::shells, 1);
+        Common::ComSession::Suspend();
+        use();
+        EXPECT_EQ(Platform::classes, 2);
+        EXPECT_EQ(Platform::shells, 2);
+    }
+    EXPECT_EQ(LocalFile(), "<LumeqConfig version=\"4.0\"><A>111</A></LumeqConfig>");
+    use();
+    EXPECT_EQ(Platform::classes, 5) << "without a session, for each document: two loaded, one written";
+    EXPECT_EQ(Platform::shells, 4) << "without a session, for loading and for saving";
+    EXPECT_EQ(ApartmentOfThread(), NotInitialized);
+}
+
+TEST_F(SettingsTest, ClassThatIsNotFoundIsLookedForAgain) {
+    const Common::ComSession session;
+    {
+        const ImportedFunction<decltype(CoGetClassObject)> failing(
+            "ole32.dll", "CoGetClassObject",
+            [](REFCLSID, DWORD, void*, REFIID, void**) -> HRESULT { return REGDB_E_CLASSNOTREG; });
+        EXPECT_EQ(FailureOfGetInstance(),
+                  L"Failed to create an instance of COM DOMDocument30 class\nHRESULT: 0x80040154");
+    }
+    EXPECT_EQ(
+        WithSettings([](const Settings& settings) { return settings.GetFactorySetting(L"ProjectId", L""); }),
+        L"p 1");
 }
 
 TEST_F(SettingsTest, ThreadThatCannotInitialiseComHasNoSettings) {
