@@ -9,7 +9,6 @@ namespace Zuvan::Lumeq::Common {
 namespace {
 
 constinit bool trackingGateRead = false;
-constinit bool trackingGateDisabled = false;
 std::wstring globalContext;
 
 bool ReadTrackingDisabled() {
@@ -29,10 +28,10 @@ bool ReadTrackingDisabled() {
 
 bool IsTrackingDisabled() {
     if (!trackingGateRead) {
-        trackingGateDisabled = ReadTrackingDisabled();
+        trackingKnownDisabled.store(ReadTrackingDisabled(), std::memory_order_relaxed);
         trackingGateRead = true;
     }
-    return trackingGateDisabled;
+    return IsTrackingKnownDisabled();
 }
 
 const std::wstring& GlobalContext() { return globalContext; }

@@ -79,6 +79,9 @@ void ReportUnknownException(const ExportName& name) noexcept;
 /// that, and nothing else.
 template <class Body>
 auto RunExport(const ExportName& name, Body body) -> std::invoke_result_t<Body, const Call&> {
+    // Once tracking is known to be disabled, nobody has to wait for the lock to hear it again.
+    if (Common::IsTrackingKnownDisabled())
+        return std::invoke_result_t<Body, const Call&>();
     const std::lock_guard lock(ApiLock);
     try {
         if (!Common::IsTrackingDisabled()) {

@@ -56,6 +56,18 @@ TEST_F(TrackingGate, IgnoresTheMachinesKey) {
     EXPECT_FALSE(IsTrackingDisabled());
 }
 
+TEST_F(TrackingGate, IsKnownToBeShutOnlyAfterTheRegistryWasRead) {
+    machine.SetDword(HKEY_CURRENT_USER, Key, Value, 1);
+    EXPECT_FALSE(IsTrackingKnownDisabled());
+    EXPECT_TRUE(IsTrackingDisabled());
+    EXPECT_TRUE(IsTrackingKnownDisabled());
+}
+
+TEST_F(TrackingGate, IsNeverKnownToBeShutWhileItIsOpen) {
+    EXPECT_FALSE(IsTrackingDisabled());
+    EXPECT_FALSE(IsTrackingKnownDisabled());
+}
+
 TEST_F(TrackingGate, DoesNotNoticeALaterChange) {
     EXPECT_FALSE(IsTrackingDisabled());
     machine.SetDword(HKEY_CURRENT_USER, Key, Value, 1);

@@ -1,6 +1,8 @@
 #include "LumeqApi/Call.h"
 
+#include "Common/ComScope.h"
 #include "Common/Exceptions.h"
+#include "support/Apartment.h"
 #include "support/DebuggerStandIn.h"
 #include "support/IsolatedMachine.h"
 #include "support/LogLines.h"
@@ -8,6 +10,7 @@
 #include <gmock/gmock.h>
 
 #include <stdexcept>
+#include <thread>
 
 namespace Zuvan::Lumeq::API {
 
@@ -39,6 +42,21 @@ TEST_F(CallFrame, HoldsTheLockForTheBodyAndReleasesIt) {
     RunExport(L"X", [&](const Call&) { heldInside = !IsLockFree(); });
     EXPECT_TRUE(heldInside);
     EXPECT_TRUE(IsLockFree());
+}
+
+TEST_F(CallFrame, KeepsComFromTheFirstOperationToTheEndOfTheBody) {
+    const auto useCom = [](const Call&) {
+        EXPECT_EQ(Testing::ApartmentOfThread(), Testing::NotInitialized);
+        EXPECT_EQ(Common::ComScope(L"operation").Result(), S_OK);
+        EXPECT_EQ(Testing::ApartmentOfThread(), S_OK);
+    };
+    RunExport(L"X", useCom);
+    EXPECT_EQ(Testing::ApartmentOfThread(), Testing::NotInitialized);
+    RunExport(L"X", [&](const Call& call) {
+        useCom(call);
+        throw 42;
+    });
+    EXPECT_EQ(Testing::ApartmentOfThread(), Testing::NotInitialized);
 }
 
 TEST_F(CallFrame, ReturnsTheBodysResult) {
@@ -76,6 +94,15 @@ TEST_F(CallFrame, ExceptionBreaksIntoADebugger) {
     RunExport(L"X", [](const Call&) { throw 42; });
     // Two reports. The first line can break as well, because there are no settings.
     EXPECT_GE(debugger.Breaks(), 2);
+}
+
+TEST_F(CallFrame, WaitsForNobodyOnceTrackingIsKnownToBeDisabled) {
+    machine.SetDword(HKEY_CURRENT_USER, L"Software\\Zuvan\\NG\\Tracking\\Lumeq", L"TrackingDisabled", 1);
+    const auto call = [] { return RunExport(L"X", [](const Call&) { return 7; }); };
+    EXPECT_EQ(call(), 0);
+    const std::lock_guard lock(ApiLock);
+    EXPECT_EQ(call(), 0) << "this thread has the lock, so taking it would throw";
+    std::thread([&call] { EXPECT_EQ(call(), 0); }).join();
 }
 
 TEST_F(CallFrame, WithTrackingDisabledNothingRuns) {
