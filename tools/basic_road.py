@@ -1,17 +1,13 @@
-"""Plays sessions on the basic road against a queue service, on a machine that trusts it."""
+"""What a host on the basic road needs: a machine that trusts the queue service, and settings."""
 
-import os
-import subprocess
 from pathlib import Path
 
-import session_player
-from session_player import ROOT, Machine
+from session_player import Machine
 
 
 def trust(machine: Machine, root: Path, build: Path) -> None:
     """Makes the machine trust the certificate, which is in DER."""
-    subprocess.run([ROOT / "tools" / "run-wine", build / "trust-root.exe", root], check=True,
-                   stdin=subprocess.DEVNULL, env=dict(os.environ, WINEPREFIX=str(machine.prefix)))
+    machine.run_program(build / "trust-root.exe", root)
 
 
 def settings_text(**values: str) -> str:

@@ -41,6 +41,8 @@ class Conditions:
 class Machine:
     """A Wine prefix with the host, the library and their files in it."""
 
+    host_name = "lumeq-host.exe"
+
     def __init__(self, prefix: Path):
         self.prefix = prefix
         self.host_folder = prefix / "drive_c" / "Host"
@@ -87,13 +89,13 @@ class Machine:
 
     def run_host(self, session: Path, conditions: Conditions, output: Path, timeout: float,
                  errors: Optional[BinaryIO] = None) -> int:
-        """Plays the session; gives what run gives."""
+        """Plays the session. Returns what run returns."""
         shutil.copy(session, self.host_folder / "session.jsonl")
-        return self.run("lumeq-host.exe", ["session.jsonl"], conditions, output, timeout, errors)
+        return self.run(self.host_name, ["session.jsonl"], conditions, output, timeout, errors)
 
     def run(self, host: str, arguments: list[str], conditions: Conditions, output: Path, timeout: float,
             errors: Optional[BinaryIO] = None) -> int:
-        """Gives the host's exit code, or 124 if it had to be ended after `timeout` seconds."""
+        """Returns the host's exit code, or 124 if it had to be ended after `timeout` seconds."""
         process = self.start(host, arguments, conditions, output, errors)
         try:
             return process.wait(timeout)
@@ -104,15 +106,26 @@ class Machine:
 
     def start(self, host: str, arguments: list[str], conditions: Conditions, output: Path,
               errors: Optional[BinaryIO] = None) -> subprocess.Popen:
-        """The script that runs the host, and gives its exit code."""
-        environment = dict(os.environ, WINEPREFIX=str(self.prefix))
+        """Starts the host as start_program does."""
+        environment = dict(os.environ)
         if conditions.road == "basic":
             others = environment.get("LUMEQ_WINE_OVERRIDES")
             environment["LUMEQ_WINE_OVERRIDES"] = "mscoree=d" + (f";{others}" if others else "")
         with open(output, "wb") as lines:
-            return subprocess.Popen(
-                [ROOT / "tools" / "run-wine", self.host_folder / host, *arguments],
-                cwd=self.current_folder(), env=environment, stdin=subprocess.DEVNULL, stdout=lines, stderr=errors)
+            return self.start_program(self.host_folder / host, *arguments, cwd=self.current_folder(),
+                                      env=environment, stdout=lines, stderr=errors)
+
+    def start_program(self, *command, **options) -> subprocess.Popen:
+        """Starts the script that runs a Windows program on this machine and exits with its code. Options as for Popen."""
+        environment = dict(options.pop("env", os.environ), WINEPREFIX=str(self.prefix))
+        return subprocess.Popen([ROOT / "tools" / "run-wine", *command], env=environment,
+                                **{"stdin": subprocess.DEVNULL, **options})
+
+    def run_program(self, *command) -> None:
+        """Runs a Windows program to its end. Raises if it fails."""
+        process = self.start_program(*command, stdout=subprocess.DEVNULL)
+        if process.wait() != 0:
+            raise subprocess.CalledProcessError(process.returncode, process.args)
 
     def collect(self, out: Path) -> None:
         transcript = self.host_folder / "LumeqCompanion.jsonl"

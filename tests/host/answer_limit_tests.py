@@ -5,8 +5,9 @@ import tempfile
 import unittest
 from pathlib import Path
 
-from posting_support import SENT, PostingTestCase, answer, headers, line
-from support import BUILD, LogLine, session_player
+from support.posting import SENT, PostingTestCase, answer, headers, line
+from support import BUILD, LogLine
+import session_player
 
 
 def raw_answer(text: str = "OK", header: str = "", body: bytes = b"") -> bytes:

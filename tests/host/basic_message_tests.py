@@ -6,7 +6,7 @@ import unittest
 from pathlib import Path
 from unittest import mock
 
-from basic_road_support import PATH, PROJECT, START, BasicRoadTestCase
+from support.basic_road_case import PATH, PROJECT, START, BasicRoadTestCase
 from support import Outcome, call
 
 UUID = r"[0-9a-f]{8}(-[0-9a-f]{4}){3}-[0-9a-f]{12}"

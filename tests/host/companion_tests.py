@@ -2,7 +2,8 @@
 
 import unittest
 
-from support import BUILD, LogLine, SessionTestCase, call, exports_of
+from support import BUILD, LogLine, SessionTestCase, call
+from support.library_file import exports_of
 
 KINDS = {
     "vesto": "{region} failed with VestoException exception {operation} was told to fail",

@@ -1,16 +1,17 @@
 """However and whenever the host ends its process, it ends at once and with the host's own code."""
 
+import json
 import time
 import unittest
 from typing import Callable, Iterator
 
-from basic_road_support import START, BasicRoadTestCase
-from standstill import again_if_disturbed
-from support import Outcome, SessionTestCase, call
+from support import BUILD, Outcome, SessionTestCase, call
+from support.basic_road_case import START, BasicRoadTestCase
+from support.host_process import HostProcess
+from support.standstill import again_if_disturbed
+import session_player
 
-from queue_service import QueueService
-
-# A process that waited for what still goes on would take thirty seconds: so long the companion sleeps, and so long
+# A process that waited for the work in progress would take thirty seconds: that is how long the companion sleeps and
 # the system waits for a server.
 AT_ONCE = 10
 
@@ -33,8 +34,7 @@ class Exit(SessionTestCase):
     def check_ends(self, first_code: int, check: Callable[[Outcome], None], *steps: dict, **circumstances) -> None:
         for end, code in ends(first_code):
             with self.subTest(end):
-                # What goes on in another thread has to have come that far when the host ends.
-                again_if_disturbed(lambda end=end, code=code: check(self.end_of(end, code, *steps, **circumstances)), 0.1)
+                check(self.end_of(end, code, *steps, **circumstances))
 
     def end_of(self, end: dict, code: int, *steps: dict, **circumstances) -> Outcome:
         before = time.monotonic()
@@ -63,41 +63,53 @@ class Exit(SessionTestCase):
         self.check_ends(60, check, START, SCREEN, call("ScanAcquireInitiated", handle="h"), road="basic")
 
     def test_during_another_threads_call_for_which_others_wait(self):
-        def check(outcome: Outcome) -> None:
-            self.assertEqual(["FlushInternal"], [line["operation"] for line in outcome.companion])
-            self.assertEqual([], outcome.host, "no call has returned")
+        script = self.machine.prefix / "script.json"
+        script.write_text(json.dumps({"sleepMsec": {"FlushInternal": 30_000}}))
+        for end, code in ends(80):
+            with self.subTest(end):
+                outcome = self.end_during_a_flush(end, session_player.Conditions(companion=script))
+                self.assertEqual(code, outcome.status, outcome.errors)
+                self.assertEqual(["FlushInternal"], [line["operation"] for line in outcome.companion])
+                self.assertEqual([], outcome.host, "no call has returned")
 
-        waiting = [{"background": [{"sleepMsec": 100}, SCREEN]}] * 3
-        self.check_ends(80, check, {"background": [call("FlushEx", timeoutMsec=1)]}, *waiting, {"sleepMsec": 300},
-                        companion={"sleepMsec": {"FlushInternal": 30_000}})
+    def end_during_a_flush(self, end: dict, conditions: session_player.Conditions) -> Outcome:
+        self.machine.clear()
+        self.machine.set_up(conditions, BUILD)
+        with HostProcess(self.machine, conditions) as host:
+            host.send({"background": [call("FlushEx", timeoutMsec=1)]})
+            host.wait_for(lambda: host.operations() == ["FlushInternal"])
+            # The sleep gives them time to come to the lock, which nothing shows from outside.
+            host.send(*[{"background": [SCREEN]}] * 3, {"sleepMsec": 200})
+            before = time.monotonic()
+            host.send(end)
+            outcome = host.finish()
+            self.assertLess(time.monotonic() - before, AT_ONCE)
+            return outcome
 
 
 class ExitWhilePosting(BasicRoadTestCase):
     ADDRESS = "127.0.0.46"
 
     def check_ends(self, first_code: int, ways: tuple, start: dict, returned: int) -> None:
-        """Ends the host amid a post, when as many of its calls have returned."""
+        """Ends the host during a post, when `returned` of its calls have returned."""
         for end, code in ends(first_code, ways):
             with self.subTest(end):
+                # The caller is held for three seconds, in which the host has to end.
                 again_if_disturbed(lambda end=end, code=code: self.check_end(start, returned, end, code), 0.5)
 
     def check_end(self, start: dict, returned: int, end: dict, code: int) -> None:
-        with self.serve("never-answer") as service:
-            outcome = self.play_until_posting(start, end, service)
-            self.assertEqual(code, outcome.status, outcome.errors)
-            self.assertEqual(1, len(service.seen.connections))
-            self.assertEqual(returned, len(outcome.host))
-            self.assertNotIn("<- ", [line.message[:3] for line in outcome.log], "the worker has not ended")
-
-    def play_until_posting(self, start: dict, end: dict, service: QueueService) -> Outcome:
-        """A machine that is busy may not have come to post when the host ends: then it gets more time."""
-        for milliseconds in (2000, 4000, 8000):
+        self.prepare()
+        with self.serve("never-answer") as service, self.host() as host:
+            host.send(start)
+            host.wait_for(lambda: service.seen.messages and host.printed() >= returned)
             before = time.monotonic()
-            outcome = self.run_host(start, {"sleepMsec": milliseconds}, end)
-            self.assertLess(time.monotonic() - before, AT_ONCE + milliseconds / 1000)
-            if service.seen.connections:
-                return outcome
-        raise AssertionError("nothing was posted in time")
+            host.send(end)
+            outcome = host.finish()
+        self.assertLess(time.monotonic() - before, AT_ONCE)
+        self.assertEqual(code, outcome.status, outcome.errors)
+        self.assertEqual(1, len(service.seen.connections))
+        self.assertEqual(returned, len(outcome.host))
+        self.assertNotIn("<- ", [line.message[:3] for line in outcome.log], "the worker has not ended")
 
     def test_while_a_thread_waits_for_the_worker(self):
         self.check_ends(120, ("return", "ExitProcess"), {"background": [START]}, returned=0)

@@ -2,8 +2,8 @@
 
 import unittest
 
-from basic_road_support import START
-from posting_support import (NO_RESPONSE, SENT, PostingTestCase, answer, failed_send, headers, line, posting, response)
+from support.basic_road_case import START
+from support.posting import (NO_RESPONSE, SENT, PostingTestCase, answer, failed_send, headers, line, posting, response)
 
 
 class FailingService(PostingTestCase):

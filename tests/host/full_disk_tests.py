@@ -5,9 +5,9 @@ import os
 import unittest
 from typing import Iterator
 
-from live_session import LiveSession
-from places_support import PlacedTestCase, warning, warnings_of
-from small_disk import SmallDisk, keep_mounts_private, small_disk
+from support.host_process import HostProcess
+from support.places import PlacedTestCase, warning, warnings_of
+from support.small_disk import SmallDisk, keep_mounts_private, small_disk
 from support import call, error, record
 
 from session_player import Conditions
@@ -38,7 +38,7 @@ class DiskTestCase(PlacedTestCase):
             yield disk
 
     @contextlib.contextmanager
-    def live_with_settings(self, road: str, settings: bytes) -> Iterator[tuple[LiveSession, SmallDisk]]:
+    def live_with_settings(self, road: str, settings: bytes) -> Iterator[tuple[HostProcess, SmallDisk]]:
         start = self.machine.prefix / "settings.xml"
         start.write_bytes(settings)
         with small_disk(self.machine.program_data.parent) as disk, \

@@ -1,13 +1,12 @@
 """The log's mutex in another process's hands: what is lost, how long callers wait, and what a dead owner leaves."""
 
-import json
 import re
 import time
 import unittest
 from typing import NamedTuple
 
-from running_host import hosts, kill_program, program, wait_until
-from standstill import again_if_disturbed
+from support.host_process import hosts, kill_program, program, session_of, wait_until
+from support.standstill import again_if_disturbed
 from support import SessionTestCase, call, lines_of
 
 HOLDER = "lumeq-hold-log-mutex.exe"
@@ -32,8 +31,8 @@ class Absence(NamedTuple):
 
 def session(first: int) -> str:
     """One line of the log for each call, numbered."""
-    return "".join(json.dumps(step) + "\n" for number in range(first, first + CALLS)
-                   for step in (call("FlushEx", timeoutMsec=number), {"sleepMsec": 20}))
+    return session_of(*(step for number in range(first, first + CALLS)
+                        for step in (call("FlushEx", timeoutMsec=number), {"sleepMsec": 20})))
 
 
 def times_by_number(log: str) -> dict[int, int]:
@@ -62,8 +61,8 @@ class HeldMutex(SessionTestCase):
             told = [holder.stdout.readline()]
             meanwhile(holder)
             told += holder.stdout.readlines()
-            self.assertEqual([0, 0], [player.wait(self.host_seconds) for player in players])
-            log = players[0].outcome().text("Lumeq.Log.txt")
+            self.assertEqual([0, 0], [player.finish().status for player in players])
+            log = players[-1].outcome.text("Lumeq.Log.txt")
         return told, self.absences(log)
 
     def play_undisturbed(self, milliseconds: int, check, meanwhile=lambda holder: None) -> None:
@@ -120,9 +119,9 @@ class HeldMutex(SessionTestCase):
                 holder.stdin.write("now\n")
                 holder.stdin.flush()
                 holder.stdout.readline()
-            player = start(session(0))
-            self.assertEqual(0, player.wait(self.host_seconds))
-            self.assertEqual(list(range(CALLS)), list(times_by_number(player.outcome().text("Lumeq.Log.txt"))))
+            outcome = start(session(0)).finish()
+            self.assertEqual(0, outcome.status)
+            self.assertEqual(list(range(CALLS)), list(times_by_number(outcome.text("Lumeq.Log.txt"))))
 
 
 if __name__ == "__main__":

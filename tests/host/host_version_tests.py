@@ -5,9 +5,8 @@ import struct
 import unittest
 from pathlib import Path
 
-from places_support import PlacedTestCase
+from support.places import PlacedTestCase
 from support import BUILD, Outcome, call
-
 import basic_road
 from session_player import Conditions
 

@@ -7,8 +7,8 @@ import unittest
 from pathlib import Path
 from typing import Iterator
 
-from live_session import LiveSession
-from places_support import PlacedTestCase, warning, warnings_of
+from support.host_process import HostProcess
+from support.places import PlacedTestCase, warning, warnings_of
 from support import call, error, record
 
 from session_player import Conditions
@@ -76,7 +76,7 @@ class SettingsFileTestCase(PlacedTestCase):
     """Logging has begun with a good factory file, so that the failures can be read."""
 
     @contextlib.contextmanager
-    def running(self, road: str = "basic") -> Iterator[LiveSession]:
+    def running(self, road: str = "basic") -> Iterator[HostProcess]:
         start = self.machine.prefix / "opted-in.xml"
         start.write_text(OPTED_IN)
         factory = self.machine.prefix / "factory.xml"

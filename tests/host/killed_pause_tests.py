@@ -6,11 +6,12 @@ import unittest
 from pathlib import Path
 from typing import Iterator, NamedTuple
 
-from basic_road_support import BasicRoadTestCase
-from running_host import RunningHost, hosts
-from session_support import (CRASH, OPTED_IN, PAUSED_IN, PAUSED_OUT, RUNNING_IN, RUNNING_OUT, STARTED, Flags, flags_of,
+from support.basic_road_case import BasicRoadTestCase
+from support.host_process import HostProcess, hosts, session_of
+from support.life_cycle import (CRASH, OPTED_IN, PAUSED_IN, PAUSED_OUT, RUNNING_IN, RUNNING_OUT, STARTED, Flags, flags_of,
                              of_the_exports, settings_of, start, start_line)
-from support import LogLine, Outcome, SessionTestCase, call, session_player, trace
+from support import LogLine, Outcome, SessionTestCase, call, trace
+import session_player
 
 MANAGED = session_player.Conditions()
 BASIC = session_player.Conditions(road="basic")
@@ -23,10 +24,6 @@ OWN_CODE = 9
 
 def choose(opt_in: bool) -> dict:
     return call("SetUserOptInEx", userHasOptedIn=opt_in)
-
-
-def written(steps: tuple[dict, ...]) -> str:
-    return "".join(json.dumps(step) + "\n" for step in steps)
 
 
 def asked(answer: str) -> list[LogLine]:
@@ -72,20 +69,20 @@ class KilledHostTestCase(SessionTestCase):
 
     def kill_after(self, *steps: dict, conditions: session_player.Conditions) -> None:
         """From outside, once the last call has returned."""
-        victim: RunningHost = self.start_host(written((*steps, WAIT)), conditions)
+        victim: HostProcess = self.start_host(session_of(*steps, WAIT), conditions)
         victim.wait_for(lambda: victim.printed() == len(steps))
         victim.kill()
 
     def end_after(self, *steps: dict, conditions: session_player.Conditions) -> None:
         """By the means of Windows, which ask nobody in the process either."""
-        victim: RunningHost = self.start_host(written((*steps, {"end": "TerminateProcess", "code": OWN_CODE})), conditions)
-        self.assertEqual(OWN_CODE, victim.wait(self.host_seconds))
+        victim: HostProcess = self.start_host(session_of(*steps, {"end": "TerminateProcess", "code": OWN_CODE}), conditions)
+        self.assertEqual(OWN_CODE, victim.finish().status)
 
     def play_next(self, *steps: dict, conditions: session_player.Conditions) -> Outcome:
         """With the log of all hosts so far."""
-        following: RunningHost = self.start_host(written(steps), conditions)
-        self.assertEqual(0, following.wait(self.host_seconds))
-        return following.outcome()
+        outcome = self.start_host(session_of(*steps), conditions).finish()
+        self.assertEqual(0, outcome.status)
+        return outcome
 
 
 class KilledWhilePaused(KilledHostTestCase):
@@ -188,7 +185,7 @@ class KilledInTheMiddle(KilledHostTestCase):
     def kill_during(self, operation: str, *steps: dict) -> None:
         script = self.machine.prefix / "script.json"
         script.write_text(json.dumps({"sleepMsec": {operation: 600_000}}))
-        victim: RunningHost = self.start_host(written(steps), session_player.Conditions(companion=script))
+        victim: HostProcess = self.start_host(session_of(*steps), session_player.Conditions(companion=script))
         victim.wait_for(lambda: operation in victim.operations())
         self.assertEqual(len(steps) - 1, victim.printed(), "the last call has not returned")
         victim.kill()

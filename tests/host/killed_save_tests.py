@@ -1,6 +1,5 @@
 """Hosts that are killed while they save the settings: what the next one finds."""
 
-import json
 import os
 import random
 import stat
@@ -9,9 +8,10 @@ import unittest
 from collections import Counter
 from pathlib import Path
 
-import endurance
-from running_host import RunningHost, hosts
-from support import SessionTestCase, call, session_player
+from support import endurance
+from support.host_process import HostProcess, hosts, session_of
+from support import SessionTestCase, call
+import session_player
 
 BEFORE = "<AppDeployedUuid>kept</AppDeployedUuid>"
 NEIGHBOUR = r"^Lumeq[0-9A-F]{8}-[0-9A-F]{4}\.tmp$"
@@ -22,7 +22,7 @@ SAVING = [call("SetUserOptInEx", userHasOptedIn=True), call("Pause"), call("Resu
           call("SetUserOptInEx", userHasOptedIn=False), call("Pause"), call("Resume")]
 
 
-ENDLESS = json.dumps({"times": 1_000_000, "calls": SAVING}) + "\n"
+ENDLESS = session_of({"times": 1_000_000, "calls": SAVING})
 NEXT = [call("GetUserOptInEx"), call("Resume"), call("SetUserOptInEx", userHasOptedIn=True)]
 
 
@@ -56,7 +56,7 @@ class KilledWhileSaving(SessionTestCase):
             self.age_neighbours()
             self.check_next_host(start)
             self.assertEqual([], self.neighbours(), "the leavings of a minute ago")
-        endurance.tell(f"{found.total()} kills; {left} neighbours of the last minute were left; found "
+        endurance.print_done(f"{found.total()} kills; {left} neighbours of the last minute were left; found "
                        f"{sorted(found.values())} times each of {len(found)} contents")
 
     @property
@@ -69,7 +69,7 @@ class KilledWhileSaving(SessionTestCase):
         # Not what a new file is given.
         self.settings.chmod(0o770)
 
-    def let_live(self, victim: RunningHost, chance: random.Random) -> None:
+    def let_live(self, victim: HostProcess, chance: random.Random) -> None:
         """Until some moment of some call."""
         calls = chance.randrange(len(SAVING))
         victim.wait_for(lambda: victim.printed() > calls)
@@ -86,9 +86,8 @@ class KilledWhileSaving(SessionTestCase):
     def check_next_host(self, start) -> None:
         """It reads the file as it stands, saves it, and neither it nor those before had anything to complain of."""
         opted_in = "<UserOptIn>True</UserOptIn>" in self.settings.read_text()
-        player = start("".join(json.dumps(step) + "\n" for step in NEXT), BASIC)
-        self.assertEqual(0, player.wait(self.host_seconds))
-        outcome = player.outcome()
+        outcome = start(session_of(*NEXT), BASIC).finish()
+        self.assertEqual(0, outcome.status)
         self.assertEqual(opted_in, outcome.host[0]["returns"])
         self.assertEqual(document(True), outcome.text(session_player.SETTINGS_FILE).strip())
         self.assertEqual("", outcome.text("Lumeq.Log.txt"))

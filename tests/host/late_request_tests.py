@@ -2,7 +2,7 @@
 
 import unittest
 
-from posting_support import GOES_ON, SENT, PostingTestCase, line
+from support.posting import GOES_ON, SENT, PostingTestCase, line
 from support import Outcome, call
 
 # Of many sizes, so that whatever memory was given back is used again.

@@ -1,11 +1,11 @@
-"""What Lumeq.dll is as a file."""
+"""Lumeq.dll as a file: its exports, imports, protections and version."""
 
 import re
-import subprocess
 import unittest
 
-from considered_imports import NOT_MADE_TO_FAIL, OF_THE_C_RUNTIME, names_in, names_made_to_fail
-from support import BUILD, OBJDUMP, ROOT, exports_of
+from support.considered_imports import NOT_MADE_TO_FAIL, OF_THE_C_RUNTIME, names_in, names_made_to_fail
+from support import BUILD, ROOT
+from support.library_file import exports_of, headers_of
 
 C_RUNTIME = "msvcrt.dll"
 
@@ -31,8 +31,7 @@ class LibraryFile(unittest.TestCase):
     @classmethod
     def setUpClass(cls):
         cls.bytes = (BUILD / "Lumeq.dll").read_bytes()
-        cls.headers = subprocess.run([OBJDUMP, "-p", BUILD / "Lumeq.dll"], check=True,
-                                     stdout=subprocess.PIPE, text=True).stdout
+        cls.headers = headers_of(BUILD / "Lumeq.dll")
 
     def test_exports_are_those_of_the_checked_in_list(self):
         self.assertEqual((ROOT / "tests" / "exports.txt").read_text().split(), exports_of(BUILD / "Lumeq.dll"))
@@ -54,7 +53,7 @@ class LibraryFile(unittest.TestCase):
         return {library.lower(): set(re.findall(r"^\t[0-9a-f]+\t *[0-9]+  (\w+)$", table, re.MULTILINE))
                 for library, table in zip(tables[::2], tables[1::2])}
 
-    def test_every_imported_function_is_made_to_fail_or_needs_not(self):
+    def test_every_imported_function_is_made_to_fail_or_has_a_reason_not_to_be(self):
         functions = self.imported_functions() | delayed_functions()
         functions.pop(C_RUNTIME)
         failing, exempt = names_made_to_fail(), names_in(NOT_MADE_TO_FAIL)

@@ -5,8 +5,9 @@ import shutil
 import unittest
 from unittest import mock
 
-import endurance
-from support import BUILD, SessionTestCase, call, session_player
+from support import endurance
+from support import BUILD, SessionTestCase, call
+import session_player
 
 MEASURE = {"measure": True}
 AGAIN = [{"unload": True}, {"load": True}]
@@ -44,7 +45,7 @@ class LoadAndUnload(RoundsTestCase):
         """What the system makes once, when threads first meet at a lock of its own, may come in any batch; what is
         used up by rounds comes in each."""
         growths = self.growths(10, rounds, 3, *calls, **circumstances)
-        endurance.tell(f"3 times {rounds} rounds: {growths}")
+        endurance.print_done(f"3 times {rounds} rounds: {growths}")
         for growth in growths:
             self.assertLess(growth.pop("bytes"), SOME_BYTES)
             self.assertLess(max(growth.values()), 3, "a lock or two")

@@ -2,7 +2,7 @@
 
 import unittest
 
-from places_support import Places, PlacedTestCase, warning, warnings_of
+from support.places import Places, PlacedTestCase, warning, warnings_of
 from support import LogLine, call, error, record, trace
 
 # What Windows lets a file be called, one kind of character each.

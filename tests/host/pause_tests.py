@@ -2,7 +2,7 @@
 
 import unittest
 
-from session_support import (BOTH_ROADS, CRASH, PAUSED_IN, PAUSED_OUT, RUNNING_IN, RUNNING_OUT, Flags, flags_of,
+from support.life_cycle import (BOTH_ROADS, CRASH, PAUSED_IN, PAUSED_OUT, RUNNING_IN, RUNNING_OUT, Flags, flags_of,
                              settings_of)
 from support import SessionTestCase, call, error
 

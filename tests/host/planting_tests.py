@@ -7,7 +7,7 @@ import subprocess
 import unittest
 from unittest import mock
 
-from places_support import Places, PlacedTestCase, warning, warnings_of
+from support.places import Places, PlacedTestCase, warning, warnings_of
 from support import BUILD, ROOT, Outcome, call, record
 
 from session_player import Conditions

@@ -7,7 +7,7 @@ import os
 import unittest
 from unittest import mock
 
-from running_host import program
+from support.host_process import program
 from support import BUILD, SessionTestCase
 
 MEMORY = {"calloc", "free", "malloc", "realloc", "memcmp", "memcpy", "memmove", "memset", "memchr"}

@@ -1,20 +1,17 @@
 """Random sessions, always the same ones, against a model of the exported rules; tools/soak plays others."""
 
 import copy
-import sys
 import unittest
-from pathlib import Path
 from unittest import mock
 
-sys.path.insert(0, str(Path(__file__).resolve().parent.parent / "model"))
-import played_sessions  # noqa: E402
-import session_model  # noqa: E402
-from delivery_model import Delivery  # noqa: E402
-from model_check import differences  # noqa: E402
-from schema import EXPORTS, PATTERNS, WHITE_SPACE, Pattern  # noqa: E402
-from session_generator import FIXED_SEEDS, session_of  # noqa: E402
-from session_model import SessionModel, predict  # noqa: E402
-from support import BUILD, SessionTestCase  # noqa: E402
+from support import BUILD, SessionTestCase
+import played_sessions
+import session_model
+from delivery_model import Delivery
+from model_check import differences
+from schema import EXPORTS, PATTERNS, WHITE_SPACE, Pattern
+from session_generator import FIXED_SEEDS, session_of
+from session_model import SessionModel, predict
 
 # What somebody might take for the rule of each pattern. The sessions have to tell them from the right ones.
 NEARLY_RIGHT = {

@@ -3,7 +3,7 @@ request's flags let it leave TLS as well, so that the token can go in the clear 
 
 import unittest
 
-from posting_support import SENT, PostingTestCase, answer, failed_send, headers, line, response
+from support.posting import SENT, PostingTestCase, answer, failed_send, headers, line, response
 
 HERE = "127.0.0.36"
 ELSEWHERE = "127.0.0.37"

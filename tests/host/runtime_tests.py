@@ -2,7 +2,7 @@
 
 import unittest
 
-from running_host import program
+from support.host_process import program
 from support import BUILD, SessionTestCase
 
 

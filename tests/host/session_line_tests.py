@@ -2,7 +2,7 @@
 
 import unittest
 
-from session_support import (BOTH_ROADS, CRASH, OPTED_IN, STARTED, of_the_exports, settings, start,
+from support.life_cycle import (BOTH_ROADS, CRASH, OPTED_IN, STARTED, of_the_exports, settings, start,
                              start_line)
 from support import LogLine, SessionTestCase, call, error, trace
 

@@ -4,7 +4,7 @@ import re
 import unittest
 
 from support import LogLine, SessionTestCase, error
-from task_support import (CONFIG, CONNECT, GUID, INSTALL, NULL_HANDLE, PAIRS, PRINT, SCAN, SEND, Pair, completed,
+from support.tasks import (CONFIG, CONNECT, GUID, INSTALL, NULL_HANDLE, PAIRS, PRINT, SCAN, SEND, Pair, completed,
                           completed_line, completed_record, guids, initiated, initiated_line, initiated_record, masked,
                           refusal, task_records)
 

@@ -3,7 +3,7 @@
 import unittest
 
 from support import ROOT, SessionTestCase, error, record
-from task_support import GUID, MILLISECONDS, without_chance
+from support.tasks import GUID, MILLISECONDS, without_chance
 
 SAMPLES = ROOT / "samples" / "sessions"
 MODEL = "Model 8100"

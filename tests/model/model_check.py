@@ -2,18 +2,16 @@
 
 import os
 import re
-import sys
 import xml.etree.ElementTree
-from pathlib import Path
-from typing import Any, Iterator
+from typing import Any, Iterator, NamedTuple
 
-sys.path.insert(0, str(Path(__file__).resolve().parent.parent / "host"))
-from circumstances import DAMAGED  # noqa: E402
-from machine_model import LogLine  # noqa: E402
-from session_arguments import SET_HANDLE  # noqa: E402
-from session_model import Chance, Prediction  # noqa: E402
-from support import LINE, Outcome, lines_of  # noqa: E402
-from wide_text import wide  # noqa: E402
+from circumstances import DAMAGED
+from machine_model import LogLine
+from session_arguments import SET_HANDLE
+from session_model import Chance, Prediction
+from support.log_lines import LINE, lines_of
+from support.outcome import Outcome
+from wide_text import wide
 
 SETTINGS_FILE = "LumeqLocalSettings.xml"
 LEFTOVERS = "leftovers.txt"
@@ -61,9 +59,9 @@ def differences(prediction: Prediction, outcome: Outcome) -> list[str]:
         found.append(f"the host ended with {outcome.status}: {outcome.errors}")
     try:
         found += _answers(prediction, outcome)
-        found += _operations(prediction, outcome)
+        found += operation_differences(prediction, outcome)
         found += _log(prediction, outcome)
-        found += _settings(prediction, outcome)
+        found += settings_differences(prediction, outcome)
     except (KeyError, TypeError, UnicodeDecodeError, xml.etree.ElementTree.ParseError) as problem:
         found.append(f"what came cannot be read: {problem!r}")
     return found
@@ -98,7 +96,7 @@ def _answers(prediction: Prediction, outcome: Outcome) -> Iterator[str]:
     return _paired("answer", prediction.answers, outcome.host, lambda expected, actual: expected == actual)
 
 
-def _operations(prediction: Prediction, outcome: Outcome) -> Iterator[str]:
+def operation_differences(prediction: Prediction, outcome: Outcome) -> Iterator[str]:
     seen = Seen()
 
     def equal(expected: dict, actual: dict) -> bool:
@@ -121,33 +119,43 @@ def _same(expected: Any, actual: Any, seen: Seen) -> bool:
 
 
 def _without_numbers(message: str) -> str:
-    """Handles and source lines mean nothing to a reader of the log."""
+    """Handles differ from run to run, and source lines from version to version."""
     return re.sub(r"LumeqApi\(\d+", "LumeqApi(", _HANDLE.sub("taskHandle: 0x" + SET_HANDLE, message))
 
 
-def _read_log(text: str) -> list[tuple[str, str, str]]:
+class ReadLine(NamedTuple):
+    """A line of a real log."""
+
+    severity: str
+    function: str
+    message: str
+    thread: str
+
+
+def read_log(text: str) -> list[ReadLine]:
     lines = []
     for line in lines_of(text):
         match = LINE.fullmatch(line)
-        lines.append((match["severity"], match["function"] or "", _without_numbers(match["message"])) if match
-                     else ("(no log line)", "", line))
+        lines.append(ReadLine(match["severity"], match["function"] or "", _without_numbers(match["message"]),
+                              match["thread"]) if match else ReadLine("(not a log line)", "", line, ""))
     return lines
 
 
-def _log(prediction: Prediction, outcome: Outcome) -> Iterator[str]:
-    def equal(expected: LogLine, actual: tuple[str, str, str]) -> bool:
-        return expected[:2] == actual[:2] and actual[2] in map(_without_numbers, expected.messages)
+def same_line(expected: LogLine, actual: ReadLine) -> bool:
+    return expected[:2] == actual[:2] and actual.message in map(_without_numbers, expected.messages)
 
-    lines = _read_log(outcome.text("Lumeq.Log.txt"))
-    yield from _paired("log line", prediction.log, [line for line in lines if line[0] != "DEBUG"], equal)
+
+def _log(prediction: Prediction, outcome: Outcome) -> Iterator[str]:
+    lines = read_log(outcome.text("Lumeq.Log.txt"))
+    yield from _paired("log line", prediction.log, [line for line in lines if line.severity != "DEBUG"], same_line)
     yield from _paired("line of the error file", [line for line in prediction.log if line.severity == "ERROR"],
-                       _read_log(outcome.text("Lumeq.Error.txt")), equal)
+                       read_log(outcome.text("Lumeq.Error.txt")), same_line)
     for name in ("Lumeq.Data.txt", LEFTOVERS):
         if name in outcome.files:
             yield f"{name} came: {_around(outcome.text(name), 0)}"
 
 
-def _settings(prediction: Prediction, outcome: Outcome) -> Iterator[str]:
+def settings_differences(prediction: Prediction, outcome: Outcome) -> Iterator[str]:
     actual = {_place(name): content for name, content in outcome.files.items() if name.endswith(SETTINGS_FILE)}
     for place in sorted(prediction.settings.keys() | actual.keys()):
         expected = prediction.settings.get(place)

@@ -3,19 +3,17 @@
 import dataclasses
 import json
 import shutil
-import sys
 import tempfile
 from pathlib import Path
 from typing import Iterator, Optional
 
-ROOT = Path(__file__).resolve().parent.parent.parent
-sys.path[:0] = [str(ROOT / "tests" / "host"), str(ROOT / "tools")]
-import session_player  # noqa: E402
-from circumstances import DAMAGED_SUBFOLDER, DAMAGED_TEXT, Circumstances, Session  # noqa: E402
-from model_check import LEFTOVERS, SETTINGS_FILE, differences  # noqa: E402
-from session_model import predict  # noqa: E402
-from session_texts import OUTSIDE  # noqa: E402
-from support import HOST_SECONDS, Outcome  # noqa: E402
+import session_player
+from circumstances import DAMAGED_SUBFOLDER, DAMAGED_TEXT, Circumstances, Session
+from model_check import LEFTOVERS, SETTINGS_FILE, differences
+from session_model import predict
+from session_texts import OUTSIDE
+from support.host_process import HOST_SECONDS
+from support.outcome import Outcome
 
 HOST_FILES = {"lumeq-host.exe", "Lumeq.dll", "LumeqC.dll", "LumeqShim.Managed.dll", "LumeqCompanion.json", "LumeqCompanion.jsonl",
               "LumeqConfig.xml", "session.jsonl"}

@@ -61,22 +61,27 @@ class SessionModel:
         self._answers: list[dict] = []
         self._load()
 
-    def play(self, steps: list[dict]) -> Prediction:
-        self._play(steps)
+    def prediction(self) -> Prediction:
         return Prediction(self._answers, self._delivery.companion.operations, self._log.lines,
                           self._delivery.files.all())
 
-    def _play(self, steps: list[dict]) -> None:
+    def call(self, step: dict) -> list[LogLine]:
+        """Plays one call. Returns the lines that it logs."""
+        logged = len(self._log.lines)
+        self._answers.append(self._call(step))
+        return self._log.lines[logged:]
+
+    def play(self, steps: list[dict]) -> None:
         for step in steps:
             if "call" in step:
-                self._answers.append(self._call(step))
+                self.call(step)
             elif "times" in step:
                 for _ in range(step["times"]):
-                    self._play(step["calls"])
+                    self.play(step["calls"])
             elif "threads" in step:
-                # One thread at a time, or nobody could say what comes.
+                # Of several threads only the log shows the order: call_history.py.
                 (its_steps,) = step["threads"]
-                self._play(its_steps)
+                self.play(its_steps)
             elif "unload" in step:
                 self._loaded = False
             elif "load" in step:
@@ -358,4 +363,6 @@ class SessionModel:
 
 
 def predict(steps: list[dict], circumstances: Circumstances) -> Prediction:
-    return SessionModel(circumstances).play(steps)
+    model = SessionModel(circumstances)
+    model.play(steps)
+    return model.prediction()

@@ -3,7 +3,7 @@
 // For each imported function that FILE called, prints "load library.dll!function" and the number of calls
 // during loading, and the same with "unload". Also prints "threads" and how many more threads there are while
 // the library is loaded.
-#include "endings/ImportWatch.h"
+#include "host/programs/ImportWatch.h"
 
 #include <cstdio>
 #include <string>

@@ -3,7 +3,9 @@
 import re
 from typing import NamedTuple
 
-from support import LogLine, call, error, record, trace
+from .log_lines import LogLine, error, trace
+from .outcome import record
+from .session_case import call
 
 # What stands for the values that no two runs share.
 GUID = "(guid)"

@@ -1,7 +1,7 @@
 """Plays a session and tells what happened: what the host called, what the companion library was handed, what the
 log says, and what the settings file was before and after.
 
-    python3 tools/tell_session.py SESSION --road managed|basic [--settings FILE]
+    python3 tools/show_session.py SESSION --road managed|basic [--settings FILE]
 """
 
 import argparse

@@ -1,16 +1,21 @@
-"""What the sample host makes of a session file."""
+"""How the sample host plays session files, and which lines it refuses."""
 
 import json
+import sys
 import unittest
+from pathlib import Path
 
-from support import BUILD, HOST_SECONDS, SessionTestCase, call, record, session_player
+sys.path.insert(0, str(Path(__file__).resolve().parents[1] / "host"))
+from support import BUILD, SessionTestCase, call, record  # noqa: E402
+from support.host_process import HostProcess  # noqa: E402
+import session_player  # noqa: E402
 
 SCREEN = call("ScreenDisplayed", screenName="Home")
 GOOD = json.dumps(SCREEN) + "\n"
 
 
 class BadLines(unittest.TestCase):
-    """All on one machine, since the library has no part in them."""
+    """All on one machine, because no call of the library comes into play."""
 
     @classmethod
     def setUpClass(cls):
@@ -20,15 +25,13 @@ class BadLines(unittest.TestCase):
 
     def play_text(self, session: str) -> tuple[int, str, list[str]]:
         """Exit code, standard error, lines of standard output."""
-        folder = self.machine.prefix
-        (folder / "bad.jsonl").write_text(session, encoding="utf-8")
-        with open(folder / "errors", "wb") as errors:
-            status = self.machine.run_host(folder / "bad.jsonl", self.conditions, folder / "output", HOST_SECONDS, errors)
-        return status, (folder / "errors").read_text().strip(), (folder / "output").read_text().splitlines()
+        with HostProcess(self.machine, self.conditions, session) as host:
+            outcome = host.finish()
+        return outcome.status, outcome.errors.strip(), outcome.text("host.jsonl").splitlines()
 
     def assert_bad(self, line: str, problem: str):
         with self.subTest(line):
-            # The line before it is played, the one behind it is not.
+            # The line before it is played, the one after it is not.
             self.assertEqual((2, f"lumeq-host: line 3: {problem}", ['{"call":"ScreenDisplayed"}']),
                              self.play_text(GOOD + "\n" + line + "\n" + GOOD))
 

@@ -1,4 +1,4 @@
-"""What the tests of the basic road have in common: one machine that trusts a queue service of the test's own."""
+"""The test case of the basic road: its machine trusts the test's own queue service."""
 
 import base64
 import contextlib
@@ -10,10 +10,13 @@ import unittest
 from pathlib import Path
 from typing import Optional
 
-from support import BUILD, Outcome, SessionTestCase, call, session_player
-
+from .host_process import HostProcess, session_of
+from .outcome import Outcome
+from .paths import BUILD
+from .session_case import SessionTestCase, call
 import basic_road
 import certificates
+import session_player
 from queue_service import Behaviour, QueueService
 
 PROJECT = "0123456789ABCDEF01234567"
@@ -22,7 +25,7 @@ PREFIX = "=?media_type:application/json.b64?="
 START = call("StartupEx", appName="Scan Studio", whyType=4, howType=7, trackSystemInfo=True,
              trackPrintQueueInfo=False)
 UNTIL_WORKER_ENDS = {"unload": True, "waitMsec": 60000}
-"""For a worker whose caller goes on before it is done, as it does on a machine that is busy."""
+"""A busy machine may let the worker's caller continue before the worker is done."""
 
 
 def can_listen(address: str) -> bool:
@@ -32,7 +35,7 @@ def can_listen(address: str) -> bool:
 
 
 class BasicRoadTestCase(SessionTestCase):
-    """Each file of tests has an address of its own, so that files may run side by side."""
+    """Each class has an address of its own, so that files can run at the same time."""
 
     ADDRESS = ""
 
@@ -57,7 +60,7 @@ class BasicRoadTestCase(SessionTestCase):
 
     def expected_request(self, message: str, path: str = PATH, token: str = " token9",
                          agent: str = "Scan Studio/0.0.0.0") -> bytes:
-        """All bytes of the request with this message. Written out once more, by the means of this language."""
+        """All bytes of the request with this message, composed independently of the library."""
         body = '{"messages":[{"body":"' + PREFIX + base64.b64encode(message.encode()).decode() + '"}]}'
         return (f"POST {path} HTTP/1.1\r\n"
                 f"Host: {self.ADDRESS}\r\n"
@@ -71,23 +74,27 @@ class BasicRoadTestCase(SessionTestCase):
                 f"\r\n{body}").encode("latin-1")
 
     def logged_messages(self, outcome: Outcome) -> list[str]:
-        """The messages as the log has them before they are encoded."""
+        """The messages in the log, which shows them before they are encoded."""
         return [line.message.removeprefix("Message=") for line in outcome.log
                 if line.severity == "TRACE" and line.message.startswith("Message=")]
 
     def run_host(self, *steps: dict, opted_in: Optional[bool] = True, road: str = "basic",
                  companion: Optional[dict] = None, timeout: float = 100, waits: bool = True,
                  **settings: Optional[str]) -> Outcome:
-        """Plays the steps, and `waits` then until what they sent has its answer, however long that takes. `companion`
-        is its script; the rest as for prepare."""
+        """Plays the steps and, if it `waits`, until they have their answer, however long that takes. `companion` is
+        its script; the rest as for prepare."""
         self.prepare(opted_in, **settings)
         self._place_companion(road, companion)
-        return self._play((*steps, UNTIL_WORKER_ENDS) if waits else steps, road, timeout)
+        with self.host(*steps, *([UNTIL_WORKER_ENDS] if waits else []), road=road) as host:
+            return host.finish(timeout)
+
+    def host(self, *steps: dict, road: str = "basic") -> HostProcess:
+        """A host on the prepared machine. Without steps the session is live."""
+        return HostProcess(self.machine, session_player.Conditions(road=road), session_of(*steps) if steps else None)
 
     def prepare(self, opted_in: Optional[bool] = True, **settings: Optional[str]) -> None:
-        """Makes the machine ready for a host. `opted_in` is in the local settings file to start from; None leaves
-        that as it is. The settings are put into the usual factory settings file or taken out with None. There is no
-        log yet."""
+        """Makes the machine ready for a host. `opted_in` goes into the local settings file; None leaves that file as
+        it is. The settings replace those of the usual factory settings file; None removes one. Removes the log."""
         deployment = {"Log": "on", "LogLevel": "debug", "ProjectId": PROJECT,
                       "LUMServerUri": f"https://{self.ADDRESS}", "AppDeployedId": "deployed-7",
                       "AuthenticationToken": "gbxra9"} | settings
@@ -110,15 +117,3 @@ class BasicRoadTestCase(SessionTestCase):
         if road == "managed":
             shutil.copy(BUILD / "companion" / library.name, library)
             (library.parent / "LumeqCompanion.json").write_text(json.dumps(script))
-
-    def _play(self, steps: tuple, road: str, timeout: float) -> Outcome:
-        with tempfile.TemporaryDirectory(dir=BUILD / "play") as name:
-            out = Path(name)
-            session = out / "session.jsonl"
-            session.write_text("".join(json.dumps(step) + "\n" for step in steps))
-            with open(out / "errors", "w+b") as errors:
-                status = self.machine.run_host(session, session_player.Conditions(road=road), out / "host.jsonl",
-                                               timeout, errors)
-                errors.seek(0)
-                self.machine.collect(out)
-                return Outcome(status, errors.read().decode("utf-8", "replace"), out)

@@ -5,7 +5,7 @@ Whatever else it imports has a row in tests/faults/PlatformCalls.cpp.
 
 import re
 
-from support import ROOT
+from .paths import ROOT
 
 NOT_MADE_TO_FAIL = {
     "gives back what was taken, and nothing depends on how that ends":

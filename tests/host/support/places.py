@@ -1,16 +1,15 @@
-"""What the tests of odd places have in common: a machine whose folders go elsewhere and get other names."""
+"""A machine whose folders are in other places and have other names."""
 
 import contextlib
-import os
-import shutil
-import subprocess
 from dataclasses import dataclass
 from pathlib import Path
-from typing import BinaryIO, Iterator, Optional
+from typing import Iterator, Optional
 
-from live_session import LiveSession
-from support import BUILD, ROOT, LogLine, Outcome, SessionTestCase
-
+from .host_process import HostProcess
+from .log_lines import LogLine
+from .outcome import Outcome
+from .paths import BUILD
+from .session_case import SessionTestCase
 from session_player import Conditions, Machine
 
 SHELL_FOLDERS = r"HKEY_LOCAL_MACHINE\Software\Microsoft\Windows\CurrentVersion\Explorer" "\\"
@@ -19,20 +18,20 @@ SYSTEM_PATH = r"C:\windows\system32;C:\windows;C:\windows\system32\wbem"
 
 @dataclass
 class Places:
-    """As the machine names them, without the drive."""
+    """Paths on the machine, without the drive."""
 
     host: str = r"\Host"
     host_name: str = "lumeq-host.exe"
     temporary: str = r"\Temporary"
     program_data: str = r"\ProgramData"
     current: str = ""
-    """The host's current folder, where it is not its own."""
+    """The host's current folder; empty for its own folder."""
     path: str = ""
-    """One more folder of the search path, before the system's own."""
+    """A folder of the search path, before those of the system."""
 
 
 class PlacedMachine(Machine):
-    """Its host is played where `places` tell."""
+    """Its host, data and current folder are where `places` says."""
 
     def __init__(self, prefix: Path):
         super().__init__(prefix)
@@ -40,8 +39,9 @@ class PlacedMachine(Machine):
         self.move(Places())
 
     def move(self, places: Places) -> None:
-        """For the sessions to come."""
+        """For the following sessions."""
         self.places = places
+        self.host_name = places.host_name
         self.host_folder = self.folder(places.host)
         self.program_data = self.folder(places.program_data) / "Zuvan"
         temporary = "C:" + places.temporary
@@ -51,7 +51,7 @@ class PlacedMachine(Machine):
                      SHELL_FOLDERS + "Shell Folders": data, SHELL_FOLDERS + "User Shell Folders": data})
 
     def folder(self, place: str) -> Path:
-        """The name on this system, which has none for an unpaired surrogate."""
+        """The folder's path on this system, which cannot name an unpaired surrogate."""
         return self.prefix.joinpath("drive_c", *place.encode("utf-8", "replace").decode().split("\\"))
 
     @property
@@ -67,13 +67,7 @@ class PlacedMachine(Machine):
         for folder in (self.host_folder.parent, self.program_data.parent, self.folder(self.places.temporary)):
             folder.mkdir(parents=True, exist_ok=True)
         super().set_up(conditions, build, host, companion_folder)
-        (self.host_folder / host).rename(self.host_folder / self.places.host_name)
-
-    def run_host(self, session: Path, conditions: Conditions, output: Path, timeout: float,
-                 errors: Optional[BinaryIO] = None) -> int:
-        # From where its path is never too long.
-        shutil.copy(session, self.prefix / "drive_c" / "session.jsonl")
-        return self.run(self.places.host_name, [r"C:\session.jsonl"], conditions, output, timeout, errors)
+        (self.host_folder / host).rename(self.host_folder / self.host_name)
 
     def current_folder(self) -> Path:
         return self.folder(self.places.current) if self.places.current else super().current_folder()
@@ -88,13 +82,11 @@ class PlacedMachine(Machine):
             lines += [f'"{name}"="{value}"'.replace("\\", "\\\\") for name, value in values.items()]
         (self.prefix / "drive_c" / "places.reg").write_bytes(
             "\r\n".join([*lines, ""]).encode("utf-16-le", "surrogatepass"))
-        subprocess.run([ROOT / "tools" / "run-wine", "reg", "import", r"C:\places.reg"], check=True,
-                       stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL,
-                       env=dict(os.environ, WINEPREFIX=str(self.prefix)))
+        self.run_program("reg", "import", r"C:\places.reg")
 
 
 class PlacedTestCase(SessionTestCase):
-    """Its machine stays where a test moves it."""
+    """Its machine stays in the places to which a test moved it."""
 
     CHANGES_THE_MACHINE = True
 
@@ -109,14 +101,14 @@ class PlacedTestCase(SessionTestCase):
         return self.play_to_end(*steps, **circumstances)
 
     @contextlib.contextmanager
-    def live(self, conditions: Conditions, set_up: bool = True) -> Iterator[LiveSession]:
-        """Where the machine is, and set up afresh unless that has been done."""
+    def live(self, conditions: Conditions, set_up: bool = True) -> Iterator[HostProcess]:
+        """A live session on the machine, which it clears and sets up unless the test has done so."""
         if set_up:
             self.machine.clear()
             self.machine.set_up(conditions, BUILD)
-        with LiveSession(self.machine, conditions, self.machine.places.host_name) as session:
+        with HostProcess(self.machine, conditions) as session:
             yield session
-        self.assertEqual(0, session.outcome.status)
+            self.assertEqual(0, session.finish().status)
 
 
 def warning(message: str) -> LogLine:

@@ -3,9 +3,10 @@
 import base64
 import re
 
-from basic_road_support import PATH, PREFIX, PROJECT, START, BasicRoadTestCase
-from standstill import Standstill
-from support import LogLine, Outcome, lines_of
+from .basic_road_case import PATH, PREFIX, PROJECT, START, BasicRoadTestCase
+from .standstill import Standstill
+from .log_lines import LogLine, lines_of
+from .outcome import Outcome
 
 LONGEST_HOLD = 3.9
 """Seconds: three, and some of a busy machine's."""

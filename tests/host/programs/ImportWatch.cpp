@@ -1,4 +1,4 @@
-#include "endings/ImportWatch.h"
+#include "host/programs/ImportWatch.h"
 
 #include <cstdint>
 #include <cstring>

@@ -11,12 +11,14 @@ from pathlib import Path
 from typing import Optional
 from unittest import mock
 
-import played_sessions
-import session_player
-from circumstances import Session, count_calls
-from session_generator import session_of
+sys.path.insert(0, str(Path(__file__).resolve().parents[1] / "host"))
+from support import ROOT  # noqa: E402
+import played_sessions  # noqa: E402
+import session_player  # noqa: E402
+from circumstances import Session, count_calls  # noqa: E402
+from session_generator import session_of  # noqa: E402
 
-SOAK = Path(__file__).resolve().parent.parent.parent / "tools" / "soak"
+SOAK = ROOT / "tools" / "soak"
 
 
 def calls_of(session: Session, export: str) -> int:

@@ -11,6 +11,6 @@ def times(count: int) -> int:
     return max(1, round(count * FACTOR))
 
 
-def tell(text: str) -> None:
+def print_done(text: str) -> None:
     """What was done, for the reader of the test's output."""
     print(text, file=sys.stderr, flush=True)

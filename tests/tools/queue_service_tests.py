@@ -7,6 +7,7 @@ import re
 import socket
 import ssl
 import subprocess
+import sys
 import tempfile
 import time
 import unittest
@@ -14,11 +15,11 @@ from pathlib import Path
 from typing import Iterator
 from unittest import mock
 
-from support import BUILD, ROOT
-
-import queue_message
-import queue_service
-from queue_service import Behaviour, QueueService
+sys.path.insert(0, str(Path(__file__).resolve().parents[1] / "host"))
+from support import BUILD, ROOT  # noqa: E402
+import queue_message  # noqa: E402
+import queue_service  # noqa: E402
+from queue_service import Behaviour, QueueService  # noqa: E402
 
 ADDRESS = "127.0.0.1"
 FIELDS = {

@@ -3,7 +3,9 @@
 import re
 from typing import NamedTuple, Optional
 
-from support import API, LogLine, call, trace
+from .log_lines import API, LogLine, trace
+from .outcome import Outcome
+from .session_case import call
 
 BOTH_ROADS = ("managed", "basic")
 

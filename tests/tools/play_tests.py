@@ -1,13 +1,15 @@
-"""tools/play, as it is called by hand."""
+"""tools/play, run as a developer runs it."""
 
 import json
 import os
 import subprocess
+import sys
 import tempfile
 import unittest
 from pathlib import Path
 
-from support import BUILD, ROOT, SessionTestCase, parse_log
+sys.path.insert(0, str(Path(__file__).resolve().parents[1] / "host"))
+from support import BUILD, ROOT, parse_log  # noqa: E402
 
 SCREEN = '{"call": "ScreenDisplayed", "screenName": "Home"}\n'
 OPT_IN = '{"call": "SetUserOptInEx", "userHasOptedIn": true}\n'

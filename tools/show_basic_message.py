@@ -1,6 +1,6 @@
 """Plays a session on the basic road against a queue service of its own, and tells what the service took.
 
-    python3 tools/tell_basic_message.py
+    python3 tools/show_basic_message.py
 """
 
 import sys
@@ -13,7 +13,7 @@ import session_player  # noqa: E402
 from queue_message import Message  # noqa: E402
 from queue_service import QueueService  # noqa: E402
 from session_player import DEFAULT_BUILD, ROOT  # noqa: E402
-from tell_session import INDENT, heading, json_lines, read, tell_calls, tell_lines  # noqa: E402
+from show_session import INDENT, heading, json_lines, read, tell_calls, tell_lines  # noqa: E402
 
 SESSION = ROOT / "samples" / "sessions" / "basic-message.jsonl"
 FACTORY = SESSION.with_suffix(".factory.xml")
