@@ -1,13 +1,13 @@
 """What LumeqC.dll and its import libraries are as files."""
 
 import re
-import subprocess
 import sys
 import unittest
 from pathlib import Path
 
 sys.path.insert(0, str(Path(__file__).resolve().parent.parent / "host"))
-from support import BUILD, OBJDUMP, ROOT, exports_of  # noqa: E402
+from support import BUILD, ROOT  # noqa: E402
+from support.library_file import exports_of, headers_of  # noqa: E402
 
 EXPORTS = (ROOT / "tests" / "c_exports.txt").read_text().split()
 LIBRARIES = {"kernel32.dll", "lumeq.dll", "msvcrt.dll", "ntdll.dll", "ole32.dll"}
@@ -16,8 +16,7 @@ LIBRARIES = {"kernel32.dll", "lumeq.dll", "msvcrt.dll", "ntdll.dll", "ole32.dll"
 class CLibraryFile(unittest.TestCase):
     @classmethod
     def setUpClass(cls):
-        cls.headers = subprocess.run([OBJDUMP, "-p", BUILD / "LumeqC.dll"], check=True, stdout=subprocess.PIPE,
-                                     text=True).stdout
+        cls.headers = headers_of(BUILD / "LumeqC.dll")
 
     def test_exports_are_those_of_the_checked_in_list(self):
         self.assertEqual(EXPORTS, exports_of(BUILD / "LumeqC.dll"))

@@ -8,8 +8,9 @@ import unittest
 from pathlib import Path
 
 sys.path.insert(0, str(Path(__file__).resolve().parent.parent / "host"))
-from support import BUILD, HOST_SECONDS, ROOT, Outcome, SessionTestCase  # noqa: E402
-from task_support import HANDLE, without_chance  # noqa: E402
+from support import BUILD, ROOT, Outcome, SessionTestCase  # noqa: E402
+from support.host_process import HOST_SECONDS  # noqa: E402
+from support.tasks import HANDLE, without_chance  # noqa: E402
 from session_player import Conditions  # noqa: E402
 
 DAY = ROOT / "samples" / "hosts" / "day.jsonl"
