@@ -41,7 +41,7 @@ extendedKeyUsage = serverAuth
 
 class ServerCertificate(NamedTuple):
     chain: Path
-    """The server's own with its issuer's behind it."""
+    """The server's own, followed by its issuer's."""
     key: Path
 
 

@@ -11,7 +11,7 @@ REQUEST_LINE = re.compile(r"POST /projects/(?P<project>(?:[A-Za-z0-9._~-]|%[0-9a
 BODY = re.compile(r'\{"messages":\[\{"body":"=\?media_type:application/json\.b64\?=(?P<base64>[^"]*)"\}\]\}')
 
 # In the order in which Wine's client sends them: what it adds comes first, then the library's own five, each with
-# a blank behind the colon even where the library wrote none.
+# a space after the colon even where the library wrote none.
 HEADERS = (
     ("Host", r"[^:]+"),
     ("Pragma", r"no-cache"),
@@ -25,7 +25,7 @@ HEADERS = (
 
 UUID = r"[0-9a-f]{8}(-[0-9a-f]{4}){3}-[0-9a-f]{12}"
 FLAG = r"true|false|unknown"
-# Everything but printable ASCII has become a blank by now.
+# The library replaces everything but printable ASCII by a space.
 ANYTHING = r"[ -~]*"
 FIELDS = {
     "schema": r"sys_info_base/1\.1\.0",
@@ -135,14 +135,14 @@ def _check_text(message: Message) -> None:
         return
     message.fields = content
     if message.text != "{" + ",".join(f"{_quoted(k)}:{_quoted(v)}" for k, v in message.fields.items()) + "}":
-        message.wrong.append("the JSON is no flat object of texts without blanks")
+        message.wrong.append("the JSON is not a flat object of texts without spaces")
     for name in sorted(FIELDS.keys() ^ message.fields.keys()):
         message.wrong.append(f"the field {name} is {'missing' if name in FIELDS else 'not known'}")
     for name, pattern in FIELDS.items():
         value = message.fields.get(name)
         if value is not None and not re.fullmatch(pattern, str(value)):
             message.wrong.append(f"the field {name} is {value!r}")
-    # The message holds blanks for what is not ASCII; the header holds the name as it is.
+    # In the message a space replaces what is not ASCII; in the header the name is unchanged.
     if message.agent.isascii() and message.fields.get("app_id") != message.agent:
         message.wrong.append(f"app_id is not the User-Agent {message.agent!r}")
 

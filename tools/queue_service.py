@@ -62,10 +62,10 @@ class QueueService:
     """Serves from entry to exit of a with statement. Its folder keeps the authority for root.der."""
 
     def __init__(self, folder: Path, address: str = "127.0.0.1", port: int = 443,
-                 behaviour: Optional[Behaviour] = None, tell: Callable[[Message], None] = lambda message: None):
+                 behaviour: Optional[Behaviour] = None, on_message: Callable[[Message], None] = lambda message: None):
         self.seen = Seen()
         self.behaviour = behaviour or Behaviour()
-        self._tell = tell
+        self._on_message = on_message
         self._changed = threading.Condition()
         self._ending = threading.Event()
         self._open: set[socket.socket] = set()
@@ -144,7 +144,7 @@ class QueueService:
     def _take_request(self, channel: socket.socket) -> None:
         message = queue_message.read_message(_receive(channel))
         self._note(self.seen.messages, message)
-        self._tell(message)
+        self._on_message(message)
         self._answer(channel, message)
 
     def _answer(self, channel: socket.socket, message: Message) -> None:

@@ -29,7 +29,7 @@ class Conditions:
     settings: Optional[Path] = None
     """The local settings file to start from."""
     factory: Optional[Path] = None
-    """The factory settings file, in the place of one that only sets the log."""
+    """The factory settings file, instead of one that only sets the log."""
     companion: Optional[Path] = None
     """The stand-in's script."""
     without_companion: bool = False
@@ -56,7 +56,7 @@ class Machine:
         return self.host_folder
 
     def clear(self) -> None:
-        """Takes away what an earlier session found and left, but for the registry."""
+        """Removes the files of an earlier session. The registry stays as it is."""
         for folder in (self.host_folder, self.program_data, self.log_folder()):
             if folder and folder.exists():
                 shutil.rmtree(folder)
@@ -153,7 +153,7 @@ def stop_wine(prefix: Path) -> None:
 
 @contextlib.contextmanager
 def machine(build: Path) -> Iterator[Machine]:
-    """A fresh one, gone at the end with all that ran on it."""
+    """A fresh machine. At the end its programs are stopped and its files removed."""
     runs = build / "play"
     runs.mkdir(parents=True, exist_ok=True)
     folder = Path(tempfile.mkdtemp(dir=runs))
@@ -171,7 +171,7 @@ def play_on(its_machine: Machine, session: Path, out: Path, conditions: Conditio
     """As play, on a machine that is fresh or cleared."""
     out.mkdir(parents=True, exist_ok=True)
     for name in RESULTS:
-        # What an earlier session left is none of this one's.
+        # An earlier session may have left it.
         (out / name).unlink(missing_ok=True)
     its_machine.set_up(conditions, build)
     status = its_machine.run_host(session, conditions, out / "host.jsonl", timeout, errors)
@@ -181,6 +181,6 @@ def play_on(its_machine: Machine, session: Path, out: Path, conditions: Conditio
 
 def play(session: Path, out: Path, conditions: Conditions = Conditions(), build: Path = DEFAULT_BUILD,
          timeout: float = 600) -> int:
-    """Leaves in `out` what came to be; gives the host's exit code, or 124 after `timeout` seconds."""
+    """Collects the results in `out`. Returns the host's exit code, or 124 after `timeout` seconds."""
     with machine(build) as its_machine:
         return play_on(its_machine, session, out, conditions, build, timeout)

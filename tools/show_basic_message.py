@@ -1,4 +1,4 @@
-"""Plays a session on the basic road against a queue service of its own, and tells what the service took.
+"""Plays a session on the basic road against a queue service of its own, and shows what the service took.
 
     python3 tools/show_basic_message.py
 """
@@ -13,13 +13,13 @@ import session_player  # noqa: E402
 from queue_message import Message  # noqa: E402
 from queue_service import QueueService  # noqa: E402
 from session_player import DEFAULT_BUILD, ROOT  # noqa: E402
-from show_session import INDENT, heading, json_lines, read, tell_calls, tell_lines  # noqa: E402
+from show_session import INDENT, heading, json_lines, read, show_calls, show_lines  # noqa: E402
 
 SESSION = ROOT / "samples" / "sessions" / "basic-message.jsonl"
 FACTORY = SESSION.with_suffix(".factory.xml")
 
 
-def tell_message(message: Message) -> None:
+def show_message(message: Message) -> None:
     heading("What the queue service took, decoded")
     print(f"{INDENT}project {message.project}, queue {message.queue}, token {message.token}, "
           f"User-Agent {message.agent}\n")
@@ -52,11 +52,11 @@ def main() -> int:
             return 0
         with service:
             status = play(service, out)
-        tell_calls(SESSION, json_lines(out / "host.jsonl"))
+        show_calls(SESSION, json_lines(out / "host.jsonl"))
         for message in service.seen.messages:
-            tell_message(message)
-        tell_lines("What Lumeq.Data.txt says", read(out / "Lumeq.Data.txt"))
-        tell_lines("The local settings after", read(out / session_player.SETTINGS_FILE))
+            show_message(message)
+        show_lines("What Lumeq.Data.txt says", read(out / "Lumeq.Data.txt"))
+        show_lines("The local settings after", read(out / session_player.SETTINGS_FILE))
     return status if len(service.seen.messages) == 1 else 1
 
 

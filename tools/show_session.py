@@ -1,5 +1,5 @@
-"""Plays a session and tells what happened: what the host called, what the companion library was handed, what the
-log says, and what the settings file was before and after.
+"""Plays a session and shows the host's calls, the operations of the companion library, the log, and the settings file
+before and after.
 
     python3 tools/show_session.py SESSION --road managed|basic [--settings FILE]
 """
@@ -33,8 +33,8 @@ def as_text(value) -> str:
     return text if len(text) <= 100 else text[:97] + "..."
 
 
-def tell_calls(session: Path, answers: list[dict]) -> None:
-    """The lines of the session, each call with what came back. Only for sessions of plain calls."""
+def show_calls(session: Path, answers: list[dict]) -> None:
+    """The steps of the session, each call with its result. Only for sessions without threads and repetitions."""
     heading("What the host did")
     remaining = iter(answers)
     for step in json_lines(session):
@@ -48,7 +48,7 @@ def tell_calls(session: Path, answers: list[dict]) -> None:
             print(f"{INDENT}{as_text(step)}")
 
 
-def tell_records(operations: list[dict]) -> None:
+def show_records(operations: list[dict]) -> None:
     heading("What the companion library was handed")
     if not operations:
         print(f"{INDENT}Nothing.")
@@ -60,7 +60,7 @@ def tell_records(operations: list[dict]) -> None:
                 print(f"{INDENT}{INDENT}{line}")
 
 
-def tell_lines(title: str, text: str) -> None:
+def show_lines(title: str, text: str) -> None:
     heading(title)
     for line in text.splitlines() or ["Nothing."]:
         print(f"{INDENT}{line}")
@@ -79,12 +79,12 @@ def main() -> int:
         out = Path(name)
         conditions = session_player.Conditions(road=arguments.road, settings=arguments.settings)
         status = session_player.play(arguments.session, out, conditions)
-        tell_calls(arguments.session, json_lines(out / "host.jsonl"))
-        tell_records(json_lines(out / "companion.jsonl"))
-        tell_lines("What the log says", read(out / "Lumeq.Log.txt"))
+        show_calls(arguments.session, json_lines(out / "host.jsonl"))
+        show_records(json_lines(out / "companion.jsonl"))
+        show_lines("What the log says", read(out / "Lumeq.Log.txt"))
         if arguments.settings:
-            tell_lines("The local settings before", read(arguments.settings))
-            tell_lines("The local settings after", read(out / session_player.SETTINGS_FILE))
+            show_lines("The local settings before", read(arguments.settings))
+            show_lines("The local settings after", read(out / session_player.SETTINGS_FILE))
     return status
 
 

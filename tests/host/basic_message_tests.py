@@ -65,7 +65,7 @@ class BasicMessage(BasicRoadTestCase):
 
     def check_wire(self, path: str = PATH, token: str = " token9", agent: str = "Scan Studio/0.0.0.0",
                    start: dict = START, **settings) -> str:
-        """Gives the message as the log has it."""
+        """Returns the message as the log shows it."""
         with self.serve() as service:
             outcome = self.run_host(start, **settings)
         logged = self.logged_messages(outcome)

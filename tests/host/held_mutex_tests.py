@@ -1,4 +1,4 @@
-"""The log's mutex in another process's hands: what is lost, how long callers wait, and what a dead owner leaves."""
+"""The log's mutex held by another process: which lines are lost, how long callers wait, and what a killed owner causes."""
 
 import re
 import time
@@ -52,22 +52,22 @@ class HeldMutex(SessionTestCase):
     """Two hosts log all the time while another program has the mutex."""
 
     def play(self, milliseconds: int, meanwhile=lambda holder: None) -> tuple[list[str], list[Absence]]:
-        """What the holder told, and what each host lost. `meanwhile` is run once the mutex is held."""
+        """What the holder printed, and what each host lost. `meanwhile` is run once the mutex is held."""
         with hosts(self.machine) as start, program(self.machine, HOLDER, str(milliseconds)) as holder:
             players = [start(session(first)) for first in FIRSTS]
             wait_until(lambda: all(player.printed() >= 5 for player in players))
             holder.stdin.write("now\n")
             holder.stdin.flush()
-            told = [holder.stdout.readline()]
+            printed = [holder.stdout.readline()]
             meanwhile(holder)
-            told += holder.stdout.readlines()
+            printed += holder.stdout.readlines()
             self.assertEqual([0, 0], [player.finish().status for player in players])
             log = players[-1].outcome.text("Lumeq.Log.txt")
-        return told, self.absences(log)
+        return printed, self.absences(log)
 
     def play_undisturbed(self, milliseconds: int, check, meanwhile=lambda holder: None) -> None:
-        """`check` is of what play gives. Again if it fails where the machine stood still for as long as is told apart
-        here."""
+        """Runs `check` on the result of play. Runs both again if the check fails and the machine stood still for longer
+        than the test can tolerate."""
         again_if_disturbed(lambda: check(*self.play(milliseconds, meanwhile)), 0.1)
 
     def absences(self, log: str) -> list[Absence]:
@@ -82,8 +82,8 @@ class HeldMutex(SessionTestCase):
         return found
 
     def test_lines_of_that_time_are_lost_and_each_waits_once(self):
-        def check(told: list[str], absences: list[Absence]) -> None:
-            (held, released) = (int(line.split()[1]) for line in told)
+        def check(printed: list[str], absences: list[Absence]) -> None:
+            (held, released) = (int(line.split()[1]) for line in printed)
             self.assertEqual(2, len(absences), "both hosts")
             for absence in absences:
                 self.assertEqual(2, absence.lost)
@@ -97,8 +97,8 @@ class HeldMutex(SessionTestCase):
         self.play_undisturbed(2600, check)
 
     def test_owner_that_is_killed_costs_the_first_in_line_its_line_and_nobody_a_wait(self):
-        def check(told: list[str], absences: list[Absence]) -> None:
-            self.assertEqual(1, len(told))
+        def check(printed: list[str], absences: list[Absence]) -> None:
+            self.assertEqual(1, len(printed))
             self.assertEqual([1], [absence.lost for absence in absences], "the mutex passed on to the other at once")
             self.assertLess(absences[0].milliseconds, 900)
 

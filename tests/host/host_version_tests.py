@@ -1,4 +1,4 @@
-"""The host's version, which the message of the basic road tells."""
+"""The host's version, in the message of the basic road."""
 
 import json
 import struct
@@ -54,7 +54,7 @@ def add_version(program: Path, high: int, low: int) -> None:
 
 
 class HostVersion(PlacedTestCase):
-    def check_told(self, version: str, outcome: Outcome) -> None:
+    def check_reported(self, version: str, outcome: Outcome) -> None:
         messages = [line.message for line in outcome.log]
         self.assertIn(f"PostMessageAndForget(127.0.0.99, Scan Studio/{version}, p1, sys_info_base, )", messages)
         message = next(text for text in messages if text.startswith("Message=")).removeprefix("Message=")
@@ -73,10 +73,10 @@ class HostVersion(PlacedTestCase):
         return session.outcome
 
     def test_is_that_of_its_resource_in_four_numbers_without_sign(self):
-        self.check_told("65535.2.32768.4", self.start(lambda host: add_version(host, 0xffff0002, 0x80000004)))
+        self.check_reported("65535.2.32768.4", self.start(lambda host: add_version(host, 0xffff0002, 0x80000004)))
 
     def test_is_zero_without_a_resource(self):
-        self.check_told("0.0.0.0", self.start(lambda host: None))
+        self.check_reported("0.0.0.0", self.start(lambda host: None))
 
 
 if __name__ == "__main__":

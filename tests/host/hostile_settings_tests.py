@@ -142,7 +142,7 @@ class FactoryFile(SettingsFileTestCase):
                     self.assertTrue(session.play(READ)["returns"])
         self.assertEqual([], warnings_of(session.outcome))
 
-    def test_missing_one_and_a_folder_in_its_place_are_told(self):
+    def test_missing_one_and_a_folder_in_its_place_are_reported(self):
         with self.running() as session:
             self.file.unlink()
             self.assertFalse(session.play(READ)["returns"])
@@ -208,7 +208,7 @@ class LocalFile(SettingsFileTestCase):
                     self.assertIn(OPTED_IN.replace("True", "False"), self.file.read_bytes().decode("utf-8-sig"))
         self.assertEqual([], warnings_of(session.outcome))
 
-    def test_folder_in_its_place_is_told(self):
+    def test_folder_in_its_place_is_reported(self):
         with self.running() as session:
             self.file.unlink()
             self.file.mkdir()

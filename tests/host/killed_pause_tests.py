@@ -1,4 +1,4 @@
-"""Hosts that are killed while they are paused: what the next one finds, tells and does."""
+"""Hosts that are killed while they are paused: what the next one finds, reports and does."""
 
 import contextlib
 import json
@@ -86,7 +86,7 @@ class KilledHostTestCase(SessionTestCase):
 
 
 class KilledWhilePaused(KilledHostTestCase):
-    def test_next_start_tells_of_the_crash_and_restores_the_choice(self):
+    def test_next_start_reports_the_crash_and_restores_the_choice(self):
         for conditions, cases in ((MANAGED, CASES), (BASIC, CASES), (WITHOUT_COMPANION, CASES[:2])):
             for case in cases:
                 with self.subTest(conditions, case=case), self.one_after_another(case.before):
@@ -119,19 +119,19 @@ class KilledWhilePaused(KilledHostTestCase):
         with self.one_after_another(RUNNING_IN):
             self.kill_after(PAUSE, conditions=BASIC)
             outcome = self.play_next(start("App"), conditions=session_player.Conditions(road="basic", log="debug"))
-            told = ("OptinBeforePause exists", "Basic Did ", "Basic Get ", "Basic Set ", "BasicClear Opt In ")
+            basic = ("OptinBeforePause exists", "Basic Did ", "Basic Get ", "Basic Set ", "BasicClear Opt In ")
             self.assertEqual(["Basic Did User Opted returns 1 from True", CRASH.message,
                               "Basic Get User Opt-In returns 1 for key 'True'", "Basic Set User Opt-In",
                               "BasicClear Opt In returns 1",
                               # Whether the user has opted in, which decides on the message.
                               "Basic Get User Opt-In returns 1 for key 'True'"],
-                             [line.message for line in outcome.log if line.message.startswith(told)])
+                             [line.message for line in outcome.log if line.message.startswith(basic)])
 
-    def test_companion_is_told_the_choice_before_the_start(self):
-        for before, told in ((RUNNING_IN, [OPTED_IN, STARTED]), (RUNNING_OUT, [STARTED])):
+    def test_companion_is_reported_the_choice_before_the_start(self):
+        for before, operations in ((RUNNING_IN, [OPTED_IN, STARTED]), (RUNNING_OUT, [STARTED])):
             with self.subTest(before), self.one_after_another(before):
                 self.kill_after(start("App"), PAUSE, conditions=MANAGED)
-                self.assertEqual(told, self.play_next(start("App"), conditions=MANAGED).companion)
+                self.assertEqual(operations, self.play_next(start("App"), conditions=MANAGED).companion)
 
     def test_choice_survives_any_number_of_kills(self):
         for conditions in (MANAGED, BASIC):

@@ -73,7 +73,7 @@ class LoadAndUnload(RoundsTestCase):
 
 
 class Control(RoundsTestCase):
-    """A library that takes something at each loading, in the place of the one under test."""
+    """A library that takes something at each loading, instead of the one under test."""
 
     @classmethod
     def setUpClass(cls):

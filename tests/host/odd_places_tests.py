@@ -89,7 +89,7 @@ class NamesThatNoFileCanHave(PlacedTestCase):
         self.assertEqual([HOME_RECORD], outcome.records)
         self.assertTrue(outcome.host[1]["returns"])
 
-    def test_subfolder_is_told_and_nothing_is_saved(self):
+    def test_subfolder_is_reported_and_nothing_is_saved(self):
         subfolder = call("SetLocalSubfolderPathEx", subpath={"units": [0x61, 0xd800]})
         outcome = self.play_at(Places(), subfolder, OPT_IN, HOME, road="basic")
         self.assertEqual(
@@ -151,7 +151,7 @@ class TooDeep(PlacedTestCase):
         self.play_at(places, REFUSED)
         self.assertEqual([], list(logs.iterdir()))
 
-    def test_subfolder_is_told_at_each_operation_and_nothing_is_saved(self):
+    def test_subfolder_is_reported_at_each_operation_and_nothing_is_saved(self):
         subfolder = call("SetLocalSubfolderPathEx", subpath="s" * 240)
         outcome = self.play_at(Places(), subfolder, OPT_IN, READ, call("Pause"), HOME, road="basic")
         self.assertEqual([warning(f"{operation} {TOO_LONG}")

@@ -4,7 +4,6 @@ import os
 import shutil
 import subprocess
 import unittest
-from pathlib import Path
 
 from support import BUILD, OBJDUMP, ROOT
 

@@ -66,7 +66,7 @@ class PauseStates(SessionTestCase):
 
 
 class Answers(SessionTestCase):
-    def test_opt_in_during_a_pause_is_told_while_the_pause_is_still_marked(self):
+    def test_opt_in_during_a_pause_is_reported_while_the_pause_is_still_marked(self):
         for road in BOTH_ROADS:
             with self.subTest(road):
                 outcome = self.play(call("Pause"), call("GetUserOptInEx"), call("SetUserOptInEx", userHasOptedIn=True),

@@ -4,7 +4,7 @@ import contextlib
 import time
 import unittest
 
-from support import call, parse_log
+from support import call
 from support.basic_road_case import START, UNTIL_WORKER_ENDS
 from support.host_process import HostProcess
 from support.posting import GOES_ON, SENT, PostingTestCase, answer, line, response

@@ -13,7 +13,7 @@ from schema import EXPORTS, PATTERNS, WHITE_SPACE, Pattern
 from session_generator import FIXED_SEEDS, session_of
 from session_model import SessionModel, predict
 
-# What somebody might take for the rule of each pattern. The sessions have to tell them from the right ones.
+# Rules that are almost right, one for each pattern. The sessions have to show the difference.
 NEARLY_RIGHT = {
     "appName": r"[^\x00-\x20\x80-\x9f][^\x00-\x1f\x80-\x9f]*",
     "biid": "unknown|[a-fA-F0-9]{64}",
@@ -49,7 +49,7 @@ def load_as_it_was(model: SessionModel) -> None:
         LOAD(model)
 
 
-# What somebody might forget.
+# Steps that a model might forget.
 FORGOTTEN = {
     "the end of a pause": (Delivery, "end_pause", lambda self: None),
     "the pause that a choice goes to": (Delivery, "has_flag", lambda self, key: False),
@@ -106,7 +106,7 @@ class RandomSessions(SessionTestCase):
 
 
 class Comparison(SessionTestCase):
-    """Whatever is other than predicted is told."""
+    """Every deviation from the prediction is reported."""
 
     @classmethod
     def setUpClass(cls):
@@ -127,76 +127,76 @@ class Comparison(SessionTestCase):
         self.assertIn(old, content)
         self.tampered.files[name] = content.replace(old, new, 1)
 
-    def assert_told(self, *beginnings: str):
+    def assert_reported(self, *beginnings: str):
         found = differences(self.prediction, self.tampered)
         self.assertEqual(list(beginnings), [text[:len(beginning)] for text, beginning in zip(found, beginnings)])
         self.assertEqual(len(beginnings), len(found), found)
 
     def test_exit_code(self):
         self.tampered.status = 5
-        self.assert_told("the host ended with 5")
+        self.assert_reported("the host ended with 5")
 
     def test_answer(self):
         self.tampered.host[-1]["call"] += "Ex"
-        self.assert_told("answer ")
+        self.assert_reported("answer ")
 
     def test_missing_record(self):
         del self.tampered.companion[-1]
-        self.assert_told("operation: predicted")
+        self.assert_reported("operation: predicted")
 
     def test_value_in_a_record(self):
         self.tampered.records[5]["app_event_object_label"] += "x"
-        self.assert_told("operation ")
+        self.assert_reported("operation ")
 
     def test_key_too_many_in_a_record(self):
         self.tampered.records[5]["app_event_session_time"] = None
-        self.assert_told("operation ")
+        self.assert_reported("operation ")
 
     def test_null_for_an_empty_dictionary(self):
         record = next(record for record in self.tampered.records if record["app_event_details"] is None)
         record["app_event_details"] = {}
-        self.assert_told("operation ")
+        self.assert_reported("operation ")
 
     def test_duration_of_a_task(self):
         record = next(record for record in self.tampered.records if record["app_event_action"] == "completed")
         record["app_event_details"]["task_duration"] += "0"
-        self.assert_told("operation ")
+        self.assert_reported("operation ")
 
     def test_identifiers_of_tasks(self):
         contexts = [record["app_event_context"]["context_local"] for record in self.tampered.records
                     if record["app_event_object"] == "task"]
         contexts[1]["_app_event_task_guid"] = contexts[0]["_app_event_task_guid"]
-        self.assert_told("operation ")
+        self.assert_reported("operation ")
 
     def test_lost_line_of_the_log(self):
         self.tampered.files["Lumeq.Log.txt"] = self.tampered.files["Lumeq.Log.txt"].rsplit(b"\r\n", 2)[0] + b"\r\n"
-        self.assert_told("log line: predicted")
+        self.assert_reported("log line: predicted")
 
     def test_character_in_the_log(self):
         self.replace("Lumeq.Log.txt", b"screenName: ", b"screenname: ")
-        self.assert_told("log line ")
+        self.assert_reported("log line ")
 
     def test_line_break_in_the_log(self):
         self.replace("Lumeq.Log.txt", b"screenName: ", b"screenName:\n")
-        self.assert_told("log line ")
+        self.assert_reported("log line ")
 
     def test_line_that_is_in_one_file_alone(self):
         lines = self.tampered.files["Lumeq.Error.txt"].split(b"\r\n")
         self.tampered.files["Lumeq.Error.txt"] = b"\r\n".join(lines[:3] + lines[2:])
-        self.assert_told("line of the error file ")
+        self.assert_reported("line of the error file ")
 
     def test_settings(self):
         self.replace("LumeqLocalSettings.xml", b"<UserOptIn>", b"<UserOptIn>Not")
-        self.assert_told("settings in programdata\\zuvan\\lumeq")
+        self.assert_reported("settings in programdata\\zuvan\\lumeq")
 
     def test_settings_file_in_another_place(self):
         self.tampered.files["a/LumeqLocalSettings.xml"] = self.tampered.files["LumeqLocalSettings.xml"]
-        self.assert_told("settings in programdata\\zuvan\\a\\lumeq")
+        self.assert_reported("settings in programdata\\zuvan\\a\\lumeq")
 
     def test_file_that_nobody_is_to_make(self):
         self.tampered.files["Lumeq.Data.txt"] = b""
         self.tampered.files["leftovers.txt"] = b"LumeqLocalSettings.xml.new"
-        self.assert_told("Lumeq.Data.txt came", "leftovers.txt came")
+        self.assert_reported("Lumeq.Data.txt came", "leftovers.txt came")
 
 
 if __name__ == "__main__":

@@ -1,4 +1,4 @@
-"""What stands in the place of the toolchain's runtime libraries, in programs of its own."""
+"""What replaces the toolchain's runtime libraries, in programs of their own."""
 
 import unittest
 
@@ -40,7 +40,7 @@ class Runtime(SessionTestCase):
         library = str(BUILD / "Lumeq.dll")
         self.assertEqual((0, ["undisturbed 1, answered 1 1, threw 10, gone 1, more blocks 0"] * 3),
                          self.run_program("lumeq-without-slots.exe", library, "after"))
-        # The system's own wininet.dll wants one to begin with: the host is told, and goes on.
+        # The system's own wininet.dll needs a slot to load: the host gets the error and goes on.
         error_dll_init_failed = 1114
         self.assertEqual((0, [f"cannot be loaded: {error_dll_init_failed}"]),
                          self.run_program("lumeq-without-slots.exe", library, "before"))

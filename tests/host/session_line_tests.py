@@ -72,7 +72,7 @@ class Starts(SessionTestCase):
             start_line(shown), error("StartupEx", f'invalid [REQUIRED] appName arg: "{shown}"'))], outcome.calls)
         self.assertEqual([], outcome.companion)
 
-    def test_refused_name_is_told_before_an_undefined_kind_of_start_which_is_not_reached(self):
+    def test_refused_name_is_reported_before_an_undefined_kind_of_start_which_is_not_reached(self):
         outcome = self.play_to_end({**start(""), "whyType": 99, "howType": 99})
         self.assertEqual([error("StartupEx", 'invalid [REQUIRED] appName arg: ""')], outcome.error_file)
 
@@ -100,7 +100,7 @@ class Starts(SessionTestCase):
 class Subfolders(SessionTestCase):
     REFUSED = ["", "\\", "a\\\\b", "\\\\a", "a\\\\", *(f"a{character}b" for character in '"*/:<>?|\t\x7f\u009f')]
 
-    def test_refused_path_is_told_and_leaves_the_earlier_one(self):
+    def test_refused_path_is_reported_and_leaves_the_earlier_one(self):
         for road in BOTH_ROADS:
             with self.subTest(road):
                 outcome = self.play_to_end(

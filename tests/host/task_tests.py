@@ -12,7 +12,7 @@ NULL_REFUSED = "null taskHandle arg"
 RESULT_REFUSED_LATE = ("Task result is not formatted correctly. Must be of form "
                        "success|unknown|(error(_([a-zA-Z][a-zA-Z0-9]+|[0-9]+))?)")
 
-# The exports that tell a number of pages.
+# The exports with a number of pages.
 PAGED = (SCAN, PRINT, SEND)
 
 UNDEFINED = 99
@@ -80,7 +80,7 @@ class WholeLife(SessionTestCase):
         self.assertEqual(str(second - first), outcome.records[1]["app_event_details"]["task_duration"])
         self.assertGreaterEqual(second - first, 100)
 
-    def test_line_tells_the_handle_and_not_where_it_is_kept(self):
+    def test_line_shows_the_handle_and_not_where_it_is_kept(self):
         outcome = self.play_to_end(initiated(CONFIG, "one"), initiated(CONFIG, "two"), completed(CONFIG, "one", "Error"),
                                  completed(CONFIG, "two"), completed(CONFIG, "one"))
         first, second, third = re.findall(r"taskHandle: 0x([0-9A-F]{16}),", "\n".join(line.message for line in outcome.calls))
@@ -106,7 +106,7 @@ class Results(SessionTestCase):
                "successful", "error_\u00e4")
     ACCEPTED = ("success", "unknown", "error", "error_12", "error_1", "error_ab", "error_A1", "error_OutOfPaper")
 
-    def test_refused_ones_are_told_and_leave_the_task_to_be_completed(self):
+    def test_refused_ones_are_reported_and_leave_the_task_to_be_completed(self):
         for pair in PAIRS:
             with self.subTest(pair.name):
                 outcome = self.play_to_end(initiated(pair), *(completed(pair, result=result) for result in self.REFUSED),
@@ -203,7 +203,7 @@ class NullHandles(SessionTestCase):
         self.assertEqual([refusal(pair, NULL_REFUSED) for pair in PAIRS], outcome.error_file)
         self.assertEqual(["null"] * 6, handles(outcome))
 
-    def test_bad_result_is_told_as_well(self):
+    def test_bad_result_is_reported_as_well(self):
         outcome = self.play_to_end(*(completed(pair, "never", "done") for pair in PAIRS))
         self.assertEqual([line for pair in PAIRS for line in (
             completed_line(pair, NULL_HANDLE, "done"), refusal(pair, NULL_REFUSED),
@@ -211,7 +211,7 @@ class NullHandles(SessionTestCase):
 
 
 class Conversions(SessionTestCase):
-    def test_first_undefined_value_of_the_order_is_told_and_the_task_stays(self):
+    def test_first_undefined_value_of_the_order_is_reported_and_the_task_stays(self):
         for pair, order in CONVERSIONS:
             with self.subTest(pair.name):
                 # From all undefined to none: each call has one more that is good.

@@ -7,7 +7,7 @@ DAMAGED = "damaged"
 DAMAGED_TEXT = "<LumeqConfig><UserOptIn>True</UserOptIn>"
 DAMAGED_SUBFOLDER = "Sub"
 
-# What stands before the root element, around a value, and between elements.
+# The text before the root element, around a value, and between elements.
 LAYOUTS = {
     "plain": ("", "{}", ""),
     "spread": ('<?xml version="1.0"?>\n<!-- by hand -->\n', "{}", "\n  <!-- one more -->\n\t"),
@@ -23,7 +23,7 @@ class Circumstances:
     log: tuple[str, str, str] = ("on", "trace", "")
     """The factory file's Log, LogLevel and LogDate."""
     project: Optional[str] = None
-    """Its ProjectId, which has to be blank: no session is to send anything. None: no such key."""
+    """Its ProjectId, of spaces only, because no session may send anything. None: no such key."""
     factory_damaged: bool = False
     settings: Optional[list] = None
     """The local settings file: its root's name, its root's attributes, its elements; or [DAMAGED]; None: no file."""
@@ -57,7 +57,7 @@ class Circumstances:
 
 class Session(NamedTuple):
     steps: list[dict]
-    """The lines of its file, as samples/host/README.md tells them."""
+    """The lines of its file, as samples/host/README.md describes them."""
     circumstances: Circumstances
 
     @property

@@ -91,7 +91,7 @@ class LogLine(NamedTuple):
     severity: str
     function: str
     messages: tuple[str, ...]
-    """Any of these, for a line whose cut lies behind a number that means nothing."""
+    """Any of these is right. A long line is cut after the number of a source line, whose digits may vary."""
 
 
 class Log:
@@ -113,7 +113,7 @@ class Log:
     def write(self, severity: str, function: str, *messages: str) -> None:
         if not self._begun:
             self._begun = True
-            self._tell_policy()
+            self._write_policy()
         self._add(severity, function, *messages)
 
     def _add(self, severity: str, function: str, *messages: str) -> None:
@@ -132,19 +132,19 @@ class Log:
         last = date if switch == "date" and date else self.DEFAULT_DATE
         return datetime.date.today() < datetime.date.fromisoformat(last)
 
-    def _tell_policy(self) -> None:
+    def _write_policy(self) -> None:
         switch, level, date = (text.lower() for text in self._circumstances.log)
-        told = f"Logger: Log='{switch}'"
+        policy = f"Logger: Log='{switch}'"
         if switch == "date":
-            told += f", LogDate='{date}'"
-        for message in (f"Logger: LogLevel='{level}'", told,
+            policy += f", LogDate='{date}'"
+        for message in (f"Logger: LogLevel='{level}'", policy,
                         f"Logger: Logging is on by default until {self.DEFAULT_DATE}T00:00:00Z",
                         "Logger: Logging is currently ENABLED"):
             self._add("TRACE", "", message)
 
 
 class Companion:
-    """The stand-in: writes down what it is asked to do, fails where it is told to, keeps the opt-in."""
+    """The stand-in: records its operations, fails on demand, keeps the opt-in."""
 
     KINDS = {
         "vesto": "{region} failed with VestoException exception {operation} was told to fail",
@@ -193,6 +193,6 @@ def report(title: str, function: str, detail: str) -> tuple[str, ...]:
     return tuple(formatted("%s: %s", "lumeq-host.exe", numbered(digits)) for digits in (1, 2, 3, 4))
 
 
-def told(template: str, texts: dict[str, str]) -> str:
-    """A line of an export's arguments, each text up to its first zero."""
+def argument_line(template: str, texts: dict[str, str]) -> str:
+    """The line of an export's arguments, each text up to its first zero."""
     return template.format_map({name: c_text(text) for name, text in texts.items()})

@@ -1,4 +1,4 @@
-"""Compares what playing a session left behind with what the model predicts."""
+"""Compares the results of a session with the model's prediction."""
 
 import os
 import re
@@ -63,7 +63,7 @@ def differences(prediction: Prediction, outcome: Outcome) -> list[str]:
         found += _log(prediction, outcome)
         found += settings_differences(prediction, outcome)
     except (KeyError, TypeError, UnicodeDecodeError, xml.etree.ElementTree.ParseError) as problem:
-        found.append(f"what came cannot be read: {problem!r}")
+        found.append(f"the results cannot be read: {problem!r}")
     return found
 
 
@@ -86,7 +86,7 @@ def _contrast(expected: Any, actual: Any) -> str:
 
 
 def _around(text: str, at: int) -> str:
-    """The text, or what of a long one stands at its beginning and around the place."""
+    """The text. Of a long one the beginning and the surroundings of the place."""
     if len(text) <= 1200:
         return text
     return f"{text[:300]} ... at {at}: {text[max(at - 300, 300):at + 300]} ..."

@@ -49,7 +49,7 @@ def read(folder: Path) -> Session:
 def play(session: Session, machine: session_player.Machine, build: Path, keep: Optional[Path] = None) -> Outcome:
     """On the machine, cleared, or on one of its own where the registry has to differ.
 
-    With `keep`, what went in and what came out stays there.
+    With `keep`, the session's files and results stay there.
     """
     if session.circumstances.disabled is not None:
         with session_player.machine(build) as its_own:
@@ -60,11 +60,11 @@ def play(session: Session, machine: session_player.Machine, build: Path, keep: O
 
 def differences_of(session: Session, machine: session_player.Machine, build: Path,
                    keep: Optional[Path] = None) -> list[str]:
-    """Plays the session and tells what differs from its prediction."""
+    """Plays the session. Returns how it differs from its prediction."""
     try:
         return differences(predict(*session), play(session, machine, build, keep))
     except json.JSONDecodeError as problem:
-        return [f"what came cannot be read: {problem}"]
+        return [f"the results cannot be read: {problem}"]
 
 
 def _play_on(machine: session_player.Machine, session: Session, build: Path, keep: Optional[Path]) -> Outcome:

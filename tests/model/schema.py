@@ -65,13 +65,13 @@ WHITE_SPACE = Pattern(f"[{SPACES}]+")
 
 class Enumeration(NamedTuple):
     name: str
-    """As a failed conversion tells it."""
+    """As a failed conversion reports it."""
     texts: tuple[str, ...]
     """By the number that a host passes."""
     records: tuple[int, ...] = ()
-    """What is handed on in its place, for those that go out as numbers."""
+    """The numbers that are sent instead, for those that are sent as numbers."""
     logged_name: str = ""
-    """As the log line of the arguments tells it, if that is another."""
+    """As the log line of the arguments shows it, if that is another name."""
 
     def text(self, number: int) -> str:
         if 0 <= number < len(self.texts):
@@ -148,12 +148,12 @@ class Argument(NamedTuple):
 class Export(NamedTuple):
     name: str
     family: str
-    """How what it does is told; see session_model."""
+    """Selects the method of session_model that models it."""
     arguments: tuple[Argument, ...]
     trace: str
     """Its line in the log, with the names of arguments in braces."""
     facts: dict = {}
-    """What the family tells its members apart by."""
+    """How it differs from the other members of its family."""
     checks: tuple[str, ...] = ()
     """Names of the checked arguments, in order."""
 

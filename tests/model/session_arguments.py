@@ -14,7 +14,7 @@ def read_arguments(export: Export, step: dict) -> dict:
 
 
 def shown_arguments(export: Export, arguments: dict, handle_is_set: bool) -> dict[str, str]:
-    """By their names, and numbers of enumerations once more behind them."""
+    """By their names, and the numbers of enumerations as NAME_number."""
     texts = {}
     for argument in export.arguments:
         value = arguments[argument.name]

@@ -7,7 +7,7 @@ from circumstances import DAMAGED, LAYOUTS, Circumstances, Session
 from schema import EXPORTS, PATTERNS, Argument, Export
 from session_texts import (ASKS_FOR_LETTERS, BAD_BIIDS, BAD_SUBFOLDERS, BASIC_SUBFOLDERS, BESIDE, BIID, FLAGS,
                            FORBIDDEN, NAMES, ODD, SEEDS, STRANGE, SUBFOLDERS, UNITS, WORDS)
-from wide_text import characters, has_unpaired, spelled, wide
+from wide_text import characters, has_unpaired, spelled
 
 FIXED_SEEDS = range(101, 125)
 """Of the sessions that the tests play."""
@@ -250,7 +250,7 @@ class SessionGenerator:
 
 
 class Omitted:
-    """In the place of an argument that does not stand in the session."""
+    """Marks an argument that the session leaves out."""
 
 
 def session_of(seed: int, decks: int = 4) -> Session:

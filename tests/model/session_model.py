@@ -1,4 +1,4 @@
-"""A model of the exported rules: what a session must hand over, log, answer and leave behind.
+"""A model of the exported rules: the records, log lines, answers and settings of a session.
 
 Independent of the library: it shares no code and no table with it.
 """
@@ -11,7 +11,7 @@ from typing import Any, Callable, Optional
 import wide_text
 from circumstances import Circumstances
 from delivery_model import BEFORE_PAUSE, Delivery
-from machine_model import Failure, Log, LogLine, report, told
+from machine_model import Failure, Log, LogLine, argument_line, report
 from schema import EXPORTS, HYPERLINK_LABEL, PATTERNS, TASK_RESULT, URL_LABEL, WHITE_SPACE, Argument, Export
 from session_arguments import read_arguments, shown_arguments
 from wide_text import formatted, quoted
@@ -23,7 +23,7 @@ BIID_KEY = b"0123456789abcdef" * 8
 
 
 class Chance:
-    """Stands for a value that no two runs share, the same for all places that show it."""
+    """A placeholder for a value that differs from run to run, one for all places that show it."""
 
     def __init__(self, kind: str):
         self.kind = kind
@@ -111,7 +111,7 @@ class SessionModel:
         if self._circumstances.disabled == 1:
             return self._untouched(export, arguments)
         has_task = "taskHandle" in arguments and self._task(arguments) is not None
-        self._trace(export, told(export.trace, shown_arguments(export, arguments, has_task)))
+        self._trace(export, argument_line(export.trace, shown_arguments(export, arguments, has_task)))
         family: Callable = getattr(self, "_" + export.family)
         try:
             done = family(export, arguments)

@@ -25,7 +25,7 @@ def install(result: str = "success", **others) -> dict:
 
 
 def errors(prediction: Prediction) -> list[str]:
-    """Without what stands around each."""
+    """Without the text around each."""
     return [line.messages[0].removeprefix("lumeq-host.exe: ").removesuffix(". LumeqApi(0)")
             for line in prediction.log if line.severity == "ERROR"]
 
@@ -154,7 +154,7 @@ class Pauses(unittest.TestCase):
             self.assertEqual({"UserOptIn": "False"}, self.flags_after(
                 call("Pause"), call("Pause"), call("ShutdownEx", timeoutMsec=0), before=opted_in, road=road))
 
-    def test_start_tells_of_a_crash_whatever_its_name(self):
+    def test_start_reports_a_crash_whatever_its_name(self):
         prediction = played(start(""), road="basic", settings=["LUMConfig", {"a": "b"}, [["OptinBeforePause", "tRUE"]]])
         self.assertEqual([f'Validation failed in {API}StartupEx: invalid [REQUIRED] appName arg: ""',
                           "OptinBeforePause exists and it shouldn't that means there was a CRASH!!"],
@@ -204,7 +204,7 @@ class Machines(unittest.TestCase):
         self.assertEqual({"UserOptIn": "True"}, settings(prediction, "programdata\\zuvan\\brand\\lumeq"))
         self.assertEqual({"UserOptIn": "False", "OptinBeforePause": "True"}, settings(prediction, "soak\\lumeq"))
 
-    def test_path_that_does_not_fit_is_told_by_every_use(self):
+    def test_path_that_does_not_fit_is_reported_by_every_use(self):
         prediction = played(call("SetLocalSubfolderPathEx", subpath={"repeat": "x", "times": 300}), call("Resume"),
                             road="basic")
         too_long = "One or both arguments to CombinePath exceed the maximum path length."

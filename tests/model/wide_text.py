@@ -37,7 +37,7 @@ def shown(units: str) -> str:
 
 
 def c_text(units: str) -> str:
-    """What is left of it where it is passed as a text that ends at its first zero."""
+    """The part that remains where a text ends at its first zero."""
     return units.partition("\0")[0]
 
 

@@ -1,4 +1,4 @@
-"""The queue service's own tests: what it refuses, and how it misbehaves. Without the library."""
+"""What the queue service refuses, and how it misbehaves. Without the library."""
 
 import base64
 import contextlib
@@ -111,8 +111,8 @@ class Strictness(unittest.TestCase):
     def test_json(self):
         self.check_text(TEXT[:-1], "no JSON")
         self.check_text(TEXT.replace('{"schema"', '{"pc_sku":"","schema"'), "a field comes twice")
-        self.check_text(TEXT.replace('":"', '": "'), "without blanks")
-        self.check_text(TEXT.replace('"1920x1080"', "1920"), "without blanks")
+        self.check_text(TEXT.replace('":"', '": "'), "without spaces")
+        self.check_text(TEXT.replace('"1920x1080"', "1920"), "without spaces")
 
     def test_json_of_another_kind(self):
         for text in ("[]", '"text"', "7", "null"):
@@ -157,11 +157,11 @@ class Service(ServiceTestCase):
         return QueueService(self.folder, ADDRESS, 0, Behaviour(misbehaviour, certificate, redirect_to))
 
     def test_takes_a_good_message_on_any_port(self):
-        told = []
-        with QueueService(self.folder, ADDRESS, 0, tell=told.append) as service:
+        taken = []
+        with QueueService(self.folder, ADDRESS, 0, on_message=taken.append) as service:
             self.assertTrue(self.exchange(service.port).startswith("HTTP/1.1 200 OK\r\n"))
-        self.assertEqual([GOOD.encode()], [message.raw for message in told])
-        self.assertEqual(told, service.seen.messages)
+        self.assertEqual([GOOD.encode()], [message.raw for message in taken])
+        self.assertEqual(taken, service.seen.messages)
         self.assertEqual([ADDRESS], service.seen.connections)
 
     def test_answers_what_is_wrong(self):
@@ -202,7 +202,7 @@ class Service(ServiceTestCase):
         self.assertTrue(answer.startswith("HTTP/1.1 200 OK\r\n"))
         self.assertGreaterEqual(time.monotonic() - started, 0.5)
 
-    def test_answers_as_it_is_told_and_then_as_usual(self):
+    def test_answers_as_it_is_reported_and_then_as_usual(self):
         with QueueService(self.folder, ADDRESS, 0, Behaviour(answers=(b"one", b"\xff\0"))) as service:
             self.assertEqual([b"one", b"\xff\0"], [self.exchange_bytes(service.port) for _ in range(2)])
             self.assertTrue(self.exchange(service.port).startswith("HTTP/1.1 200 OK\r\n"))
@@ -247,7 +247,7 @@ class Service(ServiceTestCase):
         self.assertTrue(received.startswith(b"HTTP/1.1 200 OK\r\nX-More: mmm"))
         self.assertNotIn(b"\r\n\r\n", received)
 
-    def test_sends_less_of_its_body_than_it_told(self):
+    def test_sends_less_of_its_body_than_it_announced(self):
         with self.serve("cut-answer") as service:
             head, _, body = self.exchange(service.port).partition("\r\n\r\n")
         self.assertIn("\r\nContent-Length: 47\r\n", head)
@@ -291,7 +291,7 @@ class CommandLine(ServiceTestCase):
         self.assertIn("    WRONG: the header Authorization is 'Basic tok'\n", second)
         self.assertEqual((GOOD + GOOD.replace("Bearer tok", "Basic tok")).encode(), capture.read_bytes())
 
-    def test_port_in_use_is_told(self):
+    def test_port_in_use_is_reported(self):
         with socket.create_server((ADDRESS, 0)) as other:
             port = other.getsockname()[1]
             done = subprocess.run([ROOT / "tools" / "queue-service", "--port", str(port), "--folder", self.folder],

@@ -1,4 +1,4 @@
-"""What tools/soak tells and keeps, with sessions that are not played."""
+"""What tools/soak prints and keeps, with sessions that are not played."""
 
 import contextlib
 import io
@@ -45,7 +45,7 @@ class Soak(unittest.TestCase):
                 contextlib.redirect_stdout(io.StringIO()) as printed:
             return self.main(), re.sub(r"\d+\.\d s", "(time)", printed.getvalue()).splitlines()
 
-    def test_tells_the_seed_of_each_session_and_the_sums(self):
+    def test_prints_the_seed_of_each_session_and_the_sums(self):
         sessions = [session_of(seed, 1) for seed in (5, 6)]
         self.assertEqual([0, 0], [len(found_in(session, None, self.build)) for session in sessions])
         status, lines = self.run_soak("2", "--seed", "5", "--decks", "1")
@@ -57,7 +57,7 @@ class Soak(unittest.TestCase):
     def test_first_seed_is_random_unless_it_is_given(self):
         self.assertNotEqual(self.run_soak("1", "--decks", "1")[1][0], self.run_soak("1", "--decks", "1")[1][0])
 
-    def test_difference_is_told_and_kept_so_that_it_can_be_played_again(self):
+    def test_difference_is_reported_and_kept_so_that_it_can_be_played_again(self):
         status, lines = self.run_soak("2", "--seed", "5")
         kept = self.build / "soak" / "seed-5"
         self.assertEqual(1, status)
@@ -68,7 +68,7 @@ class Soak(unittest.TestCase):
         status, lines = self.run_soak("--replay", str(kept))
         self.assertEqual((1, "1 sessions"), (status, lines[-2].split(", ")[0]))
 
-    def test_stops_at_the_first_difference_if_told_to(self):
+    def test_stops_at_the_first_difference_on_demand(self):
         _, lines = self.run_soak("9", "--seed", "5", "--stop")
         self.assertEqual("  seed 5", lines[-1])
 

@@ -8,15 +8,15 @@ import re
 from .paths import ROOT
 
 NOT_MADE_TO_FAIL = {
-    "gives back what was taken, and nothing depends on how that ends":
+    "releases something, and nothing depends on its result":
         "CloseHandle CoTaskMemFree CoUninitialize FindClose FreeLibrary FreeLibraryAndExitThread FreeSid "
         "InternetCloseHandle LocalFree RegCloseKey ReleaseMutex RpcStringFreeW SysFreeString VariantClear",
-    "tells a time, a number or a bit, and has no way to fail":
+    "returns a time, a number or a bit, and cannot fail":
         "GetCurrentProcessId GetCurrentThreadId GetLastError GetSystemTimeAsFileTime GetTickCount "
         "QueryPerformanceCounter SetLastError Sleep SysStringLen VariantInit VerSetConditionMask",
     "cuts or looks at a path in memory, and has no way to fail":
         "PathFindFileNameW PathIsRelativeW PathRemoveExtensionW PathRemoveFileSpecW",
-    "speaks to a debugger, and tells nothing":
+    "speaks to a debugger, and returns nothing":
         "DebugBreak IsDebuggerPresent OutputDebugStringA OutputDebugStringW",
     "waits without a limit, and has no way to fail":
         "AcquireSRWLockExclusive DeleteCriticalSection EnterCriticalSection InitializeCriticalSection "

@@ -1,10 +1,9 @@
-"""What the tests of the session's life cycle have in common: its start, and the pause in the settings file."""
+"""The start of a session, and the pause in the settings file."""
 
 import re
 from typing import NamedTuple, Optional
 
 from .log_lines import API, LogLine, trace
-from .outcome import Outcome
 from .session_case import call
 
 BOTH_ROADS = ("managed", "basic")
@@ -14,7 +13,7 @@ CRASH = LogLine("ERROR", API + "StartupEx",
 OPTED_IN = {"operation": "SetUserOptInInternal", "userHasOptedIn": True}
 STARTED = {"operation": "StartupInternal", "appName": "App", "howType": 6, "whyType": 3, "trackSystemInfo": False,
            "trackPrintQueueInfo": False}
-"""What the companion is told of start("App")."""
+"""The operation that start("App") causes."""
 
 
 def start(name: str, system: bool = False, queue: bool = False) -> dict:

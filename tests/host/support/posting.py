@@ -1,4 +1,4 @@
-"""What the tests of posting have in common: the lines that it logs."""
+"""The lines that posting logs, and how long it holds its caller."""
 
 import base64
 import re

@@ -47,7 +47,7 @@ class SmallDisk:
 
 @contextlib.contextmanager
 def small_disk(folder: Path) -> Iterator[SmallDisk]:
-    """In the folder's place."""
+    """Mounted on the folder."""
     folder.mkdir(parents=True, exist_ok=True)
     subprocess.run(["mount", "-t", "tmpfs", "-o", "size=64k", "lumeq", folder], check=True)
     try:

@@ -1,4 +1,4 @@
-"""Tells whether the machine itself stood still, as one does that shares its processors with others."""
+"""Detects that the machine itself stood still, as a machine does that shares its processors with others."""
 
 import threading
 import time
@@ -15,9 +15,9 @@ class Standstill:
 
     def __init__(self):
         self.seconds = 0.0
-        """The longest time that a thread which had something to do did not run."""
+        """The longest time for which a thread with work to do did not run."""
         self.in_all = 0.0
-        """Seconds: all such times."""
+        """The sum of all such times."""
         self._over = threading.Event()
         self._watch = threading.Thread(target=self._measure, daemon=True)
 
@@ -40,7 +40,7 @@ class Standstill:
 
 
 def again_if_disturbed(attempt: Callable[[], Result], seconds: float, tries: int = 5) -> Result:
-    """What `attempt` gives. Again if it fails where the machine stood still for as long as `seconds` meanwhile."""
+    """Returns what `attempt` returns. Tries again if it fails while the machine stood still for at least `seconds`."""
     with Standstill() as standstill:
         try:
             return attempt()

@@ -1,4 +1,4 @@
-"""What the tests of tasks have in common: the six pairs of exports, a good call of each, and what such a call leaves."""
+"""The six pairs of task exports, a good call of each, and what such a call leaves."""
 
 import re
 from typing import NamedTuple
@@ -7,7 +7,7 @@ from .log_lines import LogLine, error, trace
 from .outcome import record
 from .session_case import call
 
-# What stands for the values that no two runs share.
+# Placeholders for the values that differ from run to run.
 GUID = "(guid)"
 MILLISECONDS = "(ms)"
 HANDLE = "(handle)"
@@ -16,7 +16,7 @@ NULL_HANDLE = "0x0000000000000000"
 
 
 class Pair(NamedTuple):
-    """An Initiated and a Completed export. What is told of a Completed call begins behind its `taskResult`."""
+    """An Initiated and a Completed export. The fields describe the Completed call, from the argument after `taskResult` on."""
 
     name: str
     label: str
@@ -24,11 +24,11 @@ class Pair(NamedTuple):
     good: dict
     """Arguments that pass."""
     details: dict
-    """The record's fields for them, behind `task_duration`."""
+    """The record's fields for them, after `task_duration`."""
     logged: str
-    """The arguments in the log, with the name of each in the place of its text."""
+    """The arguments in the log, with the name of each instead of its text."""
     texts: dict
-    """The good arguments as they stand in the log."""
+    """The good arguments as the log shows them."""
 
 
 SCAN = Pair(
@@ -77,7 +77,7 @@ INSTALL = Pair(
     "SoftwareInstall", "task_sw_install", "app_event_task_sw_install/1.0.0",
     {"installerType": 1, "name": "setup tool.exe", "version": "1.2.3.4"},
     {"install_type": "exe", "install_name": "setup tool.exe", "install_version": "1.2.3.4"},
-    # The version stands in both kinds of quotation marks.
+    # The version is in both kinds of quotation marks.
     "installerType: {installerType}, name: \"{name}\", version: '\"{version}\"'",
     {"installerType": "exe", "name": "setup tool.exe", "version": "1.2.3.4"})
 PAIRS = (SCAN, PRINT, SEND, CONNECT, CONFIG, INSTALL)
@@ -93,7 +93,7 @@ def completed(pair: Pair, handle: str = "h", result: str = "success", **changes)
 
 
 def initiated_record(pair: Pair, **others) -> dict:
-    """Of the context, what is given is what goes beyond the task's own identifier."""
+    """`others`: the context, without the task's own identifier."""
     return _record(pair, "initiated", None, **others)
 
 

@@ -1,4 +1,4 @@
-"""Sessions of several threads over all exports. Every call that takes a text is marked in it with its thread and number."""
+"""Sessions of several threads over all exports. Every call with a text marks it with its thread and number."""
 
 import random
 from typing import Iterator
