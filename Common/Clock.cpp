@@ -2,8 +2,6 @@
 
 #include <windows.h>
 
-#include <boost/date_time/posix_time/posix_time.hpp>
-
 namespace Zuvan::Lumeq::Common {
 
 std::int64_t UtcMilliseconds() {
@@ -13,11 +11,8 @@ std::int64_t UtcMilliseconds() {
 }
 
 std::int64_t UtcMillisecondsOf(std::uint64_t fileTime) {
-    using namespace boost::posix_time;
-    static const ptime epoch = time_from_string("1970-01-01 00:00:00.000");
-    // Not Boost's own clock, because it counts seconds in 32 bits with this toolchain.
-    const FILETIME time{static_cast<DWORD>(fileTime), static_cast<DWORD>(fileTime >> 32)};
-    return (from_ftime<ptime>(time) - epoch).total_milliseconds();
+    constexpr std::int64_t Epoch = 11'644'473'600'000'000; // 1970-01-01, in microseconds since 1601-01-01
+    return (static_cast<std::int64_t>(fileTime / 10) - Epoch) / 1000;
 }
 
 std::tm UtcCalendar(std::int64_t epochSeconds) {

@@ -1,9 +1,7 @@
 #include "Common/Exceptions.h"
 
+#include "Common/Format.h"
 #include "Common/Utf.h"
-
-#include <iomanip>
-#include <sstream>
 
 namespace Zuvan::Lumeq::Common {
 
@@ -53,10 +51,8 @@ ComException::ComException(const std::wstring& message, std::int32_t hresult)
     : VestoException(message), _hresult(hresult) {}
 
 std::wstring ComException::FullMessage() const {
-    std::wostringstream text;
-    text << VestoException::FullMessage() << L"\nHRESULT: 0x" << std::hex << std::uppercase << std::setw(8)
-         << std::setfill(L'0') << static_cast<std::uint32_t>(_hresult);
-    return text.str();
+    const auto number = static_cast<std::uint32_t>(_hresult);
+    return VestoException::FullMessage() + FormatBounded(32, L"\nHRESULT: 0x%08X", number).text;
 }
 
 FileNotFoundException::FileNotFoundException(const std::wstring& path, const std::wstring& message)

@@ -3,8 +3,7 @@
 #include "Common/Clock.h"
 #include "Common/Format.h"
 
-#include <iomanip>
-#include <sstream>
+#include <algorithm>
 
 namespace Zuvan::Lumeq::Common {
 
@@ -13,6 +12,12 @@ namespace {
 void ReplaceAll(std::wstring& text, wchar_t unit, const wchar_t* replacement) {
     for (std::size_t at = text.find(unit); at != std::wstring::npos; at = text.find(unit, at))
         text.replace(at, 1, replacement);
+}
+
+std::wstring LeftAligned(std::wstring text, wchar_t fill) {
+    constexpr std::size_t Width = 8;
+    text.resize(std::max(text.size(), Width), fill);
+    return text;
 }
 
 } // namespace
@@ -44,19 +49,11 @@ std::wstring LogTimestamp(std::int64_t epochMilliseconds) {
 
 std::wstring LogLine(std::int64_t epochMilliseconds, SeverityLevel level, std::uint32_t threadId,
                      const std::wstring& functionName, const std::wstring& message) {
-    std::wostringstream line;
-    line.exceptions(std::ios::badbit); // out of memory: lose the line, do not cut it
-    // The left alignment of the severity also applies to the thread number, so its zeros are to the right of
-    // the digits. Readers of the log depend on that.
-    line << LogTimestamp(epochMilliseconds) << L' ' << std::left << std::setw(8) << SeverityText(level)
-         << L"0x" << std::hex << std::setw(8) << std::setfill(L'0') << threadId;
-    if (functionName.empty())
-        line << L" | ";
-    else
-        line << L" | <" << functionName << L"> ";
-    line << message;
-
-    std::wstring text = line.str();
+    std::wstring text = LogTimestamp(epochMilliseconds) + L' ' + LeftAligned(SeverityText(level), L' ');
+    // The zeros are to the right of the digits. Readers of the log depend on that.
+    text += L"0x" + LeftAligned(FormatBounded(16, L"%x", threadId).text, L'0');
+    text += functionName.empty() ? L" | " : L" | <" + functionName + L"> ";
+    text += message;
     ReplaceAll(text, L'\n', L"\\n");
     ReplaceAll(text, L'\r', L"\\r");
     return text;

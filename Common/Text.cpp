@@ -5,7 +5,6 @@
 #include <algorithm>
 #include <cctype>
 #include <cwctype>
-#include <locale>
 #include <vector>
 
 namespace Zuvan::Lumeq::Common {
@@ -52,10 +51,7 @@ std::wstring Rot13Wide(std::wstring text) {
 }
 
 bool IsBlank(const std::wstring& text) {
-    const std::locale& classic = std::locale::classic();
-    return std::all_of(text.begin(), text.end(), [&classic](wchar_t unit) {
-        return std::isspace(unit, classic) || std::isblank(unit, classic);
-    });
+    return std::all_of(text.begin(), text.end(), [](wchar_t unit) { return std::iswspace(unit) != 0; });
 }
 
 std::wstring ToLower(std::wstring text) {

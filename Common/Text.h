@@ -17,7 +17,7 @@ std::wstring Base64EncodeUtf8(const std::wstring& text);
 /// decides for each UTF-8 byte whether it is a letter. Throws std::range_error for an unpaired surrogate.
 std::wstring Rot13Wide(std::wstring text);
 
-/// Whether the text is empty or only white space, by the classic locale.
+/// Whether the text is empty or only white space, by the runtime's iswspace.
 bool IsBlank(const std::wstring& text);
 
 /// Lower or upper case of the whole text, unit by unit, by the runtime's towlower and towupper.

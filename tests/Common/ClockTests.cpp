@@ -2,7 +2,12 @@
 
 #include <gtest/gtest.h>
 
+#include <windows.h>
+
+#include <boost/date_time/posix_time/posix_time.hpp>
+
 #include <chrono>
+#include <random>
 #include <vector>
 
 namespace Zuvan::Lumeq::Common {
@@ -12,6 +17,13 @@ namespace {
 /// From the year to the second, with month 1 as the first.
 std::vector<int> FieldsOf(const std::tm& time) {
     return {time.tm_year + 1900, time.tm_mon + 1, time.tm_mday, time.tm_hour, time.tm_min, time.tm_sec};
+}
+
+std::int64_t BoostMillisecondsOf(std::uint64_t fileTime) {
+    using namespace boost::posix_time;
+    static const ptime epoch = time_from_string("1970-01-01 00:00:00.000");
+    const FILETIME time{static_cast<DWORD>(fileTime), static_cast<DWORD>(fileTime >> 32)};
+    return (from_ftime<ptime>(time) - epoch).total_milliseconds();
 }
 
 } // namespace
@@ -38,6 +50,19 @@ TEST(UtcMillisecondsOf, GoesOnPast32BitsOfSeconds) {
 TEST(UtcMillisecondsOf, IsNegativeBefore1970) {
     EXPECT_EQ(UtcMillisecondsOf(116444735990000000), -1000);
     EXPECT_EQ(UtcMillisecondsOf(0), -11644473600000);
+}
+
+TEST(UtcMillisecondsOf, AgreesWithBoost) {
+    constexpr std::uint64_t Epoch = 116444736000000000;
+    for (std::uint64_t fileTime = Epoch - 20'000; fileTime < Epoch + 20'000; ++fileTime)
+        ASSERT_EQ(UtcMillisecondsOf(fileTime), BoostMillisecondsOf(fileTime)) << fileTime;
+    constexpr std::uint64_t LastOf9999 = 2650467743999999999;
+    ASSERT_EQ(UtcMillisecondsOf(LastOf9999), BoostMillisecondsOf(LastOf9999));
+    std::mt19937_64 random(1);
+    for (int i = 0; i < 1'000'000; ++i) {
+        const std::uint64_t fileTime = random() % LastOf9999;
+        ASSERT_EQ(UtcMillisecondsOf(fileTime), BoostMillisecondsOf(fileTime)) << fileTime;
+    }
 }
 
 TEST(UtcCalendar, SplitsTheSecondsAsTheCalendarDoes) {

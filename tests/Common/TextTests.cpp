@@ -3,6 +3,8 @@
 #include "support/RuntimeLocale.h"
 
 #include <gtest/gtest.h>
+
+#include <locale>
 #include <stdexcept>
 #include <vector>
 
@@ -72,6 +74,14 @@ TEST(IsBlank, TakesEmptyAndWhiteSpace) {
     EXPECT_TRUE(IsBlank(L"   "));
     EXPECT_TRUE(IsBlank(L" \t\r\n"));
     EXPECT_FALSE(IsBlank(L" x "));
+}
+
+TEST(IsBlank, AgreesWithTheClassicLocaleOnEveryUnit) {
+    const std::locale& classic = std::locale::classic();
+    for (unsigned number = 0; number <= 0xFFFF; ++number) {
+        const auto unit = static_cast<wchar_t>(number);
+        ASSERT_EQ(IsBlank({unit}), std::isspace(unit, classic) || std::isblank(unit, classic)) << number;
+    }
 }
 
 TEST(LetterCase, ChangesTheWholeText) {

@@ -4,7 +4,7 @@
 #include "Common/Utf.h"
 
 #include <algorithm>
-#include <locale>
+#include <cwctype>
 #include <string_view>
 
 namespace Zuvan::Lumeq::Extra::Eventing {
@@ -13,9 +13,8 @@ using Common::CompiledPattern;
 
 bool IsWhiteSpace(const wchar_t* text) {
     const std::wstring_view units(text);
-    const std::locale locale;
-    return !units.empty() && std::all_of(units.begin(), units.end(),
-                                         [&locale](wchar_t unit) { return std::isspace(unit, locale); });
+    return !units.empty() &&
+           std::all_of(units.begin(), units.end(), [](wchar_t unit) { return std::iswspace(unit) != 0; });
 }
 
 constinit const Common::Pattern urlLabelPattern = CompiledPattern<L"^(file|https?)://[^?]+$">;

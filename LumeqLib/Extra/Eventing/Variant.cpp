@@ -1,13 +1,10 @@
 #include "LumeqLib/Extra/Eventing/Variant.h"
 
-#include "Common/AsciiCharacters.h"
 #include "Common/Exceptions.h"
 #include "Common/Utf.h"
 
 #include <algorithm>
-#include <boost/format.hpp>
 #include <iterator>
-#include <locale>
 #include <memory>
 #include <set>
 #include <utility>
@@ -22,20 +19,16 @@ bool IsDefined(Variant::ValueType type) {
     return static_cast<std::uint32_t>(type) < std::size(ValueTypeNames);
 }
 
-std::wstring Substitute(const wchar_t* format, const std::wstring& argument) {
-    const std::locale locale = Common::With<Common::AsciiCharacters>(std::locale());
-    return (boost::wformat(format, locale) % argument).str();
-}
-
 void RequireDefined(Variant::ValueType type, const wchar_t* paramName) {
     if (!IsDefined(type))
         throw Common::ArgumentOutOfRangeException(paramName, L"Undefined Variant::ValueType",
                                                   std::to_wstring(static_cast<std::int32_t>(type)));
 }
 
-void RequireType(Variant::ValueType actual, Variant::ValueType expected, const wchar_t* format) {
+void RequireType(Variant::ValueType actual, Variant::ValueType expected) {
     if (actual != expected)
-        throw Common::InvalidOperationException(Substitute(format, ValueTypeNameWide(actual)));
+        throw Common::InvalidOperationException(L"Expected type: " + ValueTypeNameWide(expected) +
+                                                L", Actual type: " + ValueTypeNameWide(actual));
 }
 
 template <class Map>
@@ -112,14 +105,14 @@ Variant& Variant::Hold(Value&& value, ValueType type) {
 }
 
 const std::wstring& Variant::AsString() const {
-    RequireType(_type, ValueType::String, L"Expected type: String, Actual type: %1%");
+    RequireType(_type, ValueType::String);
     return *static_cast<const std::wstring*>(_value);
 }
 
 std::wstring& Variant::AsString() { return const_cast<std::wstring&>(std::as_const(*this).AsString()); }
 
 const Variant::StringListType& Variant::AsStringList() const {
-    RequireType(_type, ValueType::StringList, L"Expected type: StringList, Actual type: %1%");
+    RequireType(_type, ValueType::StringList);
     return *static_cast<const StringListType*>(_value);
 }
 
@@ -128,7 +121,7 @@ Variant::StringListType& Variant::AsStringList() {
 }
 
 const Variant::DictionaryType& Variant::AsDictionary() const {
-    RequireType(_type, ValueType::Dictionary, L"Expected type: Dictionary, Actual type: %1%");
+    RequireType(_type, ValueType::Dictionary);
     return *static_cast<const DictionaryType*>(_value);
 }
 
@@ -174,8 +167,8 @@ void AddStringDictionary(Dictionary& target, const StringDictionary& stringDicti
                                        [&](const auto& entry) { return target.contains(entry.first); });
     if (hasDuplicates)
         throw Common::ArgumentException(L"stringDictionary",
-                                        Substitute(L"Contains one or more duplicate keys: %1%",
-                                                   JoinStrings(CommonKeys(target, stringDictionary), L", ")));
+                                        L"Contains one or more duplicate keys: " +
+                                            JoinStrings(CommonKeys(target, stringDictionary), L", "));
     for (const auto& [key, value] : stringDictionary)
         target[key] = value;
 }

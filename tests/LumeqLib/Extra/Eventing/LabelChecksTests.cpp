@@ -4,6 +4,7 @@
 #include "support/SmallStack.h"
 #include "tests/LumeqLib/Extra/Eventing/EventingSupport.h"
 
+#include <locale>
 #include <stdexcept>
 #include <vector>
 
@@ -44,6 +45,13 @@ TEST(WhiteSpaceCheck, NeedsEveryCharacter) {
 }
 
 TEST(WhiteSpaceCheck, KnowsTheSpacesBeyondAscii) { EXPECT_TRUE(IsWhiteSpace(L"\u00a0\u2003\u3000")); }
+
+TEST(WhiteSpaceCheck, AgreesWithTheClassicLocaleOnEveryUnit) {
+    for (unsigned number = 1; number <= 0xFFFF; ++number) {
+        const wchar_t text[] = {static_cast<wchar_t>(number), L'\0'};
+        ASSERT_EQ(IsWhiteSpace(text), std::isspace(text[0], std::locale::classic())) << number;
+    }
+}
 
 TEST(UrlCheck, TakesThreeSchemesAndAnythingBehind) {
     ExpectAccepted(IsValidUrl, {L"http://a", L"https://example.test/a/b#c", L"file:///C:/a b.txt",

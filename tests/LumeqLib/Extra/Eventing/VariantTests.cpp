@@ -5,7 +5,10 @@
 
 #include <windows.h>
 
+#include <boost/format.hpp>
+
 #include <malloc.h>
+#include <random>
 #include <utility>
 
 namespace Zuvan::Lumeq::Extra::Eventing {
@@ -424,6 +427,25 @@ TEST(AddStringDictionary, TellsAPercentSignInAKeyAsItStands) {
                   AddStringDictionary(target, {{L"100%1%", L"x"}});
               }),
               L"Contains one or more duplicate keys: 100%1%\nParameter name: stringDictionary");
+}
+
+TEST(AddStringDictionary, SubstitutesKeysAsBoostDoes) {
+    constexpr wchar_t Units[] = L"%1%|-+ 0*.$sdn2\x6F22\xD83D\xDE00\0";
+    std::mt19937 random(1);
+    for (int i = 0; i < 20'000; ++i) {
+        std::wstring key(random() % 8, L'%');
+        for (wchar_t& unit : key)
+            unit = Units[random() % (std::size(Units) - 1)];
+        Dictionary target = OneField(key.c_str(), L"");
+        std::wstring thrown;
+        try {
+            AddStringDictionary(target, {{key, L"x"}});
+        } catch (const Common::ArgumentException& refused) {
+            thrown = refused.FullMessage();
+        }
+        ASSERT_EQ(thrown, (boost::wformat(L"Contains one or more duplicate keys: %1%") % key).str() +
+                              L"\nParameter name: stringDictionary");
+    }
 }
 
 TEST(AddStringDictionary, KeysThatDifferInLetterCaseAreDifferent) {
