@@ -12,12 +12,9 @@
 #include <array>
 #include <atomic>
 #include <cstdio>
-#include <filesystem>
-#include <fstream>
 #include <memory>
 #include <shlobj.h>
 #include <shlwapi.h>
-#include <system_error>
 
 namespace Zuvan::Lumeq::Common {
 
@@ -133,17 +130,18 @@ const std::wstring& TargetPath(const LogPaths& paths, SeverityLevel level) {
 /// `line` includes its line end, so that both are one write: a process that died between two writes would
 /// leave a line that the next one continues. A file that cannot be opened or written silently loses the whole
 /// line: the part of it that a full disk still took would spoil the next line.
-void AppendLine(const std::filesystem::path& path, const std::string& line) {
-    std::ofstream file(path, std::ios::out | std::ios::app | std::ios::ate | std::ios::binary);
-    if (!file)
+void AppendLine(const std::wstring& path, const std::string& line) {
+    const UniqueFile file(CreateFileW(path.c_str(), GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE,
+                                      nullptr, OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr));
+    LARGE_INTEGER end{};
+    if (!file || !SetFilePointerEx(file.Get(), {}, &end, FILE_END))
         return;
-    const std::streamoff size = file.tellp();
-    if (file << line << std::flush)
+    DWORD written = 0;
+    if (WriteFile(file.Get(), line.data(), static_cast<DWORD>(line.size()), &written, nullptr) &&
+        written == line.size())
         return;
-    file.close();
-    std::error_code ignored;
-    if (size >= 0)
-        std::filesystem::resize_file(path, static_cast<std::uintmax_t>(size), ignored);
+    if (SetFilePointerEx(file.Get(), end, nullptr, FILE_BEGIN))
+        SetEndOfFile(file.Get());
 }
 
 void WriteToFiles(const LogPaths& paths, SeverityLevel level, const std::string& line,

@@ -116,11 +116,12 @@ TEST_F(LoggerTest, UnpairedSurrogateCostsOnlyItself) {
 TEST_F(LoggerTest, LineAndItsEndAreOneWrite) {
     StartLogging("debug");
     static std::vector<std::string> writes;
-    const ImportedFunction<int(int, const void*, unsigned)> watched(
-        "msvcrt.dll", "_write", [](int file, const void* content, unsigned size) {
+    const ImportedFunction<decltype(::WriteFile)> watched(
+        "kernel32.dll", "WriteFile",
+        [](HANDLE file, const void* content, DWORD size, DWORD* written, OVERLAPPED* overlapped) {
             writes.emplace_back(static_cast<const char*>(content), size);
-            return Testing::RealFunction<int(int, const void*, unsigned)>("msvcrt.dll",
-                                                                          "_write")(file, content, size);
+            return Testing::RealFunction<decltype(::WriteFile)>("kernel32.dll", "WriteFile")(
+                file, content, size, written, overlapped);
         });
     for (const std::size_t length : {1, 300, 600, 1500, 4095}) {
         writes.clear();

@@ -113,6 +113,7 @@ const PlatformCall Calls[] = {
     Fails([] {}, Choice, Kernel, "MoveFileExW", &MoveFileExW, FALSE, ERROR_DISK_FULL),
     Fails([] {}, Start, Kernel, "OpenThread", &OpenThread, nullptr),
     Fails([] {}, Choice, Kernel, "ReadFile", &::ReadFile, FALSE, ERROR_READ_FAULT),
+    Fails([] {}, Line, Kernel, "SetFilePointerEx", &SetFilePointerEx, FALSE),
     Fails([] {}, Start, Kernel, "VerifyVersionInfoW", &VerifyVersionInfoW, FALSE, ERROR_OLD_WIN_VERSION),
     Fails([] {}, StartWithoutLog, Kernel, "WaitForSingleObject", &WaitForSingleObject, WAIT_FAILED),
     Fails([] {}, Choice, Kernel, "WriteFile", &::WriteFile, FALSE, ERROR_DISK_FULL),
