@@ -156,6 +156,8 @@ void WriteToFiles(const LogPaths& paths, SeverityLevel level, const std::string&
 
 void WriteSerialized(const LogPaths& paths, SeverityLevel level, const std::string& line,
                      const std::wstring& message) {
+    // Opened for each line. A mutex whose owner was killed vanishes with its last handle; a handle kept open
+    // would let it cost another process a line.
     UniqueKernelObject mutex(CreateMutexW(nullptr, FALSE, MutexName));
     const DWORD waited = WaitForSingleObject(mutex.Get(), MutexWaitMilliseconds);
     if (waited != WAIT_OBJECT_0) {

@@ -23,6 +23,10 @@ std::wstring localSubfolder;
 
 namespace {
 
+/// FOLDERID_ProgramData. That one is in the toolchain's libuuid, a single object: using one GUID of it costs
+/// the 40 KB of all.
+constexpr KNOWNFOLDERID ProgramDataFolder = {
+    0x62ab5d82, 0xfdc1, 0x4dc3, {0xa9, 0xdd, 0x07, 0x0d, 0x1d, 0x49, 0x5d, 0x97}};
 constexpr wchar_t FactorySuffix[] = L".LumeqConfig.xml";
 constexpr wchar_t FactoryName[] = L"LumeqConfig.xml";
 constexpr wchar_t LocalName[] = L"LumeqLocalSettings.xml";
@@ -77,7 +81,7 @@ std::wstring FindKnownFolder(const AllUsersFolderSystem& system) {
     if (!getKnownFolderPath)
         throw VestoException(L"Unable to get address of SHGetKnownFolderPath function");
     wchar_t* path = nullptr;
-    const HRESULT result = getKnownFolderPath(FOLDERID_ProgramData, 0, nullptr, &path);
+    const HRESULT result = getKnownFolderPath(ProgramDataFolder, 0, nullptr, &path);
     const std::unique_ptr<wchar_t, decltype(&CoTaskMemFree)> owner(path, &CoTaskMemFree);
     if (FAILED(result))
         throw VestoException(L"Call to SHGetKnownFolderPath failed");

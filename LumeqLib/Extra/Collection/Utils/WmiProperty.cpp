@@ -34,8 +34,8 @@ bool StepSucceeded(HRESULT result, const wchar_t* step) {
 }
 
 HRESULT CreateLocator(const WmiEntryPoints& entryPoints, IWbemLocatorPtr& locator) {
-    return entryPoints.createInstance(CLSID_WbemLocator, nullptr, CLSCTX_INPROC_SERVER, IID_IWbemLocator,
-                                      reinterpret_cast<void**>(&locator));
+    return entryPoints.createInstance(__uuidof(WbemLocator), nullptr, CLSCTX_INPROC_SERVER,
+                                      __uuidof(IWbemLocator), reinterpret_cast<void**>(&locator));
 }
 
 HRESULT Connect(IWbemLocator& locator, IWbemServicesPtr& services) {

@@ -430,13 +430,13 @@ TEST(AddStringDictionary, TellsAPercentSignInAKeyAsItStands) {
 }
 
 TEST(AddStringDictionary, SubstitutesKeysAsBoostDoes) {
-    constexpr wchar_t Units[] = L"%1%|-+ 0*.$sdn2\x6F22\xD83D\xDE00\0";
+    constexpr wchar_t Units[] = L"%1%|-+ 0*.$sdn2\x6F22";
     std::mt19937 random(1);
     for (int i = 0; i < 20'000; ++i) {
         std::wstring key(random() % 8, L'%');
         for (wchar_t& unit : key)
             unit = Units[random() % (std::size(Units) - 1)];
-        Dictionary target = OneField(key.c_str(), L"");
+        Dictionary target = OneField(key, L"");
         std::wstring thrown;
         try {
             AddStringDictionary(target, {{key, L"x"}});
