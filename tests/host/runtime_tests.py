@@ -38,12 +38,10 @@ class Runtime(SessionTestCase):
 
     def test_library_works_in_a_process_that_has_no_slot_and_for_a_while_no_memory_to_give(self):
         library = str(BUILD / "Lumeq.dll")
-        self.assertEqual((0, ["undisturbed 1, answered 1 1, threw 10, gone 1, more blocks 0"] * 3),
-                         self.run_program("lumeq-without-slots.exe", library, "after"))
-        # The system's own wininet.dll needs a slot to load: the host gets the error and goes on.
-        error_dll_init_failed = 1114
-        self.assertEqual((0, [f"cannot be loaded: {error_dll_init_failed}"]),
-                         self.run_program("lumeq-without-slots.exe", library, "before"))
+        for when in ("after", "before"):
+            with self.subTest(when):
+                self.assertEqual((0, ["undisturbed 1, answered 1 1, threw 10, gone 1, more blocks 0"] * 3),
+                                 self.run_program("lumeq-without-slots.exe", library, when))
 
 
 if __name__ == "__main__":
