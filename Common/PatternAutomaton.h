@@ -5,7 +5,7 @@
 
 namespace Zuvan::Lumeq::Common {
 
-/// Symbols that no position of a pattern tells apart are of one class.
+/// Symbols that every position of a pattern treats alike form one class.
 inline constexpr std::size_t MostClasses = 24;
 
 struct SymbolClasses {

@@ -202,7 +202,7 @@ private:
         }
         if (last < first)
             throw "a range ends before it begins";
-        // Beyond ASCII only the control characters can be told apart, all of them or none.
+        // Beyond ASCII a pattern distinguishes only the control characters, all of them together.
         if (last == LastControl && first <= FirstControl) {
             AddAllWith(Control, set);
             last = FirstControl - 1;

@@ -1,4 +1,4 @@
-// The characters that a pattern can tell apart.
+// The characters that a pattern can distinguish.
 #pragma once
 
 #include <cstddef>

@@ -17,7 +17,7 @@ struct EveryCall {
 /// With good arguments.
 const std::vector<EveryCall>& FullCalls();
 
-/// With a null in the place of every text, struct and array.
+/// With null instead of every text, struct and array.
 const std::vector<EveryCall>& NullCalls();
 
 /// Ends the task of the last full call, in case that call did not.

@@ -20,7 +20,7 @@ TEST_P(EveryManagedException, DisturbsNobody) {
         run.Call(exported.accepted);
         run.ExpectUndisturbed(exported.accepted);
     };
-    callAndClose(); // What the first call makes for good is there.
+    callAndClose(); // Allocates what stays for the life of the process.
     for (const wchar_t* const kind : {L"managed4", L"managed2"}) {
         LetCompanionRaise(kind);
         callAndClose();

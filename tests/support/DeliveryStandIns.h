@@ -25,7 +25,8 @@ void PlaceCompanion(const std::filesystem::path& folder);
 /// The same with a companion that lacks the operation FlushInternal.
 void PlaceCompanionWithoutFlush(const std::filesystem::path& folder);
 
-/// From now on every operation raises: one of the kinds that ScriptedCompanion.h names; null for nothing.
+/// From now on every operation raises: one of the kinds that ScriptedCompanion.h names; null to raise
+/// nothing.
 void LetCompanionRaise(const wchar_t* kind);
 
 /// The calls that reached the companion library; none if it is not loaded.

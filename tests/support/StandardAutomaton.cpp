@@ -103,7 +103,7 @@ StandardAutomaton::States StandardAutomaton::Following(const States& closure, wc
 }
 
 std::optional<std::wstring> StandardAutomaton::FirstDifference(const Common::PatternRows& rows) const {
-    // One of each kind that neither of the two tells apart.
+    // One of each kind that both treat alike.
     using Kind = std::pair<unsigned, std::size_t>;
     std::map<Kind, wchar_t> kinds;
     std::optional<Kind> previous;

@@ -40,8 +40,8 @@ void RaiseAsScripted() {
         throw 42;
 }
 
-/// As the managed runtime does with what managed code has not caught; 0 for nothing. A frame that such an
-/// exception leaves keeps what it owns.
+/// As the managed runtime does with what managed code has not caught; 0 to raise nothing. A frame that such
+/// an exception leaves keeps what it owns.
 DWORD ManagedCodeOfScript() {
     const std::wstring script = Script();
     return script == L"managed4" ? 0xE0434352 : script == L"managed2" ? 0xE0434F4D : 0;
