@@ -198,6 +198,34 @@ TEST_F(LoggerTest, AllocationThatFailsForALineIsReportedAndTheCallerGoesOn) {
     EXPECT_THAT(LogLines(machine.LogFile()), IsEmpty());
 }
 
+TEST_F(LoggerTest, FailureUnderTheMutexIsReportedAndTheMutexReleasedAndClosed) {
+    StartLogging("debug");
+    static UniqueKernelObject mutex; // The mutex that the line uses, under another handle.
+    const std::uintptr_t before = NextHandle();
+    const Testing::DebuggerStandIn debugger;
+    {
+        const ImportedFunction<decltype(CreateFileW)> failing(
+            "kernel32.dll", "CreateFileW",
+            [](LPCWSTR, DWORD, DWORD, SECURITY_ATTRIBUTES*, DWORD, DWORD, HANDLE) -> HANDLE {
+                throw std::bad_alloc();
+            });
+        const ImportedFunction<decltype(CreateMutexW)> duplicated(
+            "kernel32.dll", "CreateMutexW", [](SECURITY_ATTRIBUTES* security, BOOL owned, LPCWSTR) {
+                const HANDLE made = MakeMutex(security, owned, nullptr);
+                EXPECT_TRUE(DuplicateHandle(GetCurrentProcess(), made, GetCurrentProcess(), mutex.Receive(),
+                                            0, FALSE, DUPLICATE_SAME_ACCESS));
+                return made;
+            });
+        Log(SeverityLevel::DEBUG, L"lost");
+    }
+    EXPECT_EQ(debugger.Output(), "ERROR: Unable to write log information to file: std::bad_alloc\n");
+    EXPECT_EQ(debugger.Breaks(), 1);
+    std::thread([] { EXPECT_EQ(WaitForSingleObject(mutex.Get(), 0), 0U); }).join();
+    mutex.Reset();
+    EXPECT_EQ(NextHandle(), before);
+    EXPECT_THAT(LogLines(machine.LogFile()), IsEmpty());
+}
+
 TEST_F(LoggerTest, NoMemoryIsNeededUnderTheMutexWhichIsReleasedAndClosed) {
     StartLogging("debug");
     static std::optional<Testing::FailingAllocation> failing;
