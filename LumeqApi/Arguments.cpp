@@ -19,7 +19,10 @@ void AppendToTrace(std::wstring& line, const wchar_t* label, const std::wstring&
 
 bool RefuseArgument(const Call& call, const wchar_t* kind, const wchar_t* name, std::wstring_view value,
                     int line) {
-    return call.Refuse(std::wstring(L"invalid ") + kind + L" " + name + L" arg: " + QuoteArg(value), line);
+    std::wstring detail;
+    if (Common::IsLogged(Common::SeverityLevel::ERROR))
+        detail = std::wstring(L"invalid ") + kind + L" " + name + L" arg: " + QuoteArg(value);
+    return call.Refuse(detail, line);
 }
 
 } // namespace Zuvan::Lumeq::API

@@ -150,7 +150,7 @@ void Trace(const Call& call, const Row& row) {
 
 /// Runs the body if the arguments are accepted, which are traced first. Else the result is value-initialised.
 template <class... Rows, class Body>
-auto RunExport(const ExportName& name, const Arguments<Rows...>& arguments, Body body) {
+auto RunExport(ExportName name, const Arguments<Rows...>& arguments, Body body) {
     using Result = std::invoke_result_t<Body, const Call&>;
     return RunExport(name, [&](const Call& call) -> Result {
         Trace(call, arguments);

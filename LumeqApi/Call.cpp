@@ -4,11 +4,17 @@
 #include "Common/HostFile.h"
 #include "Common/Utf.h"
 
+#include <cwchar>
+
 namespace Zuvan::Lumeq::API {
 
 using Common::SeverityLevel;
 
 ApiMutex ApiLock;
+
+QualifiedName::QualifiedName(ExportName name) noexcept {
+    std::wcscat(std::wcscpy(_text, Namespace), name.Plain());
+}
 
 void ReportValidationError(const wchar_t* title, const std::wstring& detail, const wchar_t* function,
                            int line) {
@@ -22,20 +28,21 @@ void ReportValidationError(const wchar_t* title, const std::wstring& detail, con
 }
 
 bool Call::Refuse(const std::wstring& detail, int line) const {
-    ReportValidationError(L"Validation failed", detail, _name, line);
+    ReportValidationError(L"Validation failed", detail, QualifiedName(_name).Text(), line);
     return false;
 }
 
-void ReportException(const ExportName& name, const std::exception& exception) noexcept {
+void ReportException(ExportName name, const std::exception& exception) noexcept {
     try {
-        ReportValidationError(L"Exception", Common::WidenLossy(exception.what()), name.Text(), __LINE__);
+        ReportValidationError(L"Exception", Common::WidenLossy(exception.what()), QualifiedName(name).Text(),
+                              __LINE__);
     } catch (...) {
     }
 }
 
-void ReportUnknownException(const ExportName& name) noexcept {
+void ReportUnknownException(ExportName name) noexcept {
     try {
-        ReportValidationError(L"Unknown exception", L"???", name.Text(), __LINE__);
+        ReportValidationError(L"Unknown exception", L"???", QualifiedName(name).Text(), __LINE__);
     } catch (...) {
     }
 }

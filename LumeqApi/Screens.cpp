@@ -66,7 +66,7 @@ void PostScreen(const ScreenArguments& screen, const ContextArguments& context) 
     });
 }
 
-void PostClick(const ExportName& name, ObjectFactory makeObject, const ControlArguments& control,
+void PostClick(ExportName name, ObjectFactory makeObject, const ControlArguments& control,
                const ContextArguments& context, const wchar_t* mark) {
     // Readers of the log look for "controName".
     RunExport(name, Arguments{Rows(control, L"controName"), context.Rows()}, [&](const Call&) {
@@ -83,8 +83,8 @@ void PostCheckbox(unsigned char isChecked, const ControlArguments& control, cons
     });
 }
 
-void PostAd(const ExportName& name, EventFactory makeEvent, const AdArguments& ad,
-            const ControlArguments& control, const ContextArguments& context) {
+void PostAd(ExportName name, EventFactory makeEvent, const AdArguments& ad, const ControlArguments& control,
+            const ContextArguments& context) {
     RunExport(name, Arguments{Rows(ad), Rows(control), context.Rows()}, [&](const Call&) {
         PostObjectEvent(
             [&] {

@@ -44,11 +44,11 @@ using EventFactory = Extra::Eventing::EventingEvent (*)(const Extra::Eventing::E
 
 /// Each is the whole of an export.
 void PostScreen(const ScreenArguments& screen, const ContextArguments& context);
-void PostClick(const ExportName& name, ObjectFactory makeObject, const ControlArguments& control,
+void PostClick(ExportName name, ObjectFactory makeObject, const ControlArguments& control,
                const ContextArguments& context, const wchar_t* mark = ControlMark);
 void PostCheckbox(unsigned char isChecked, const ControlArguments& control, const ContextArguments& context);
-void PostAd(const ExportName& name, EventFactory makeEvent, const AdArguments& ad,
-            const ControlArguments& control, const ContextArguments& context);
+void PostAd(ExportName name, EventFactory makeEvent, const AdArguments& ad, const ControlArguments& control,
+            const ContextArguments& context);
 void PostUrl(const std::wstring& url, const ContextArguments& context);
 
 } // namespace Zuvan::Lumeq::API

@@ -8,9 +8,19 @@ namespace Zuvan::Lumeq::API {
 
 using namespace Extra::Eventing;
 
-TaskHandle InitiateTask(const ExportName& name, TaskFactory makeTask, const ContextArguments& context) {
+namespace {
+
+/// The task copies the context to the heap, because a task can stay open long after its event.
+std::unique_ptr<EventingTask> MakeTask(TaskFactory makeTask, const ContextArguments& context) {
+    return makeTask(Common::InRecordMemory(
+        [&] { return MakeEventContext(context.localContext, context.globalContext); }));
+}
+
+} // namespace
+
+TaskHandle InitiateTask(ExportName name, TaskFactory makeTask, const ContextArguments& context) {
     return RunExport(name, context.Rows(), [&](const Call&) {
-        auto task = makeTask(MakeEventContext(context.localContext, context.globalContext));
+        auto task = MakeTask(makeTask, context);
         PostEvent([&] { return task->Initiated(); });
         return reinterpret_cast<TaskHandle>(task.release()); // the host owns it until it is completed
     });

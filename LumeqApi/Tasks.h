@@ -18,7 +18,7 @@ using TaskFactory =
     std::unique_ptr<Extra::Eventing::EventingTask> (*)(const Extra::Eventing::Dictionary& context);
 
 /// The whole of an Initiated export.
-TaskHandle InitiateTask(const ExportName& name, TaskFactory makeTask, const ContextArguments& context);
+TaskHandle InitiateTask(ExportName name, TaskFactory makeTask, const ContextArguments& context);
 
 /// The handle in the host's variable, which must not be null. The address of the variable is not checked.
 struct OpenHandle {
@@ -72,7 +72,7 @@ void EndTask(TaskHandle& taskHandle, const std::wstring& taskResult,
 /// signature and of the constructor of `Details`. A failure leaves the task and the host's variable as they
 /// were.
 template <class Details, class... Rows>
-void CompleteTask(const ExportName& name, TaskHandle* taskHandle, const std::wstring& taskResult,
+void CompleteTask(ExportName name, TaskHandle* taskHandle, const std::wstring& taskResult,
                   const Rows&... rows) {
     const Arguments arguments{OpenHandle{taskHandle}, Required{L"taskResult", taskResult, taskResultPattern},
                               rows...};
