@@ -3,7 +3,9 @@
 // `run` in this folder starts this program once for each combination.
 #include "bench/Calls.h"
 #include "bench/Measure.h"
+#include "bench/Memory.h"
 #include "bench/PatternCosts.h"
+#include "bench/Threads.h"
 
 #include <cstdio>
 #include <exception>
@@ -47,6 +49,12 @@ void MeasureStart() {
     Report("StartupEx", "first", MicrosecondsOnce(Start(library)));
 }
 
+void MeasureContention() {
+    Library library;
+    library.Load();
+    MeasureThreads(library);
+}
+
 void MeasureLoading() {
     Library library;
     const auto load = [&] { library.Load(); };
@@ -63,6 +71,12 @@ const std::map<std::string, std::function<void()>> Measurements = {
     {"refused", [] { MeasureCalls(RefusedEvents); }},
     {"long", [] { MeasureCalls(LongTexts); }},
     {"tasks", [] { MeasureCalls(TaskCalls); }},
+    {"session", [] { MeasureCalls(SessionCalls); }},
+    {"starts", [] { MeasureCalls(StartCalls); }},
+    {"contexts", [] { MeasureCalls(GrowingContexts); }},
+    {"texts", [] { MeasureCalls(GrowingTexts); }},
+    {"threads", MeasureContention},
+    {"memory", MeasureMemory},
     {"opt-in", MeasureOptIn},
     {"start", MeasureStart},
     {"loading", MeasureLoading},
@@ -72,9 +86,9 @@ const std::map<std::string, std::function<void()>> Measurements = {
 int Run(const std::string& what) {
     const auto found = Measurements.find(what);
     if (found == Measurements.end()) {
-        std::fputs(
-            "usage: lumeq-bench accepted | refused | long | tasks | opt-in | start | loading | patterns\n",
-            stderr);
+        std::fputs("usage: lumeq-bench WHAT, where WHAT is one of:\n", stderr);
+        for (const auto& [name, measurement] : Measurements)
+            std::fprintf(stderr, "  %s\n", name.c_str());
         return 2;
     }
     try {

@@ -10,6 +10,8 @@ namespace LumeqBench {
 
 namespace {
 
+// Longer than what the start of a process leaves running beside it, such as Wine's services.
+constexpr double WarmUpMicroseconds = 500'000;
 // Short enough that most batches see no switch to another process.
 constexpr double BatchMicroseconds = 1'000;
 constexpr int FewestRounds = 5;
@@ -35,7 +37,13 @@ double MicrosecondsOfBatch(const Action& action, int calls) {
     });
 }
 
-/// Finding the batch size also warms up. A single long batch may have been interrupted, so it does not count.
+void WarmUp(const std::vector<Action>& actions) {
+    for (double total = 0; total < WarmUpMicroseconds;)
+        for (const Action& action : actions)
+            total += MicrosecondsOnce(action);
+}
+
+/// A single long batch may have been interrupted, so it does not count.
 int CallsPerBatch(const Action& action) {
     int calls = 1;
     for (int longBatches = 0; longBatches < 3;) {
@@ -65,6 +73,7 @@ std::vector<double> Medians(const std::vector<std::vector<double>>& samples) {
 } // namespace
 
 std::vector<double> MicrosecondsPerCall(const std::vector<Action>& actions) {
+    WarmUp(actions);
     std::vector<int> calls;
     for (const Action& action : actions)
         calls.push_back(CallsPerBatch(action));

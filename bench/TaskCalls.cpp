@@ -83,63 +83,13 @@ Call Install(const Library& library) {
     });
 }
 
-Call Identify(const Library& library) {
-    const auto getBiid = Export<decltype(API::GetBiid)>(library, "GetBiid");
-    static const std::string deviceUuid = "1c852a4d-b800-1f08-abcd-3c52821f9ab0";
-    return {"GetBiid", [=] {
-                std::wstring biid;
-                getBiid(deviceUuid, biid);
-            }};
-}
-
-Call Discover(const Library& library, const char* name, std::size_t count) {
-    const auto track = Export<decltype(API::TrackDiscoveredPrintersEx)>(library, "TrackDiscoveredPrintersEx");
-    const API::StringDictionary printer = {
-        {L"dev_biid", L"0123456789abcdef0123456789abcdef0123456789abcdef0123456789abcdef"},
-        {L"dev_modelname", L"Tarvik 3000"},
-        {L"dev_connection", L"wifi"}};
-    const API::DiscoveredDeviceList printers(count, {nullptr, printer});
-    return {name, [=] { track(printers); }};
-}
-
 } // namespace
 
 std::vector<Call> TaskCalls(const Library& library) {
     return {
-        {"StartupEx without the message", Start(library)},
-        Scan(library),
-        Print(library),
-        SendFile(library),
-        Connect(library),
-        Configure(library),
-        Install(library),
-        Identify(library),
-        Discover(library, "TrackDiscoveredPrintersEx, 1 device", 1),
-        Discover(library, "TrackDiscoveredPrintersEx, 10 devices", 10),
-        Discover(library, "TrackDiscoveredPrintersEx, 100 devices", 100),
+        Scan(library),    Print(library),     SendFile(library),
+        Connect(library), Configure(library), Install(library),
     };
-}
-
-std::vector<Call> OptInCalls(const Library& library) {
-    const auto setOptIn = Export<decltype(API::SetUserOptInEx)>(library, "SetUserOptInEx");
-    const auto getOptIn = Export<decltype(API::GetUserOptInEx)>(library, "GetUserOptInEx");
-    const auto pause = Export<decltype(API::Pause)>(library, "Pause");
-    const auto resume = Export<decltype(API::Resume)>(library, "Resume");
-    return {
-        {"SetUserOptInEx", [=] { setOptIn(true); }},
-        {"GetUserOptInEx", [=] { getOptIn(); }},
-        {"Pause and Resume",
-         [=] {
-             pause();
-             resume();
-         }},
-    };
-}
-
-Action Start(const Library& library) {
-    const auto startup = Export<decltype(API::StartupEx)>(library, "StartupEx");
-    static const std::wstring appName = L"Scan Station";
-    return [=] { startup(appName, API::WhyType::start_app, API::HowType::startmenu_shortcut, true, false); };
 }
 
 } // namespace LumeqBench
