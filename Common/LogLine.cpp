@@ -2,6 +2,7 @@
 
 #include "Common/Clock.h"
 #include "Common/Format.h"
+#include "Common/Text.h"
 
 #include <algorithm>
 
@@ -35,7 +36,7 @@ std::wstring SeverityText(SeverityLevel level) {
     case SeverityLevel::DEBUG:
         return L"DEBUG";
     }
-    return L"[Undefined SeverityLevel value: " + std::to_wstring(static_cast<std::int32_t>(level)) + L"]";
+    return L"[Undefined SeverityLevel value: " + DecimalText(static_cast<std::int32_t>(level)) + L"]";
 }
 
 std::wstring LogTimestamp(std::int64_t epochMilliseconds) {

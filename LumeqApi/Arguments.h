@@ -7,6 +7,7 @@
 #pragma once
 
 #include "Common/Pattern.h"
+#include "Common/Text.h"
 #include "LumeqApi/Call.h"
 #include "LumeqApi/Enumerations.h"
 #include "LumeqApi/Patterns.h"
@@ -29,7 +30,7 @@ std::wstring QuoteArg(std::wstring_view text);
 std::wstring CountArg(const StringDictionary* dictionary);
 template <class Container>
 std::wstring CountArg(const Container& container) {
-    return L"[" + std::to_wstring(container.size()) + L" item(s)]";
+    return L"[" + Common::DecimalText(container.size()) + L" item(s)]";
 }
 
 /// How each type of argument looks in the log.
@@ -40,8 +41,8 @@ inline std::wstring Render(const StringDictionary& dictionary) { return CountArg
 inline std::wstring Render(const ScanFeatureMap& features) { return CountArg(features); }
 inline std::wstring Render(const DiscoveredDeviceList& devices) { return CountArg(devices); }
 inline std::wstring Render(bool flag) { return flag ? L"1" : L"0"; }
-inline std::wstring Render(unsigned char byte) { return std::to_wstring(byte); }
-inline std::wstring Render(std::int32_t number) { return std::to_wstring(number); }
+inline std::wstring Render(unsigned char byte) { return Common::DecimalText(byte); }
+inline std::wstring Render(std::int32_t number) { return Common::DecimalText(number); }
 template <class Enumeration>
 requires std::is_enum_v<Enumeration> std::wstring Render(Enumeration value) { return ApiText(value); }
 

@@ -2,6 +2,7 @@
 
 #include "Common/Debugger.h"
 #include "Common/HostFile.h"
+#include "Common/Text.h"
 #include "Common/Utf.h"
 
 #include <cwchar>
@@ -20,7 +21,7 @@ void ReportValidationError(const wchar_t* title, const std::wstring& detail, con
                            int line) {
     if (Common::IsLogged(SeverityLevel::ERROR)) {
         const std::wstring message = std::wstring(title) + L" in " + function + L": " + detail +
-                                     L". LumeqApi(" + std::to_wstring(line) + L")";
+                                     L". LumeqApi(" + Common::DecimalText(line) + L")";
         Common::LogMessage(SeverityLevel::ERROR, L"LumeqApi", line, nullptr, L"%s: %s",
                            Common::GetExecutableName().c_str(), message.c_str());
     }

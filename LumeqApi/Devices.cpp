@@ -1,5 +1,6 @@
 #include "LumeqApi/Devices.h"
 
+#include "Common/RecordMemory.h"
 #include "Common/Text.h"
 #include "LumeqLib/Extra/Collection/DeviceIdentifier.h"
 #include "LumeqShim/LumeqNativeShim.h"
@@ -26,7 +27,8 @@ const std::wstring& FieldAt(const StringDictionary& fields, const wchar_t* key) 
 }
 
 void PostDiscoveredDevice(const Call& call, const DiscoveredDevice& device) {
-    const StringDictionary information = device.information;
+    const auto information =
+        Common::InRecordMemory([&device] { return StringDictionary(device.information); });
     if (information.empty()) {
         call.Log(SeverityLevel::WARNING,
                  L"skipping discovered device with no information (empty dictionary)");

@@ -1,5 +1,6 @@
 #include "LumeqApi/Session.h"
 
+#include "Common/Text.h"
 #include "LumeqApi/Arguments.h"
 #include "LumeqShim/LumeqNativeShim.h"
 #include "LumeqShim/PauseState.h"
@@ -16,7 +17,7 @@ std::int32_t CheckTimeout(const Call& call, std::int32_t timeoutMsec) {
     constexpr std::int32_t FallbackMilliseconds = 10000;
     if (timeoutMsec >= 0)
         return timeoutMsec;
-    call.Refuse(L"invalid timeoutMsec arg: " + std::to_wstring(timeoutMsec));
+    call.Refuse(L"invalid timeoutMsec arg: " + Common::DecimalText(timeoutMsec));
     return FallbackMilliseconds;
 }
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "Common/RecordMemory.h"
+#include "Common/Text.h"
 #include "LumeqApi/Arguments.h"
 #include "LumeqLib/Extra/Eventing/EventingTask.h"
 
@@ -36,7 +37,7 @@ struct PageCount {
 
     void TraceTo(std::wstring& line) const { AppendToTrace(line, L"pages", Render(pages)); }
     bool IsAccepted(const Call& call) const {
-        return pages >= 0 || call.Refuse(L"invalid pages arg: " + std::to_wstring(pages));
+        return pages >= 0 || call.Refuse(L"invalid pages arg: " + Common::DecimalText(pages));
     }
 };
 

@@ -71,8 +71,8 @@ std::wstring RequestHeaders(const std::wstring& token, const std::wstring& userA
     return L"Content-Type: application/json\r\n"
            L"Accept: application/json\r\n"
            L"Authorization: Bearer " +
-           token + L"\r\nUser-Agent:" + userAgent + L"\r\nContent-Length:" + std::to_wstring(bodyLength) +
-           L"\r\n";
+           token + L"\r\nUser-Agent:" + userAgent + L"\r\nContent-Length:" +
+           Lumeq::Common::DecimalText(bodyLength) + L"\r\n";
 }
 
 std::wstring OnOneLine(std::wstring headers) {

@@ -63,6 +63,13 @@ TEST(Rot13Wide, OfOtherLettersFailsWhereTheHostsLocaleHasThem) {
     EXPECT_THROW(Rot13Wide(L"\u00e9"), std::range_error);
 }
 
+TEST(DecimalText, WritesAnyNumber) {
+    EXPECT_EQ(DecimalText(0), L"0");
+    EXPECT_EQ(DecimalText(static_cast<unsigned char>(255)), L"255");
+    EXPECT_EQ(DecimalText(INT64_MIN), L"-9223372036854775808");
+    EXPECT_EQ(DecimalText(UINT64_MAX), L"18446744073709551615");
+}
+
 TEST(IsBlank, DoesNotFollowTheHostsLocale) {
     const Testing::RuntimeLocale german("German");
     EXPECT_TRUE(IsBlank(L" \t"));

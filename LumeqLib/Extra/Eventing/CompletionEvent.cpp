@@ -1,3 +1,4 @@
+#include "Common/Text.h"
 #include "LumeqLib/Extra/Eventing/EpochMilliseconds.h"
 #include "LumeqLib/Extra/Eventing/Vocabulary.h"
 
@@ -14,7 +15,7 @@ namespace {
 std::wstring DurationText(std::uint64_t startTime, std::uint64_t endTime) {
     const bool known = startTime != InvalidTime && endTime != InvalidTime;
     const std::uint64_t duration = known ? endTime - startTime : InvalidTime;
-    return std::to_wstring(static_cast<std::int64_t>(duration));
+    return Common::DecimalText(static_cast<std::int64_t>(duration));
 }
 
 } // namespace

@@ -2,6 +2,7 @@
 
 #include "Common/CompiledPattern.h"
 #include "Common/Exceptions.h"
+#include "Common/Text.h"
 #include "LumeqLib/Extra/Eventing/Vocabulary.h"
 
 #include <utility>
@@ -48,7 +49,7 @@ FileSendToTaskDetails::FileSendToTaskDetails(Shortcut shortcut, ShortcutVariance
     _data[L"scan_sendto_shortcut_variance"] = RecordText(variance);
     _data[L"scan_sendto_mimetype"] = RecordText(mimeType);
     _data[L"scan_sendto_destination"] = RecordText(destination);
-    _data[L"scan_sendto_pages"] = std::to_wstring(pages);
+    _data[L"scan_sendto_pages"] = Common::DecimalText(pages);
 }
 
 std::unique_ptr<EventDetails> FileSendToTaskDetails::Clone() const {
@@ -64,7 +65,7 @@ PrintBasicTaskDetails::PrintBasicTaskDetails(SubsystemType subsystem, SourceItem
     _data[L"print_basic_mimetype"] = RecordText(mimeType);
     _data[L"print_basic_size"] = RecordText(size);
     _data[L"print_basic_papersize"] = paperSize;
-    _data[L"print_basic_pages"] = std::to_wstring(pages);
+    _data[L"print_basic_pages"] = Common::DecimalText(pages);
 }
 
 std::unique_ptr<EventDetails> PrintBasicTaskDetails::Clone() const {
@@ -86,7 +87,7 @@ ScanAcquireTaskDetails::ScanAcquireTaskDetails(Shortcut shortcut, ShortcutVarian
     _data[L"scan_acquire_source"] = RecordText(source);
     _data[L"scan_acquire_mimetype"] = RecordText(mimeType);
     _data[L"scan_acquire_features"] = std::move(featureFlags);
-    _data[L"scan_acquire_pages"] = std::to_wstring(pages);
+    _data[L"scan_acquire_pages"] = Common::DecimalText(pages);
 }
 
 std::unique_ptr<EventDetails> ScanAcquireTaskDetails::Clone() const {

@@ -1,6 +1,7 @@
 #include "LumeqLib/Extra/Eventing/Variant.h"
 
 #include "Common/Exceptions.h"
+#include "Common/Text.h"
 #include "Common/Utf.h"
 
 #include <algorithm>
@@ -22,7 +23,7 @@ bool IsDefined(Variant::ValueType type) {
 void RequireDefined(Variant::ValueType type, const wchar_t* paramName) {
     if (!IsDefined(type))
         throw Common::ArgumentOutOfRangeException(paramName, L"Undefined Variant::ValueType",
-                                                  std::to_wstring(static_cast<std::int32_t>(type)));
+                                                  Common::DecimalText(static_cast<std::int32_t>(type)));
 }
 
 void RequireType(Variant::ValueType actual, Variant::ValueType expected) {

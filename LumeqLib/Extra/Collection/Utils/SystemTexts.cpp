@@ -1,5 +1,7 @@
 #include "LumeqLib/Extra/Collection/Utils/SystemTexts.h"
 
+#include "Common/Text.h"
+
 #include <algorithm>
 #include <cctype>
 #include <iterator>
@@ -80,7 +82,7 @@ std::wstring OsVersionText(const std::wstring& wmiVersion, const std::wstring& k
 }
 
 std::wstring ResolutionText(int width, int height) {
-    return std::to_wstring(width) + L"x" + std::to_wstring(height);
+    return Common::DecimalText(width) + L"x" + Common::DecimalText(height);
 }
 
 std::wstring ChassisText(std::uint16_t chassisType) {
