@@ -24,7 +24,7 @@ Dictionary MakeGlobalContext() { return MakeGlobalContext(Common::GlobalContext(
 
 Dictionary MakeGlobalContext(const wchar_t* modelName) {
     Dictionary global;
-    // The key stands there without a model name too: receivers count on it.
+    // The key exists without a model name too: receivers count on it.
     Variant& field = global[Key::DeviceModelName];
     if (!IsEmptyText(modelName))
         field = std::wstring(modelName);

@@ -17,8 +17,8 @@ Dictionary MakeGlobalContext(const wchar_t* modelName);
 Dictionary MakeContext(Dictionary global);
 Dictionary MakeContext(Dictionary global, Dictionary local);
 
-/// The context record of an exported call; both arguments may be null. A model name of the call goes before
-/// the process-wide one. The two sections are never merged. Under the API lock.
+/// The context record of an exported call; both arguments may be null. A model name of the call wins over the
+/// process-wide one. The two sections are never merged. Under the API lock.
 Dictionary MakeEventContext(const StringDictionary* localContext, const wchar_t* globalContext);
 
 /// Whether neither section has entries.

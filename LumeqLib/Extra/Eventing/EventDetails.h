@@ -1,4 +1,4 @@
-// What an event tells beyond who did what to which thing.
+// Details of an event, beyond who did what to which object.
 #pragma once
 
 #include <Lumeq/LumeqRecords.h>

@@ -1,4 +1,4 @@
-// What an event of the user interface happened to.
+// The object of a user interface event.
 #pragma once
 
 #include "LumeqLib/Extra/Eventing/EventDetails.h"
@@ -26,8 +26,8 @@ private:
     std::wstring _object;
 };
 
-/// Each takes the details over, also when it fails. Those for hyperlinks and URLs throw ArgumentException for
-/// a label that is not well formed, and whatever its check throws.
+/// Each takes ownership of the details, also if it fails. Those for hyperlinks and URLs throw
+/// ArgumentException for a malformed label, and what the label's check throws.
 EventObject MakeAdObject(const std::wstring& objectLabel, std::unique_ptr<EventDetails> details);
 EventObject MakeButtonObject(const std::wstring& objectLabel, std::unique_ptr<EventDetails> details);
 EventObject MakeCheckboxObject(const std::wstring& objectLabel, std::unique_ptr<EventDetails> details);

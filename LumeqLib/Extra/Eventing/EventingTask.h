@@ -1,4 +1,4 @@
-// A piece of work with a beginning and an end, between the two calls that tell of them.
+// A task: the state between the call that begins it and the call that completes it.
 #pragma once
 
 #include "Common/Pattern.h"
@@ -13,12 +13,12 @@
 
 namespace Zuvan::Lumeq::Extra::Eventing {
 
-/// The results that `Completed` takes. Narrower than what the exports take: a name after "error_" needs two
-/// characters. A host that is refused for it completes the same task with another result.
+/// The results that `Completed` takes. Stricter than the exports' pattern: a name after "error_" needs two
+/// characters. After a refusal the task stays open, and the host can complete it with another result.
 extern const Common::Pattern completedResultPattern;
 
-/// Both events of a task carry the same `_app_event_task_guid` in their local context, which replaces a value
-/// of that name from the host. No lock: one thread at a time.
+/// Both events of a task carry the same `_app_event_task_guid` in their local context. It replaces a value of
+/// that name from the host. Not synchronised: one thread at a time.
 class EventingTask {
 public:
     EventingTask(const std::wstring& object, const std::wstring& objectLabel, Dictionary context);
@@ -26,13 +26,13 @@ public:
     EventingTask(const EventingTask&) = delete;
     EventingTask& operator=(const EventingTask&) = delete;
 
-    /// The event of the beginning. The task's duration counts from its time.
+    /// The first event. The task's duration counts from its time.
     EventingEvent Initiated(EpochClock clock = EpochMilliseconds);
 
-    /// Throws ArgumentException for a result that is not well formed.
+    /// Throws ArgumentException for a malformed result.
     void RequireResult(const std::wstring& taskResult) const;
 
-    /// The event of the end; `details` may be null. Throws what RequireResult throws. Changes nothing, so it
+    /// The last event; `details` may be null. Throws what RequireResult throws. Changes nothing, so it
     /// can be called again after a failure.
     CompletionEvent Completed(const std::wstring& taskResult, const EventDetails* details,
                               EpochClock clock = EpochMilliseconds) const;

@@ -23,15 +23,15 @@ constinit const Common::Pattern hyperlinkLabelPattern =
                     LR"((/[A-Za-z0-9](\w*[A-Za-z0-9])?(/[A-Za-z0-9](\w*[A-Za-z0-9])?)*)?)"
                     LR"(/[A-Za-z0-9](\w*[A-Za-z0-9])?(-[A-Za-z0-9]+)?)"
                     LR"((#url_[A-Za-z0-9]([-\w]*[A-Za-z0-9])?)$)">;
-// The dot of the version is not escaped in the two patterns below, so any character passes for it. Hosts rely
-// on that.
+// The dot of the version is not escaped in the two patterns below, so any character passes. Hosts rely on
+// that.
 constinit const Common::Pattern reportMonikerPattern =
     CompiledPattern<L"^x-[a-z]+_[a-z]+_report_[a-z]+(_[a-z]+)?/[0-9]+.[0-9]+$">;
 constinit const Common::Pattern formMonikerPattern =
     CompiledPattern<L"^x-[a-z]+_[a-z]+_form_[a-z]+(_[a-z]+)?/[0-9]+.[0-9]+$">;
 
 bool IsValidUrl(const std::wstring& label) {
-    // For its failure alone: what has no UTF-8 form is no URL that could be sent.
+    // Called only because it throws: a text without a UTF-8 form cannot be sent as a URL.
     static_cast<void>(Common::ToUtf8(label));
     return urlLabelPattern.Matches(label);
 }

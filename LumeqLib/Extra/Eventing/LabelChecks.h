@@ -1,5 +1,5 @@
-// The second line of checks, on composed values. Stricter than those of the exports in places, looser in
-// others. Time is linear in the length of the text and stack use constant.
+// The event classes' own checks, on composed values. Some are stricter than the exports' checks, some looser.
+// Time is linear in the length of the text, stack use constant.
 #pragma once
 
 #include "Common/Pattern.h"

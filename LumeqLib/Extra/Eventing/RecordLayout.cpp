@@ -1,11 +1,11 @@
-// The companion library reads the objects that cross to it by these offsets.
+// The companion library reads the records at these offsets.
 #include <Lumeq/LumeqRecords.h>
 
 #include <cstddef>
 
 #if defined(__GNUC__)
-// Classes with a virtual table are no standard layout; the toolchains in use place their members all the
-// same.
+// Classes with a virtual table do not have standard layout, but the supported toolchains place their members
+// as if they had.
 #pragma GCC diagnostic push
 #pragma GCC diagnostic ignored "-Winvalid-offsetof"
 #endif

@@ -96,7 +96,7 @@ std::unique_ptr<EventDetails> ScanAcquireTaskDetails::Clone() const {
 
 SwInstallTaskDetails::SwInstallTaskDetails(InstallType installType, const std::wstring& installName,
                                            const std::wstring& installVersion) {
-    // Two dots pass as well, whatever the text says.
+    // Two dots pass too, although the text demands three.
     if (!recordedVersionPattern.Matches(installVersion))
         throw Common::ArgumentException(L"installVersion",
                                         L"Install version is not formatted correctly. Must be of form "

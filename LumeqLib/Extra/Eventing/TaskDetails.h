@@ -1,5 +1,5 @@
-// What the end of each kind of task tells beyond its result. Enumerated values are those of the records;
-// pages are counted by the host and may be negative.
+// Details of a completed task, one class for each kind of task. Enumerated values are record values. The host
+// counts the pages; here they may be negative.
 #pragma once
 
 #include "Common/Pattern.h"
@@ -69,12 +69,12 @@ private:
     const std::wstring _schema = L"app_event_task_scan_acquire/1.0.0";
 };
 
-/// The versions that a SwInstallTaskDetails takes.
+/// The versions that SwInstallTaskDetails accepts.
 extern const Common::Pattern recordedVersionPattern;
 
 class SwInstallTaskDetails : public EventDetails {
 public:
-    /// Throws ArgumentException for a version that is not well formed.
+    /// Throws ArgumentException for a malformed version.
     SwInstallTaskDetails(InstallType installType, const std::wstring& installName,
                          const std::wstring& installVersion);
 

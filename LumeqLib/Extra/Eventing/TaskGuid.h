@@ -8,16 +8,16 @@
 
 namespace Zuvan::Lumeq::Extra::Eventing {
 
-/// A UUID, byte for byte as the platform has it.
+/// A UUID in the platform's byte order.
 using TaskGuid = std::array<std::uint8_t, 16>;
 
-/// A new one. If the system has none to give, what it left behind, all zero at worst.
+/// Returns a new one. If the system fails, returns what it left there, at worst all zeros.
 TaskGuid NewTaskGuid();
 
-/// 36 characters with hyphens, in lower case; nothing if the system fails.
+/// Returns 36 characters with hyphens, in lower case, or nothing if the system fails.
 std::optional<std::wstring> RenderTaskGuid(const TaskGuid& guid);
 
-/// What stands in the records for a rendering that may have failed.
+/// The text for the records, also for a rendering that failed.
 inline std::wstring TaskGuidText(const std::optional<std::wstring>& rendered) {
     return rendered.value_or(L"Error!");
 }

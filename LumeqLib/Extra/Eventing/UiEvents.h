@@ -1,4 +1,4 @@
-// The events of the user interface. What is given stays as it is: details are copied into the record.
+// The events of the user interface. The factories copy details into the record and change no argument.
 #pragma once
 
 #include "LumeqLib/Extra/Eventing/EventObject.h"

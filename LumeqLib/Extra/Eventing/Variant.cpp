@@ -57,7 +57,7 @@ Variant::Variant(Variant&& other) noexcept
     : _value(std::exchange(other._value, nullptr)), _type(std::exchange(other._type, ValueType::Null)) {}
 
 Variant::~Variant() {
-    // A value of unknown type is left behind: a destructor that throws would end the host.
+    // A value of unknown type leaks: a destructor that throws would end the host.
     if (IsDefined(_type))
         Clear();
 }
@@ -142,7 +142,7 @@ void Variant::Clear() {
 }
 
 void* Variant::CloneValue() const {
-    // Named otherwise than in Clear; whoever reads the reports tells the two apart by it.
+    // The name differs from that in Clear, so that a reader of a report knows which of the two failed.
     RequireDefined(_type, L"lumeqVariant._type");
     if (_type == ValueType::String)
         return new std::wstring(AsString());

@@ -1,4 +1,4 @@
-// What belongs to Variant besides its class: names of its types, and the helpers that fill a record.
+// Names of Variant's types, and helpers that fill a record.
 #pragma once
 
 #include <Lumeq/LumeqRecords.h>
@@ -8,11 +8,11 @@
 
 namespace Zuvan::Lumeq::Extra::Eventing {
 
-/// "Null", "String", "StringList" or "Dictionary"; for any other number a text that tells it. Never fails.
+/// "Null", "String", "StringList" or "Dictionary"; for any other number a text that contains it. Never fails.
 std::string ValueTypeName(Variant::ValueType type);
 std::wstring ValueTypeNameWide(Variant::ValueType type);
 
-/// Adds every pair as a String. Throws ArgumentException and adds nothing if a key is there already.
+/// Adds every pair as a String. Throws ArgumentException and adds nothing if a key exists already.
 void AddStringDictionary(Dictionary& target, const StringDictionary& stringDictionary);
 
 /// The elements with `separator` between them; nothing for an empty list.

@@ -35,7 +35,7 @@ inline const std::wstring Url = L"url";
 inline const std::wstring Form = L"form";
 inline const std::wstring Report = L"report";
 inline const std::wstring Task = L"task";
-/// No event of this library is about it: sessions are told by whoever receives the records.
+/// No event of this library has it: receivers derive sessions from the records.
 inline const std::wstring Session = L"session";
 } // namespace Object
 
@@ -58,7 +58,7 @@ inline const std::wstring TaskDuration = L"task_duration";
 
 inline const std::wstring Moniker = L"moniker";
 
-/// Never written here: whoever receives the records adds them.
+/// Never written here: receivers add them.
 inline const std::wstring SessionTime = L"app_event_session_time";
 inline const std::wstring SubsessionLabel = L"app_event_subsession_label";
 inline const std::wstring SubsessionSequenceNumber = L"app_event_subsession_seqnum";
