@@ -1,0 +1,130 @@
+// lumeq: what hosts may send, and why a call is refused.
+#include "lumeq/Schema.h"
+
+#include <CLI/CLI.hpp>
+
+#include <algorithm>
+#include <cstdio>
+#include <exception>
+#include <fcntl.h>
+#include <functional>
+#include <io.h>
+
+namespace Zuvan::Lumeq::Tool {
+
+namespace {
+
+constexpr char ExitCodes[] = R"(
+Exit codes: 0 nothing found, 1 something found, 2 the command line is wrong or a file cannot be read.
+Colours appear on a terminal only; NO_COLOR turns them off.)";
+
+/// What the chosen subcommand does.
+using Action = std::function<ExitCode(const Output&)>;
+
+void AddShow(CLI::App& schema, Action& action) {
+    static std::string name;
+    static bool asJson = false;
+    CLI::App* show = schema.add_subcommand("show", "Shows an operation, an enumeration or a pattern");
+    show->add_option("NAME", name, "for example ButtonClicked, Scan::SourceType, mode")->required();
+    show->add_flag("--json", asJson, "print the catalogue's entry");
+    show->footer("\nExamples:\n  lumeq schema show ButtonClicked\n  lumeq schema show mode --json");
+    show->callback([&action] {
+        action = [](const Output& output) {
+            return ShowSchema(Catalogue::OfThisProgram(), name, asJson, output);
+        };
+    });
+}
+
+void AddList(CLI::App& schema, Action& action) {
+    CLI::App* list = schema.add_subcommand("list", "Lists the operations, enumerations and patterns");
+    list->callback([&action] {
+        action = [](const Output& output) { return ListSchema(Catalogue::OfThisProgram(), output); };
+    });
+}
+
+void AddExport(CLI::App& schema, Action& action) {
+    static std::string format = "json";
+    static std::string page = "reference";
+    CLI::App* exported = schema.add_subcommand("export", "Prints the whole catalogue");
+    exported->add_option("--format", format, "md: a page to read; json: the catalogue (default)")
+        ->check(CLI::IsMember({"md", "json"}));
+    exported->add_option("--page", page, "which page md prints: reference (default) or privacy")
+        ->check(CLI::IsMember({"reference", "privacy"}));
+    exported->footer("\nExamples:\n  lumeq schema export --format md > reference.md\n"
+                     "  lumeq schema export --format md --page privacy > privacy.md\n"
+                     "  lumeq schema export > lumeq-1.0.json     keep it for a later `schema diff`");
+    exported->callback([&action] {
+        action = [](const Output& output) {
+            const Catalogue& catalogue = Catalogue::OfThisProgram();
+            output.Line(format == "json"    ? catalogue.Whole().dump(2)
+                        : page == "privacy" ? PrivacySheet(catalogue)
+                                            : ReferencePage(catalogue));
+            return Clean;
+        };
+    });
+}
+
+void AddDiff(CLI::App& schema, Action& action) {
+    static std::string older, newer;
+    static bool asJson = false;
+    CLI::App* diff =
+        schema.add_subcommand("diff", "Says what a newer catalogue breaks for hosts and for receivers");
+    diff->add_option("OLD", older, "a catalogue file")->required();
+    diff->add_option("NEW", newer, "a catalogue file; without it, the program's own catalogue");
+    diff->add_flag("--json", asJson, "print an array of changes");
+    diff->footer("\nThe exit code is 1 if anything breaks.\n\nExamples:\n  lumeq schema diff lumeq-1.0.json\n"
+                 "  lumeq schema diff lumeq-1.0.json lumeq-1.1.json --json");
+    diff->callback([&action] {
+        action = [](const Output& output) {
+            const Catalogue old = Catalogue::ReadFrom(older);
+            return newer.empty() ? ShowSchemaDiff(old, Catalogue::OfThisProgram(), asJson, output)
+                                 : ShowSchemaDiff(old, Catalogue::ReadFrom(newer), asJson, output);
+        };
+    });
+}
+
+ExitCode Run(std::vector<std::string> arguments) {
+    CLI::App app("Says what hosts of Lumeq may send, and why a call is refused.", "lumeq");
+    app.set_version_flag("--version", std::string("lumeq " LUMEQ_VERSION));
+    // A path may begin with a slash.
+    app.allow_windows_style_options(false);
+    app.require_subcommand(1);
+    app.footer(ExitCodes);
+    Action action;
+    CLI::App* schema = app.add_subcommand("schema", "Shows the event catalogue");
+    schema->require_subcommand(1);
+    AddShow(*schema, action);
+    AddList(*schema, action);
+    AddExport(*schema, action);
+    AddDiff(*schema, action);
+    if (arguments.empty()) {
+        Output(stderr).Line(app.help());
+        return CannotRun;
+    }
+    try {
+        std::reverse(arguments.begin(), arguments.end());
+        app.parse(arguments);
+    } catch (const CLI::ParseError& problem) {
+        return app.exit(problem) == 0 ? Clean : CannotRun;
+    }
+    return action(Output(stdout));
+}
+
+} // namespace
+} // namespace Zuvan::Lumeq::Tool
+
+int wmain(int count, wchar_t** arguments) {
+    using namespace Zuvan::Lumeq;
+    // Text mode would end lines in a carriage return too.
+    _setmode(_fileno(stdout), _O_BINARY);
+    _setmode(_fileno(stderr), _O_BINARY);
+    std::vector<std::string> texts;
+    for (int i = 1; i < count; ++i)
+        texts.push_back(SampleHost::ToUtf8(arguments[i]));
+    try {
+        return Tool::Run(std::move(texts));
+    } catch (const std::exception& problem) {
+        Tool::Output(stderr).Line(std::string("lumeq: ") + problem.what());
+        return Tool::CannotRun;
+    }
+}
