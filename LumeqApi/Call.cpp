@@ -5,6 +5,7 @@
 #include "Common/Text.h"
 #include "Common/Utf.h"
 
+#include <algorithm>
 #include <cwchar>
 
 namespace Zuvan::Lumeq::API {
@@ -14,7 +15,8 @@ using Common::SeverityLevel;
 ApiMutex ApiLock;
 
 QualifiedName::QualifiedName(ExportName name) noexcept {
-    std::wcscat(std::wcscpy(_text, Namespace), name.Plain());
+    wchar_t* const plain = std::copy(std::begin(Namespace), std::end(Namespace) - 1, _text);
+    std::copy_n(name.Plain(), std::wcslen(name.Plain()) + 1, plain);
 }
 
 void ReportValidationError(const wchar_t* title, const std::wstring& detail, const wchar_t* function,
