@@ -12,6 +12,20 @@ namespace Zuvan::Lumeq::API {
 
 using Common::SeverityLevel;
 
+namespace {
+
+template <class Report>
+void ReportCaught(Report report) noexcept {
+    try {
+        report();
+    } catch (...) {
+        // There is no memory for the line. The developer needs none to stop here.
+        Common::BreakIfDebugged();
+    }
+}
+
+} // namespace
+
 ApiMutex ApiLock;
 
 QualifiedName::QualifiedName(ExportName name) noexcept {
@@ -36,18 +50,15 @@ bool Call::Refuse(const std::wstring& detail, int line) const {
 }
 
 void ReportException(ExportName name, const std::exception& exception) noexcept {
-    try {
+    ReportCaught([&] {
         ReportValidationError(L"Exception", Common::WidenLossy(exception.what()), QualifiedName(name).Text(),
                               __LINE__);
-    } catch (...) {
-    }
+    });
 }
 
 void ReportUnknownException(ExportName name) noexcept {
-    try {
-        ReportValidationError(L"Unknown exception", L"???", QualifiedName(name).Text(), __LINE__);
-    } catch (...) {
-    }
+    ReportCaught(
+        [&] { ReportValidationError(L"Unknown exception", L"???", QualifiedName(name).Text(), __LINE__); });
 }
 
 } // namespace Zuvan::Lumeq::API

@@ -74,6 +74,23 @@ TEST_F(TrackingGate, DoesNotNoticeALaterChange) {
     EXPECT_FALSE(IsTrackingDisabled());
 }
 
+TEST_F(TrackingGate, OpensTheUsersKeyOnceForReadingAlone) {
+    static int openings = 0;
+    const Testing::ImportedFunction<decltype(RegOpenKeyExW)> watched(
+        "advapi32.dll", "RegOpenKeyExW",
+        [](HKEY root, const wchar_t* key, DWORD options, REGSAM access, HKEY*) -> LSTATUS {
+            ++openings;
+            EXPECT_EQ(root, HKEY_CURRENT_USER);
+            EXPECT_STREQ(key, Key);
+            EXPECT_EQ(options, 0U);
+            EXPECT_EQ(access, 0x20019U); // KEY_READ
+            return ERROR_FILE_NOT_FOUND;
+        });
+    EXPECT_FALSE(IsTrackingDisabled());
+    EXPECT_FALSE(IsTrackingDisabled());
+    EXPECT_EQ(openings, 1);
+}
+
 TEST_F(TrackingGate, IsOpenIfTheKeyMayNotBeRead) {
     machine.SetDword(HKEY_CURRENT_USER, Key, Value, 1);
     const Testing::ImportedFunction<decltype(RegOpenKeyExW)> denied(

@@ -4,11 +4,14 @@
 #include "Common/Exceptions.h"
 #include "support/Apartment.h"
 #include "support/DebuggerStandIn.h"
+#include "support/FailingAllocation.h"
+#include "support/ImportedFunction.h"
 #include "support/IsolatedMachine.h"
 #include "support/LogLines.h"
 
 #include <gmock/gmock.h>
 
+#include <optional>
 #include <stdexcept>
 #include <thread>
 
@@ -24,6 +27,10 @@ class CallFrame : public testing::Test {
 protected:
     std::vector<std::string> Errors() const { return Testing::LogMessages(machine.LogFile(), "ERROR"); }
     void LogEverything() { machine.WriteFactorySettings(); }
+    /// The first line of the process reads the log's policy, which can break as well.
+    static void ReadLogPolicy() {
+        RunExport(L"X", [](const Call& call) { call.Log(Common::SeverityLevel::DEBUG, L"first"); });
+    }
 
     Testing::IsolatedMachine machine;
 };
@@ -34,6 +41,22 @@ bool IsLockFree() {
     ApiLock.unlock();
     return true;
 }
+
+/// How often a call of the system came while the lock was held, and while it was free.
+struct LockWatch {
+    static inline int held = 0;
+    static inline int free = 0;
+
+    static void See() { ++(IsLockFree() ? free : held); }
+    static LSTATUS WINAPI OpenKey(HKEY, LPCWSTR, DWORD, REGSAM, HKEY*) {
+        See();
+        return ERROR_FILE_NOT_FOUND;
+    }
+    static BOOL WINAPI AskForDebugger() {
+        See();
+        return FALSE;
+    }
+};
 
 } // namespace
 
@@ -88,12 +111,56 @@ TEST_F(CallFrame, AnythingElseIsReportedAsUnknown) {
                                                    "Zuvan::Lumeq::API::X: \\?\\?\\?. LumeqApi\\(\\d+\\)")));
 }
 
-TEST_F(CallFrame, ExceptionBreaksIntoADebugger) {
+TEST_F(CallFrame, EachExceptionBreaksOnceIntoADebugger) {
+    LogEverything();
+    ReadLogPolicy();
     const Testing::DebuggerStandIn debugger;
     RunExport(L"X", [](const Call&) { throw std::runtime_error("wrong"); });
+    EXPECT_EQ(debugger.Breaks(), 1);
     RunExport(L"X", [](const Call&) { throw 42; });
-    // Two reports. The first line can break as well, because there are no settings.
-    EXPECT_GE(debugger.Breaks(), 2);
+    EXPECT_EQ(debugger.Breaks(), 2);
+}
+
+TEST_F(CallFrame, ExceptionWithoutMemoryForItsReportBreaksAsWell) {
+    LogEverything();
+    ReadLogPolicy();
+    const std::runtime_error wrong("wrong"); // A copy of it needs no memory.
+    bool happened = true;
+    for (int nth = 1; happened; ++nth)
+        for (const bool isStandard : {true, false}) {
+            const Testing::DebuggerStandIn debugger;
+            std::optional<Testing::FailingAllocation> failing;
+            RunExport(L"X", [&](const Call&) {
+                failing.emplace(nth);
+                if (isStandard)
+                    throw wrong;
+                throw 42;
+            });
+            happened = failing->Happened();
+            failing.reset();
+            EXPECT_GE(debugger.Breaks(), 1) << nth;
+        }
+}
+
+TEST_F(CallFrame, ReadsTheGateUnderTheLock) {
+    const Testing::ImportedFunction<decltype(RegOpenKeyExW)> watched("advapi32.dll", "RegOpenKeyExW",
+                                                                     &LockWatch::OpenKey);
+    RunExport(L"X", [](const Call&) {});
+    EXPECT_EQ(LockWatch::held, 1);
+    EXPECT_EQ(LockWatch::free, 0);
+}
+
+TEST_F(CallFrame, ReportsUnderTheLock) {
+    LogEverything();
+    ReadLogPolicy();
+    // Each report asks at its end.
+    const Testing::ImportedFunction<decltype(IsDebuggerPresent)> watched("kernel32.dll", "IsDebuggerPresent",
+                                                                         &LockWatch::AskForDebugger);
+    RunExport(L"X", [](const Call& call) { return call.Refuse(L"odd"); });
+    RunExport(L"X", [](const Call&) { throw std::runtime_error("wrong"); });
+    RunExport(L"X", [](const Call&) { throw 42; });
+    EXPECT_EQ(LockWatch::held, 3);
+    EXPECT_EQ(LockWatch::free, 0);
 }
 
 TEST_F(CallFrame, WaitsForNobodyOnceTrackingIsKnownToBeDisabled) {
@@ -120,6 +187,13 @@ TEST_F(CallFrame, RefusalIsReportedAndDoesNotEndTheCall) {
     EXPECT_EQ(RunExport(L"X", [](const Call& call) { return call.Refuse(L"odd") ? 1 : 2; }), 2);
     EXPECT_THAT(Errors(), ElementsAre(MatchesRegex("lumeq_machine_tests.exe: Validation failed in "
                                                    "Zuvan::Lumeq::API::X: odd. LumeqApi\\(\\d+\\)")));
+}
+
+TEST_F(CallFrame, RefusalNamesTheSourceLineOfItsCheck) {
+    LogEverything();
+    const int line = __LINE__ + 1;
+    RunExport(L"X", [](const Call& call) { return call.Refuse(L"odd"); });
+    EXPECT_THAT(Errors(), ElementsAre(testing::EndsWith("LumeqApi(" + std::to_string(line) + ")")));
 }
 
 TEST_F(CallFrame, LogTakesPrintfsArguments) {
