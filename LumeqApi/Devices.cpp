@@ -74,14 +74,6 @@ void NameMethod(const Call& call, ConnectionMethodType enumValue, std::wstring& 
     Trace(call, Traced{L"...returns textValue", textValue});
 }
 
-std::string CopyOrEmpty(const char* text) {
-    try {
-        return std::string(text);
-    } catch (const std::exception&) {
-        return {};
-    }
-}
-
 std::int32_t CopyToBuffer(wchar_t* buffer, std::size_t size, const std::wstring& text) noexcept {
     if (buffer == nullptr || size == 0)
         return EINVAL;

@@ -6,6 +6,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <string>
+#include <string_view>
 
 namespace Zuvan::Lumeq::API {
 
@@ -25,8 +26,8 @@ struct NumberedMethod {
 };
 void NameMethod(const Call& call, ConnectionMethodType enumValue, std::wstring& textValue);
 
-/// Copies a text that may be null. Returns an empty one if that fails.
-std::string CopyOrEmpty(const char* text);
+/// A text that may be null.
+inline std::string_view TextOrEmpty(const char* text) { return text ? text : std::string_view(); }
 
 /// wcscpy_s with its results: 0; 22 for a null buffer or a size of 0; 34 for a buffer that is too small,
 /// which then holds an empty text. Never calls the runtime's handler for invalid parameters, which is the

@@ -231,7 +231,11 @@ void GetBiid(const std::string& deviceUuid, std::wstring& biid) {
 }
 
 std::int32_t GetBiid_Internal(wchar_t* buffer, std::size_t size, const char* deviceUuid) {
-    return CopyResult(buffer, size, [&](std::wstring& biid) { GetBiid(CopyOrEmpty(deviceUuid), biid); });
+    const std::string_view text = TextOrEmpty(deviceUuid);
+    // Copied inside the frame, which reports a failure of that as one of the call.
+    return CopyResult(buffer, size, [&](std::wstring& biid) {
+        RunExport(L"GetBiid", [&](const Call& call) { IdentifyDevice(call, std::string(text), biid); });
+    });
 }
 
 void ToString(ConnectionMethodType enumValue, std::wstring& textValue) {
