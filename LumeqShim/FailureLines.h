@@ -1,6 +1,7 @@
 // The warnings with which delivery reports a caught exception.
 #pragma once
 
+#include "Common/CaughtFailure.h"
 #include "Common/ComError.h"
 #include "Common/Format.h"
 #include "Common/Logger.h"
@@ -29,5 +30,15 @@ struct FailureLines {
     Lumeq::Common::LogSource log;
     const wchar_t* name;
 };
+
+/// In a catch clause: logs the exception that is being handled. Drops whatever the report itself throws,
+/// because there is no one left to report that to.
+template <class Lines>
+void LogCaughtFailure(const Lines& lines) noexcept {
+    try {
+        Lumeq::Common::VisitCaughtFailure(lines);
+    } catch (...) {
+    }
+}
 
 } // namespace Zuvan::LumeqShim

@@ -1,6 +1,5 @@
 #include "LumeqShim/GuardedRegion.h"
 
-#include "Common/CaughtFailure.h"
 #include "LumeqShim/FailureLines.h"
 
 namespace Zuvan::LumeqShim {
@@ -20,12 +19,6 @@ struct RegionLines : FailureLines {
 
 } // namespace
 
-void ReportCaughtFailure(const wchar_t* logName) noexcept {
-    try {
-        Lumeq::Common::VisitCaughtFailure(RegionLines{{Log, logName}});
-    } catch (...) {
-        // Composing the line can fail as well, and there is no one left to report to.
-    }
-}
+void ReportCaughtFailure(const wchar_t* logName) noexcept { LogCaughtFailure(RegionLines{{Log, logName}}); }
 
 } // namespace Zuvan::LumeqShim

@@ -93,8 +93,7 @@ void BasicLocalSubfolderPath(const std::wstring& path) {
         Lumeq::Core::Utils::localSubfolder = path;
         return true;
     };
-    RunTimed(
-        LocalSubfolderPath, [&store] { return RunReported(LocalSubfolderPath, store); }, path.c_str());
+    RunTimed(LocalSubfolderPath, store, path.c_str());
 }
 
 } // namespace Zuvan::LumeqShim

@@ -4,6 +4,7 @@
 #include "Common/Logger.h"
 #include "LumeqLib/Core/Utils/Settings.h"
 #include "support/DebuggerStandIn.h"
+#include "support/FailingAllocation.h"
 #include "support/ImportedFunction.h"
 #include "support/IsolatedMachine.h"
 #include "support/LogLines.h"
@@ -115,6 +116,50 @@ TEST_F(GetConfigFileDataTest, ReadsEveryValue) {
     EXPECT_EQ(progress.back(), "GetConfigFileData returns true:");
 }
 
+TEST_F(GetConfigFileDataTest, LinesOfAFirstRunAreThese) {
+    Factory("<ProjectId>P1</ProjectId><AuthenticationToken>gbx</AuthenticationToken>");
+    LogEverything();
+    const std::size_t before = Progress().size();
+    ASSERT_TRUE(GetConfigFileData(_read));
+    std::vector<std::string> lines = Progress();
+    lines.erase(lines.begin(), lines.begin() + static_cast<std::ptrdiff_t>(before));
+    const std::string uuid(_read.appDeployedUuid.begin(), _read.appDeployedUuid.end());
+    const auto balance = [](const char* what, const char* caller) {
+        return AllOf(StartsWith(std::string(what) + " t="), EndsWith(std::string(", f=Zuvan::") + caller));
+    };
+    EXPECT_THAT(lines, ElementsAre("GetConfigFileData()", balance("Init", "LumeqShim::GetConfigFileData"),
+                                   "GetConfigFileData CoInitialize returns 0x00000000",
+                                   balance("Init", "Lumeq::Core::Utils::Settings::GetInstance"),
+                                   "Genereated KeyAppDeployedUuid " + uuid,
+                                   "GetConfigFileData: appDeployedId=, appDeployedUuid=" + uuid +
+                                       ", serverUrl=, projectId=P1, authToken=gbx",
+                                   balance("Uninit", "Lumeq::Core::Utils::Settings::~Settings"),
+                                   balance("Uninit", "LumeqShim::GetConfigFileData"),
+                                   "GetConfigFileData returns true:"));
+    EXPECT_THAT(Warnings(), IsEmpty());
+}
+
+TEST_F(GetConfigFileDataTest, KeysAreReadInThisOrder) {
+    Factory("<ProjectId>P1</ProjectId>");
+    LocalUuid("11111111-2222-3333-4444-555555555555");
+    LogEverything();
+    static std::vector<std::wstring> keys; // Each becomes a BSTR. So do other names, none of them a key.
+    {
+        const Lumeq::Testing::ImportedFunction<decltype(SysAllocString)> watched(
+            "oleaut32.dll", "SysAllocString", [](const OLECHAR* text) -> BSTR {
+                for (const wchar_t* key : {L"ProjectId", L"LUMServerUri", L"AppDeployedId",
+                                           L"AuthenticationToken", L"AppDeployedUuid"})
+                    if (std::wstring(text) == key)
+                        keys.emplace_back(text);
+                return Lumeq::Testing::RealFunction<decltype(SysAllocString)>("oleaut32.dll",
+                                                                              "SysAllocString")(text);
+            });
+        ASSERT_TRUE(GetConfigFileData(_read));
+    }
+    EXPECT_THAT(keys, ElementsAre(L"ProjectId", L"AppDeployedId", L"LUMServerUri", L"AppDeployedUuid",
+                                  L"AppDeployedId", L"AuthenticationToken", L"ProjectId", L"LUMServerUri"));
+}
+
 TEST_F(GetConfigFileDataTest, ValuesAreNotTrimmed) {
     Factory("<ProjectId xml:space=\"preserve\"> P 1 </ProjectId>");
     EXPECT_TRUE(GetConfigFileData(_read));
@@ -142,6 +187,17 @@ TEST_F(GetConfigFileDataTest, ProjectOfThreeSpacesCountsAsEmpty) {
     Factory("<ProjectId xml:space=\"preserve\">   </ProjectId>");
     EXPECT_FALSE(GetConfigFileData(_read));
     EXPECT_THAT(Warnings(), ElementsAre("Project ID is empty. Ensure *LumeqConfig.xml is in path!"));
+}
+
+TEST_F(GetConfigFileDataTest, ProjectOfAnyWhiteSpaceCountsAsEmpty) {
+    for (const char* space : {"\xC2\xA0", "\xE2\x80\x83", "\xE3\x80\x80"}) { // U+00A0, U+2003, U+3000
+        Factory(std::string("<ProjectId>") + space + "</ProjectId>");
+        EXPECT_FALSE(GetConfigFileData(_read)) << space;
+        Factory(std::string("<ProjectId>") + space + "1</ProjectId>");
+        EXPECT_TRUE(GetConfigFileData(_read)) << space;
+    }
+    EXPECT_EQ(Warnings(),
+              std::vector<std::string>(3, "Project ID is empty. Ensure *LumeqConfig.xml is in path!"));
 }
 
 TEST_F(GetConfigFileDataTest, FirstRunMakesTheInstallationUuidAndTheNextReadsItBack) {
@@ -271,6 +327,28 @@ TEST_F(GetConfigFileDataTest, AnythingElseIsAnUnknownException) {
     EXPECT_FALSE(GetConfigFileData(_read));
     EXPECT_THAT(Warnings(), ElementsAre("GetConfigFileData failed with unknown exception"));
     EXPECT_EQ(Progress().back(), "GetConfigFileData returns false:");
+}
+
+TEST_F(GetConfigFileDataTest, MemoryThatRunsOutAnywhereIsWarnedOf) {
+    Factory("<ProjectId>P1</ProjectId>");
+    LocalUuid("11111111-2222-3333-4444-555555555555");
+    LogEverything();
+    Lumeq::Common::SetVerbosity(Lumeq::Common::SeverityLevel::WARNING); // Other lines would need memory too.
+    bool happened = true;
+    for (int nth = 1; happened; ++nth) {
+        std::filesystem::remove(_machine.LogFile());
+        BasicConfiguration read;
+        bool complete = false;
+        {
+            const Lumeq::Testing::FailingAllocation failing(nth);
+            complete = GetConfigFileData(read);
+            happened = failing.Happened();
+        }
+        Lumeq::Core::Utils::DropSharedInstance();
+        EXPECT_EQ(complete, !happened) << nth;
+        const std::vector<std::string> warned{"GetConfigFileData exception with std::bad_alloc"};
+        EXPECT_EQ(Warnings(), happened ? warned : std::vector<std::string>()) << nth;
+    }
 }
 
 TEST_F(GetConfigFileDataTest, FailureAfterTheLastReadIsLoggedAndTheResultKept) {

@@ -35,8 +35,7 @@ bool RunClear(Work work) {
 
 template <class Work>
 bool RunSubfolder(Work work) {
-    return RunTimed(
-        Subfolder, [&work] { return RunReported(Subfolder, work); }, L"path");
+    return RunTimed(Subfolder, work, L"path");
 }
 
 class BasicOperationFrame : public testing::Test {

@@ -48,6 +48,13 @@ protected:
 
 constexpr char BadFile[] = " exception with Error parsing local settings file";
 
+/// COM's balance as its first word and the caller, a duration as its label, any other line unchanged.
+std::string WithoutNumbers(const std::string& message) {
+    if (const std::size_t caller = message.find(", f="); caller != std::string::npos)
+        return message.substr(0, message.find(' ')) + " " + message.substr(caller + 4);
+    return message.substr(0, message.find(" took "));
+}
+
 } // namespace
 
 TEST_F(BasicOptInFailure, EmptyFileIsLeftAlone) {
@@ -200,6 +207,49 @@ TEST_F(BasicOptInFailure, ThreadThatLeftAnInstanceBehindKeepsItsComWhenAnotherDr
     EXPECT_EQ(ApartmentOfThread(), S_OK);
     CoUninitialize();
     EXPECT_EQ(ApartmentOfThread(), NotInitialized);
+}
+
+TEST_F(BasicOptInFailure, IsLoggedBeforeTheEndOfComAndOfTheDuration) {
+    WriteLocalFile("<LumeqConfig");
+    for (const Operation& operation : Operations()) {
+        ClearLog();
+        operation.call();
+        Texts lines;
+        for (const Lumeq::Testing::LoggedLine& line : Lines())
+            if (!line.message.ends_with("CoInitialize returns 0x00000000"))
+                lines.push_back(WithoutNumbers(line.message));
+        const std::string name = "Zuvan::LumeqShim::" + operation.name;
+        EXPECT_EQ(lines, (Texts{"Init " + name, "Init Zuvan::Lumeq::Core::Utils::Settings::GetInstance",
+                                "Uninit Zuvan::Lumeq::Core::Utils::Settings::GetInstance",
+                                operation.name + BadFile, "Uninit " + name, operation.name}));
+    }
+}
+
+TEST_F(BasicOptInFailure, MemoryThatRunsOutAnywhereIsWarnedOf) {
+    // Lines below a warning would need memory as well.
+    Lumeq::Common::SetVerbosity(Lumeq::Common::SeverityLevel::WARNING);
+    std::vector<Operation> operations = Operations();
+    const std::wstring path(100, L'a');
+    operations.push_back({"BasicLocalSubfolderPath", [&path] {
+                              BasicLocalSubfolderPath(path);
+                              BasicLocalSubfolderPath({});
+                              return false;
+                          }});
+    for (const Operation& operation : operations) {
+        bool happened = true;
+        for (int nth = 1; happened; ++nth) {
+            WriteLocal("<UserOptIn>True</UserOptIn>");
+            ClearLog();
+            {
+                const FailingAllocation failing(nth);
+                operation.call();
+                happened = failing.Happened();
+            }
+            Lumeq::Core::Utils::DropSharedInstance();
+            const Texts warned{operation.name + " exception with std::bad_alloc"};
+            ASSERT_EQ(Warnings(), happened ? warned : Texts()) << nth;
+        }
+    }
 }
 
 TEST_F(BasicOptInFailure, FailingAllocationsThrowNothing) {

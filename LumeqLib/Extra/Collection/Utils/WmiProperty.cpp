@@ -8,6 +8,7 @@
 
 #include <comdef.h>
 #include <exception>
+#include <optional>
 #include <wbemidl.h>
 
 namespace Zuvan::Lumeq::Extra::Collection::Utils {
@@ -88,13 +89,13 @@ void ReadProperty(const WmiEntryPoints& entryPoints, const std::wstring& classNa
 _variant_t GetWmiProperty(const std::wstring& className, const std::wstring& propertyName,
                           const WmiEntryPoints& entryPoints) {
     _variant_t value;
-    const Common::ComScope com(FunctionName);
-    if (com.Result() < 0) {
-        Log(SeverityLevel::WARNING, L"CoInitialize() failed: 0x%08lx", com.Result());
-        return value;
-    }
+    std::optional<Common::ComScope> com; // Outlives the handler, whose line comes before that of COM's end.
     try {
-        ReadProperty(entryPoints, className, propertyName, value);
+        com.emplace(FunctionName);
+        if (com->Result() >= 0)
+            ReadProperty(entryPoints, className, propertyName, value);
+        else
+            Log(SeverityLevel::WARNING, L"CoInitialize() failed: 0x%08lx", com->Result());
     } catch (const std::exception& failure) {
         Log(SeverityLevel::WARNING, L"Unable to retrieve WMI property: %S",
             Common::NarrowArgument(failure.what()).Text());

@@ -2,6 +2,7 @@
 
 #include "Common/Logger.h"
 #include "FakeWmi.h"
+#include "support/FailingAllocation.h"
 #include "support/IsolatedMachine.h"
 #include "support/LogLines.h"
 #include "support/PrintedNarrowTexts.h"
@@ -140,9 +141,25 @@ TEST_F(GetWmiPropertyTest, StandardExceptionIsLoggedAndTheResultIsEmpty) {
     const Testing::PrintedNarrowTexts printed;
     EXPECT_EQ(Ask().vt, VT_EMPTY);
     EXPECT_THAT(Warnings(), ElementsAre("Unable to retrieve WMI property: out of order"));
+    EXPECT_THAT(LogMessages(_machine.LogFile(), "DEBUG").back(),
+                AllOf(StartsWith("Uninit t="), EndsWith("GetWmiProperty")));
     EXPECT_EQ(printed.Guarded(), 1);
     EXPECT_EQ(printed.Bare(), 0) << "the narrow text ends in two zeros";
     EXPECT_EQ(_wmi.liveObjects, 0);
+    EXPECT_TRUE(IsOutsideCom());
+}
+
+TEST_F(GetWmiPropertyTest, MemoryThatRunsOutBeforeComIsInitialisedIsLoggedAndTheResultIsEmpty) {
+    LogMessage(Common::SeverityLevel::DEBUG, L"", 0, nullptr, L"first");
+    const std::wstring className = L"Win32_Thing";
+    const std::wstring propertyName = L"Name";
+    {
+        const Testing::FailingAllocation failing(1);
+        EXPECT_EQ(GetWmiProperty(className, propertyName, _wmi.EntryPoints()).vt, VT_EMPTY);
+        EXPECT_TRUE(failing.Happened());
+    }
+    EXPECT_THAT(Warnings(), ElementsAre("Unable to retrieve WMI property: std::bad_alloc"));
+    EXPECT_THAT(_wmi.calls, IsEmpty());
     EXPECT_TRUE(IsOutsideCom());
 }
 
