@@ -46,7 +46,8 @@ std::wstring OsVersionWithBuild(const SystemSources& sources) {
 }
 
 std::wstring ScreenResolution() {
-    return ResolutionText(GetSystemMetrics(SM_CXSCREEN), GetSystemMetrics(SM_CYSCREEN));
+    const int width = GetSystemMetrics(SM_CXSCREEN);
+    return ResolutionText(width, GetSystemMetrics(SM_CYSCREEN));
 }
 
 std::wstring Category(const SystemSources& sources) {
