@@ -3,6 +3,7 @@
 #include "Common/ComScope.h"
 #include "Common/ComSession.h"
 #include "Common/Exceptions.h"
+#include "Common/Paths.h"
 #include "support/Apartment.h"
 #include "support/DeliveryStandIns.h"
 #include "support/ImportedFunction.h"
@@ -190,6 +191,29 @@ TEST_F(CompanionLibrary, PlantedLibraryIsNotLoadedInsteadOfABrokenOne) {
     WriteFile(BesideHost(), "no library");
     EXPECT_NE(FailureToFind("FlushInternal"), L"");
     EXPECT_FALSE(IsLoaded());
+}
+
+TEST_F(CompanionLibrary, WhatItNeedsIsNotLoadedFromTheCurrentFolderOrThePath) {
+    using Lumeq::Testing::PlaceDependency;
+    Lumeq::Testing::PlaceCompanionWithDependency(machine.HostFolder());
+    const path planted = machine.TemporaryFolder() / "planted";
+    PlaceDependency(planted);
+    SetEnvironmentVariableW(L"PATH", planted.c_str());
+    const path current = std::filesystem::current_path();
+    std::filesystem::current_path(planted);
+    EXPECT_EQ(FailureToFind("FlushInternal"),
+              L"The companion library could not be loaded: error 126\nPath: \"" + BesideHost().wstring() +
+                  L"\"");
+    EXPECT_EQ(GetModuleHandleW(L"LumeqTestDependency.dll"), nullptr);
+    std::filesystem::current_path(current);
+}
+
+TEST_F(CompanionLibrary, WhatItNeedsIsLoadedFromItsOwnFolder) {
+    Lumeq::Testing::PlaceCompanionWithDependency(machine.HostFolder());
+    Lumeq::Testing::PlaceDependency(machine.HostFolder());
+    EXPECT_EQ(FailureToFind("FlushInternal"), L"");
+    EXPECT_EQ(Lumeq::Common::ModulePath(GetModuleHandleW(L"LumeqTestDependency.dll")),
+              (machine.HostFolder() / "LumeqTestDependency.dll").wstring());
 }
 
 TEST_F(CompanionLibrary, IsFoundInAFolderOfMoreThan260Characters) {

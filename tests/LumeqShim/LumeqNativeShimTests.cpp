@@ -1,15 +1,10 @@
 #include "LumeqShim/LumeqNativeShim.h"
 
+#include "DeliveryTest.h"
 #include "LumeqShim/Basic/BasicOptIn.h"
 #include "LumeqShim/PauseState.h"
-#include "support/DeliveryStandIns.h"
-#include "support/FailingAllocation.h"
-#include "support/IsolatedMachine.h"
-#include "support/LogLines.h"
 
-#include <algorithm>
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 namespace Zuvan::LumeqShim {
 
@@ -19,7 +14,6 @@ using Lumeq::Testing::CompanionCalls;
 using Lumeq::Testing::FailingAllocation;
 using Lumeq::Testing::LetCompanionRaise;
 using Lumeq::Testing::LogMessages;
-using Lumeq::Testing::PlaceCompanion;
 using Lumeq::Testing::PlaceCompanionWithoutFlush;
 using Lumeq::Testing::UseFakeMscoree;
 using testing::ElementsAre;
@@ -81,39 +75,6 @@ const RaisedKind Raised[] = {
     {L"managed2", " failed with unknown exception"},
 };
 
-class DeliveryTest : public testing::Test {
-protected:
-    DeliveryTest() { machine.WriteFactorySettings(); }
-    ~DeliveryTest() override { Lumeq::Testing::FreeCompanion(); }
-
-    void TakeManagedRoad() {
-        UseFakeMscoree(L"v4.0.30319");
-        PlaceCompanion(machine.HostFolder());
-    }
-    /// Provides the companion library, but not the runtime.
-    void TakeBasicRoad() {
-        UseFakeMscoree(L"v2.0.50727");
-        PlaceCompanion(machine.HostFolder());
-    }
-    void ShutGate() {
-        machine.SetDword(HKEY_CURRENT_USER, L"Software\\Zuvan\\NG\\Tracking\\Lumeq", L"TrackingDisabled", 1);
-    }
-
-    /// The local settings file if the subfolder is "sub".
-    std::filesystem::path SettingsFileInSubfolder() const {
-        return machine.ProgramData() / "Zuvan" / "sub" / "LUMEQ" / "LumeqLocalSettings.xml";
-    }
-    std::vector<std::string> Warnings() const { return LogMessages(machine.LogFile(), "WARNING"); }
-
-    /// Starts for an opted-in user. Nothing is sent, because there is no project id.
-    bool HasBasicStartRun() const {
-        const std::vector<std::string> lines = LogMessages(machine.LogFile(), "DEBUG");
-        return std::count(lines.begin(), lines.end(), "Executing Basic Functionality demo 1") == 1;
-    }
-
-    Lumeq::Testing::IsolatedMachine machine;
-};
-
 using ManagedRoad = DeliveryTest;
 using BasicRoad = DeliveryTest;
 using ShutTrackingGate = DeliveryTest;
@@ -127,19 +88,6 @@ class RaisingRoute : public DeliveryTest,
 /// Whether the store has no flag, so that nothing was written on the basic road.
 bool IsBasicStoreEmpty() {
     return !BasicDidUserOpted(UserOptInKey) && !BasicDidUserOpted(OptinBeforePauseKey);
-}
-
-/// Repeats the call, letting the first, second, ... hundredth allocation fail. Returns how many it makes.
-template <class Call>
-int FailEachAllocationOf(Call call) {
-    call();
-    int failed = 0;
-    for (bool happened = true; happened && failed < 100; failed += happened) {
-        const FailingAllocation failure(failed + 1);
-        call();
-        happened = failure.Happened();
-    }
-    return failed;
 }
 
 } // namespace
@@ -321,47 +269,6 @@ TEST_F(FailedAllocation, DoesNotEscapeFromACallThatIsReported) {
 TEST_F(FailedAllocation, DoesNotEscapeFromTheSearchForTheCompanion) {
     UseFakeMscoree(L"v4.0.30319");
     EXPECT_GT(FailEachAllocationOf([] { FlushXX(1); }), 3);
-}
-
-// The basic store throws nothing, but making its arguments can.
-TEST_F(FailedAllocation, InTheFallbackOfTheOptInIsLoggedAsBasicImplementation) {
-    TakeManagedRoad();
-    LetCompanionRaise(L"unknown");
-    FailEachAllocationOf([] { SetUserOptInXX(true); });
-    EXPECT_THAT(Warnings(), testing::Contains("BasicImplementation exception with std::bad_alloc"));
-}
-
-TEST_F(FailedAllocation, InTheFallbackOfTheLocalValueIsLoggedAsBasicImplementation) {
-    TakeManagedRoad();
-    LetCompanionRaise(L"unknown");
-    // Each call consumes its key.
-    std::vector<std::wstring> keys(101, L"OptinBeforePause");
-    auto key = keys.begin();
-    FailEachAllocationOf([&key] { SetLocalValue(true, *key++); });
-    EXPECT_THAT(Warnings(), testing::Contains("BasicImplementation exception with std::bad_alloc"));
-    EXPECT_TRUE(BasicGetUserOptIn(L"OptinBeforePause"));
-}
-
-TEST_F(FailedAllocation, InTheBasicStartIsLoggedAsBasicImplementation) {
-    TakeBasicRoad();
-    IsRequiredDotNetVersionInstalled();
-    {
-        const FailingAllocation failure(1);
-        StartupXX(AppName, {6, 7}, true, false);
-        EXPECT_TRUE(failure.Happened());
-    }
-    EXPECT_THAT(Warnings(), ElementsAre("BasicImplementation exception with std::bad_alloc"));
-}
-
-TEST_F(FailedAllocation, InTheBasicReadOfTheOptInIsLoggedUnderTheInnerNameAlone) {
-    TakeBasicRoad();
-    IsRequiredDotNetVersionInstalled();
-    {
-        const FailingAllocation failure(1);
-        EXPECT_FALSE(GetUserOptInXX());
-        EXPECT_TRUE(failure.Happened());
-    }
-    EXPECT_THAT(Warnings(), ElementsAre("BasicGetUserOptIn exception with std::bad_alloc"));
 }
 
 TEST_F(FailedAllocation, InTheBasicSubfolderIsLoggedUnderTheInnerNameAlone) {

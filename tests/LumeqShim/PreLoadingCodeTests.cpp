@@ -151,6 +151,19 @@ TEST_F(RuntimeProbe, FailureToEnumerateIsLoggedWithTheResultOfTheCallBefore) {
                                      NotFound, Duration));
 }
 
+TEST_F(RuntimeProbe, HostObjectThatComesWithAnotherCodeOfSuccessServesAsWell) {
+    UseFakeMscoree(L"v4.0.30319,false:CLRCreateInstance");
+    EXPECT_TRUE(IsRequiredDotNetVersionInstalled());
+    EXPECT_THAT(Lines(), ElementsAre(SupportAsked, Supported, ComInit, VersionsFollow, Enumerated,
+                                     "DEBUG Found .NET version: v4.0.30319", ComUninit, Found, Duration));
+}
+
+TEST_F(RuntimeProbe, FailureToEnumerateShowsThatOtherCodeOfSuccess) {
+    UseFakeMscoree(L"v4.0.30319,false:CLRCreateInstance,fail:EnumerateInstalledRuntimes");
+    EXPECT_FALSE(IsRequiredDotNetVersionInstalled());
+    EXPECT_THAT(Lines(), Contains("WARNING EnumerateInstalledRuntimes failed 0x00000001"));
+}
+
 TEST_F(RuntimeProbe, AnyEnumerationResultButZeroIsAFailure) {
     UseFakeMscoree(L"v4.0.30319,false:EnumerateInstalledRuntimes");
     EXPECT_FALSE(IsRequiredDotNetVersionInstalled());

@@ -38,9 +38,9 @@ class BasicMessage(BasicRoadTestCase):
         self.assertRegex(fields["app_deployed_uuid"], f"^{UUID}$")
         self.assertRegex(fields["app_session_uuid"], f"^{UUID}$")
 
-    def fields_of_message(self) -> dict[str, str]:
+    def fields_of_message(self, **settings) -> dict[str, str]:
         with self.serve() as service:
-            self.run_host(START)
+            self.run_host(START, **settings)
         return service.seen.messages[0].fields
 
     def test_language_is_the_systems_and_country_the_users(self):
@@ -101,6 +101,12 @@ class BasicMessage(BasicRoadTestCase):
     def test_quotation_mark_and_backslash_arrive_escaped(self):
         message = self.check_wire(AppDeployedId='a"b\\c')
         self.assertIn(r'"app_deployed_id":"a\"b\\c"', message)
+
+    def test_message_of_twenty_thousand_characters_arrives_whole(self):
+        long = "".join(f"{number:04}" for number in range(5000))
+        fields = self.fields_of_message(AppDeployedId=long)
+        self.assertEqual(long, fields["app_deployed_id"])
+        self.assertEqual(19, len(fields))
 
     def test_scheme_of_the_server_plays_no_part(self):
         self.check_wire(LUMServerUri=f"http://{self.ADDRESS}")

@@ -204,6 +204,9 @@ class KilledInTheMiddle(KilledHostTestCase):
     def test_of_a_pause_behind_its_mark(self):
         self.check(RUNNING_IN, "SetUserOptInInternal", (PAUSE,), Flags("True", "True"), [CRASH], RUNNING_IN)
 
+    def test_of_a_choice_behind_its_mark(self):
+        self.check(PAUSED_OUT, "SetUserOptInInternal", (choose(True),), PAUSED_IN, [CRASH], RUNNING_IN)
+
     def test_of_a_resume(self):
         self.check(PAUSED_IN, "SetUserOptInInternal", (RESUME,), PAUSED_IN, [CRASH], RUNNING_IN)
 

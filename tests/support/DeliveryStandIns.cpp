@@ -15,11 +15,14 @@ void UseMscoreeOf(const wchar_t* target) {
     SetDllDirectoryW((programFolder / "support" / "fake_mscoree" / target).c_str());
 }
 
-void CopyCompanion(const wchar_t* target, const std::filesystem::path& folder) {
+void CopyLibrary(const wchar_t* target, const wchar_t* name, const std::filesystem::path& folder) {
     std::filesystem::create_directories(folder);
-    std::filesystem::copy_file(programFolder / "support" / "scripted_companion" / target /
-                                   L"LumeqShim.Managed.dll",
-                               folder / L"LumeqShim.Managed.dll");
+    std::filesystem::copy_file(programFolder / "support" / "scripted_companion" / target / name,
+                               folder / name);
+}
+
+void CopyCompanion(const wchar_t* target, const std::filesystem::path& folder) {
+    CopyLibrary(target, L"LumeqShim.Managed.dll", folder);
 }
 
 /// Null if it is not loaded.
@@ -61,6 +64,14 @@ void PlaceCompanion(const std::filesystem::path& folder) { CopyCompanion(L"scrip
 
 void PlaceCompanionWithoutFlush(const std::filesystem::path& folder) {
     CopyCompanion(L"scripted_companion_without_flush", folder);
+}
+
+void PlaceCompanionWithDependency(const std::filesystem::path& folder) {
+    CopyCompanion(L"scripted_companion_with_dependency", folder);
+}
+
+void PlaceDependency(const std::filesystem::path& folder) {
+    CopyLibrary(L"companion_dependency", L"LumeqTestDependency.dll", folder);
 }
 
 void LetCompanionRaise(const wchar_t* kind) { SetEnvironmentVariableW(L"LUMEQ_SCRIPTED_COMPANION", kind); }

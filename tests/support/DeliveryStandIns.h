@@ -25,6 +25,12 @@ void PlaceCompanion(const std::filesystem::path& folder);
 /// The same with a companion that lacks the operation FlushInternal.
 void PlaceCompanionWithoutFlush(const std::filesystem::path& folder);
 
+/// The same with a companion that needs LumeqTestDependency.dll.
+void PlaceCompanionWithDependency(const std::filesystem::path& folder);
+
+/// Copies that library into the folder.
+void PlaceDependency(const std::filesystem::path& folder);
+
 /// From now on every operation raises: one of the kinds that ScriptedCompanion.h names; null to raise
 /// nothing.
 void LetCompanionRaise(const wchar_t* kind);

@@ -95,6 +95,19 @@ TEST_F(BasicRoadTest, MessageThatRaisedIsTriedAgainAtTheNextStart) {
     EXPECT_THAT(Messages(), SizeIs(1));
 }
 
+TEST_F(BasicRoadTest, MessageThatRaisedLogsItsDurationAndNotItsClosingLines) {
+    OptIn(true);
+    const ImportedFunction<decltype(GetSystemPowerStatus)> raising(
+        "kernel32.dll", "GetSystemPowerStatus", [](SYSTEM_POWER_STATUS*) -> BOOL { throw 42; });
+    EXPECT_THROW(BasicStart(L"scan"), int);
+    const std::vector<std::string> lines = Logged("DEBUG");
+    const auto first = std::find(lines.begin(), lines.end(), "Executing Basic Functionality scan");
+    ASSERT_NE(first, lines.end());
+    EXPECT_THAT(std::vector<std::string>(first, lines.end()),
+                testing::ElementsAre("Executing Basic Functionality scan", "------------------------------",
+                                     MatchesRegex("BasicImplementation took \\d+ ms")));
+}
+
 TEST_F(BasicRoadTest, MessageHoldsMachineAndApplication) {
     OptIn(true);
     BasicStart(L"my scan");

@@ -174,7 +174,7 @@ extern "C" HRESULT WINAPI CLRCreateInstance(REFCLSID classId, REFIID iid, void**
     if (IsScripted(L"fail:CLRCreateInstance"))
         return RuntimeNotFound;
     *instance = new Host;
-    return S_OK;
+    return IsScripted(L"false:CLRCreateInstance") ? S_FALSE : S_OK;
 }
 
 } // namespace Zuvan::Lumeq::Testing

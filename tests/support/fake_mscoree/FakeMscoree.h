@@ -7,7 +7,9 @@
 //   nameless           one whose GetVersionString fails and writes nothing
 //   fail:CALL          CALL fails: load (of the library itself), CLRCreateInstance (0x80131700),
 //                      EnumerateInstalledRuntimes (0x80004005), Next (0x80004005, after the last runtime)
-//   false:CALL         EnumerateInstalledRuntimes returns 1, which is not an error code but not zero either
+//   false:CALL         CLRCreateInstance, with the host object, or EnumerateInstalledRuntimes returns 1,
+//   which is
+//                      not an error code but not zero either
 //   managed:CALL       CALL raises an exception of the managed runtime: any of the above except load, or
 //                      GetVersionString
 //   throw:CALL         EnumerateInstalledRuntimes or GetVersionString throws a C++ exception
