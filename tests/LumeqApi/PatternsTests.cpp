@@ -89,7 +89,7 @@ const std::vector<PatternCase>& Cases() {
         {"controlName",
          controlNamePattern,
          {L"a", L"OK", L"ok-button", L"a_b", L"a--b", L"1", L"a-_-1"},
-         {L"", L"-a", L"a-", L"_a", L"a_", L"a b", L"a#b", L"a/b", L"a\n"},
+         {L"", L"-a", L"a-", L"_a", L"a_", L"a b", L"a.b", L".", L"a.", L"a#b", L"a/b", L"a\n"},
          L"ab",
          L"a-",
          L"\n"},
