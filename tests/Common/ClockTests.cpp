@@ -52,6 +52,14 @@ TEST(UtcMillisecondsOf, IsNegativeBefore1970) {
     EXPECT_EQ(UtcMillisecondsOf(0), -11644473600000);
 }
 
+TEST(UtcMillisecondsOf, CutsPartsOfAMillisecondOffTowardsZeroBefore1970) {
+    constexpr std::uint64_t Epoch = 116444736000000000;
+    EXPECT_EQ(UtcMillisecondsOf(Epoch - 9'990), 0);
+    EXPECT_EQ(UtcMillisecondsOf(Epoch - 10'000), -1);
+    EXPECT_EQ(UtcMillisecondsOf(Epoch - 19'990), -1);
+    EXPECT_EQ(UtcMillisecondsOf(Epoch - 20'000), -2);
+}
+
 TEST(UtcMillisecondsOf, AgreesWithBoost) {
     constexpr std::uint64_t Epoch = 116444736000000000;
     for (std::uint64_t fileTime = Epoch - 20'000; fileTime < Epoch + 20'000; ++fileTime)

@@ -2,7 +2,45 @@
 
 #include <gtest/gtest.h>
 
+#include <string>
+#include <type_traits>
+
 namespace Zuvan::Lumeq::Common {
+
+namespace {
+
+/// Names the classes whose handlers catch an exception of this class.
+template <class Exception>
+std::string HandlersOf() {
+    std::string names;
+    const auto add = [&names]<class Base>(const Base*, const char* name) {
+        if (std::is_base_of_v<Base, Exception>)
+            names += std::string(names.empty() ? "" : " ") + name;
+    };
+    add(static_cast<std::runtime_error*>(nullptr), "std::runtime_error");
+    add(static_cast<VestoException*>(nullptr), "Vesto");
+    add(static_cast<ArgumentException*>(nullptr), "Argument");
+    add(static_cast<ArgumentOutOfRangeException*>(nullptr), "OutOfRange");
+    add(static_cast<ValidationErrorException*>(nullptr), "ValidationError");
+    add(static_cast<InvalidOperationException*>(nullptr), "InvalidOperation");
+    add(static_cast<ComException*>(nullptr), "Com");
+    add(static_cast<FileNotFoundException*>(nullptr), "FileNotFound");
+    add(static_cast<FileFormatException*>(nullptr), "FileFormat");
+    return names;
+}
+
+} // namespace
+
+TEST(Exceptions, AreCaughtAsTheirBasesAndAsNoOthers) {
+    EXPECT_EQ(HandlersOf<VestoException>(), "std::runtime_error Vesto");
+    EXPECT_EQ(HandlersOf<ArgumentException>(), "std::runtime_error Vesto Argument");
+    EXPECT_EQ(HandlersOf<ArgumentOutOfRangeException>(), "std::runtime_error Vesto Argument OutOfRange");
+    EXPECT_EQ(HandlersOf<ValidationErrorException>(), "std::runtime_error Vesto Argument ValidationError");
+    EXPECT_EQ(HandlersOf<InvalidOperationException>(), "std::runtime_error Vesto InvalidOperation");
+    EXPECT_EQ(HandlersOf<ComException>(), "std::runtime_error Vesto Com");
+    EXPECT_EQ(HandlersOf<FileNotFoundException>(), "std::runtime_error Vesto FileNotFound");
+    EXPECT_EQ(HandlersOf<FileFormatException>(), "std::runtime_error Vesto FileFormat");
+}
 
 TEST(Exceptions, VestoExceptionIsItsMessage) {
     const VestoException exception(L"caf\u00e9");

@@ -19,6 +19,7 @@ constexpr std::int64_t Hour = 3'600'000;
 // Midnight UTC.
 constexpr std::int64_t July7Of2017 = 1'499'385'600'000;
 constexpr std::int64_t March1Of2030 = 1'898'553'600'000;
+constexpr std::int64_t July1Of2030 = 1'909'094'400'000;
 constexpr std::int64_t LastKnown = 2'147'483'647'000;
 
 class LogDate : public testing::Test {
@@ -136,6 +137,14 @@ TEST_F(LogDate, IsMidnightInLocalTime) {
     UseZone("CET-1");
     EXPECT_TRUE(IsLogDateOpen(L"2030-03-01", March1Of2030 - Hour));
     EXPECT_FALSE(IsLogDateOpen(L"2030-03-01", March1Of2030 - Hour + 1));
+}
+
+TEST_F(LogDate, IsMidnightWithoutDaylightSaving) {
+    UseZone("CET-1CEST");
+    EXPECT_TRUE(IsLogDateOpen(L"2030-03-01", March1Of2030 - Hour));
+    EXPECT_FALSE(IsLogDateOpen(L"2030-03-01", March1Of2030 - Hour + 1));
+    EXPECT_TRUE(IsLogDateOpen(L"2030-07-01", July1Of2030 - Hour));
+    EXPECT_FALSE(IsLogDateOpen(L"2030-07-01", July1Of2030 - Hour + 1));
 }
 
 TEST_F(LogDate, EmptyOneIsTheDefaultDate) {

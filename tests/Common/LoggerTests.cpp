@@ -4,6 +4,7 @@
 
 #include <gmock/gmock.h>
 
+#include <fstream>
 #include <regex>
 #include <set>
 #include <thread>
@@ -26,6 +27,28 @@ TEST_F(LoggerTest, WritesTheLineAsItIsLaidOut) {
         std::regex("\\d{4}-\\d\\d-\\d\\dT\\d\\d:\\d\\d:\\d\\d\\.\\d{3}Z TRACE   0x[0-9a-f]{8} \\| <A::b> "
                    "x=7\r\n")))
         << content;
+}
+
+TEST_F(LoggerTest, LineShowsTheSystemsNumberOfItsThread) {
+    StartLogging("debug");
+    std::vector<std::string> expected;
+    const auto logHere = [&expected] {
+        std::ostringstream digits;
+        digits << std::hex << GetCurrentThreadId();
+        std::string number = digits.str();
+        number.resize(8, '0');
+        expected.push_back("DEBUG   0x" + number + " | x\r");
+        Log(SeverityLevel::DEBUG, L"x");
+    };
+    logHere();
+    std::thread(logHere).join();
+    EXPECT_NE(expected[0], expected[1]);
+    std::ifstream file(machine.LogFile(), std::ios::binary);
+    std::string line;
+    for (const std::string& end : expected) {
+        ASSERT_TRUE(std::getline(file, line));
+        EXPECT_THAT(line, EndsWith(end));
+    }
 }
 
 TEST_F(LoggerTest, DataIsInBothFilesWithIdenticalText) {
@@ -181,6 +204,32 @@ TEST_F(LoggerTest, ThreadsDoNotMixTheirLines) {
 TEST(ElapsedTicks, CountsAcrossTheWrap) {
     EXPECT_EQ(ElapsedTicks(100, 142), 42U);
     EXPECT_EQ(ElapsedTicks(0xFFFFFFF0, 0x10), 0x20U);
+}
+
+TEST_F(LoggerTest, DurationIsInMillisecondsFromTheEndOfTheFormattingOn) {
+    StartLogging("debug");
+    static std::vector<std::string> order;
+    using Print = int(wchar_t*, std::size_t, const wchar_t*, char*);
+    const ImportedFunction<Print> printing(
+        "msvcrt.dll", "_vsnwprintf",
+        [](wchar_t* buffer, std::size_t size, const wchar_t* format, char* arguments) {
+            order.emplace_back("format");
+            return Testing::RealFunction<Print>("msvcrt.dll", "_vsnwprintf")(buffer, size, format, arguments);
+        });
+    // Nearly at the end of what the counter holds.
+    const ImportedFunction<decltype(GetTickCount)> ticking("kernel32.dll", "GetTickCount", []() -> DWORD {
+        order.emplace_back("clock");
+        static DWORD now = 0xFFFFFF00;
+        return now += 1234;
+    });
+    {
+        const ScopedDurationLog duration(L"Work(%s)", L"a");
+        order.emplace_back("work");
+    }
+    ASSERT_GE(order.size(), 5U);
+    order.resize(5);
+    EXPECT_THAT(order, ElementsAre("format", "clock", "work", "clock", "format"));
+    EXPECT_THAT(LogLines(machine.LogFile()), ElementsAre(LoggedLine{"DEBUG", "", "Work took 1234 ms"}));
 }
 
 TEST(DurationLabel, EndsBeforeTheFirstParenthesis) {

@@ -3,6 +3,7 @@
 #include "LumeqLib/Core/Utils/LoadLogPolicy.h"
 #include "LumeqLib/Core/Utils/Settings.h"
 #include "support/DebuggerStandIn.h"
+#include "support/ImportedFunction.h"
 #include "support/IsolatedMachine.h"
 #include "support/LogLines.h"
 
@@ -47,6 +48,13 @@ protected:
 };
 
 using Texts = std::vector<std::string>;
+
+/// The machine's clock, in steps of 100 ns since 1601.
+std::uint64_t machineTime;
+
+void WINAPI ReadMachineTime(FILETIME* time) {
+    *time = {static_cast<DWORD>(machineTime), static_cast<DWORD>(machineTime >> 32)};
+}
 
 } // namespace
 
@@ -114,6 +122,23 @@ TEST_F(LoadLogPolicy, DateThatDoesNotParseOrIsMissingIsTheDefaultDate) {
         });
         EXPECT_FALSE(Common::LoggingEnabled());
     }
+}
+
+TEST_F(LoadLogPolicy, DateWithoutADateIsOnUntilTheDefaultDate) {
+    _putenv("TZ=UTC0");
+    _tzset();
+    _machine.WriteFactorySettings("<Log>date</Log><LogDate/><LogLevel>trace</LogLevel>");
+    const Testing::ImportedFunction<decltype(GetSystemTimeAsFileTime)> clock(
+        "kernel32.dll", "GetSystemTimeAsFileTime", &ReadMachineTime);
+    machineTime = 131'438'592'000'000'000; // 2017-07-07 00:00:00.000 UTC
+    LogEach();
+    EXPECT_EQ(Written(), (Texts{"DATA", "ERROR", "WARNING", "TRACE"}));
+    EXPECT_EQ(PolicyLines(), (Texts{"Logger: LogLevel='trace'", "Logger: Log='date', LogDate=''",
+                                    "Logger: Logging is on by default until 2017-07-07T00:00:00Z",
+                                    "Logger: Logging is currently ENABLED"}));
+    machineTime += 10'000; // a millisecond
+    Common::LoadLogPolicy();
+    EXPECT_FALSE(Common::LoggingEnabled());
 }
 
 TEST_F(LoadLogPolicy, UnlistedWordIsInvalidAndLeavesTheDefaultDate) {

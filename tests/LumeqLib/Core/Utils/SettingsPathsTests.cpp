@@ -142,6 +142,25 @@ TEST(CombinePath, JoinedPathOf520CharactersIsRefused) {
     EXPECT_EQ(CombineFailure(std::wstring(300, L'a'), std::wstring(219, L'b')), TooLong);
 }
 
+TEST(AllUsersFolder, NewerRoadIsForWhatTheSystemCallsVistaOrLater) {
+    static BOOL answer;
+    const Testing::ImportedFunction<decltype(VerifyVersionInfoW)> asked(
+        "kernel32.dll", "VerifyVersionInfoW",
+        [](OSVERSIONINFOEXW* version, DWORD fields, DWORDLONG conditions) -> BOOL {
+            EXPECT_EQ(version->dwOSVersionInfoSize, 284U);
+            EXPECT_EQ(version->dwMajorVersion, 6U);
+            EXPECT_EQ(version->dwMinorVersion, 0U);
+            EXPECT_EQ(version->wServicePackMajor, 0U);
+            EXPECT_EQ(fields, 0x23U);                   // minor version, major version and service pack
+            EXPECT_EQ(conditions & 0x3FFFFU, 0x1801BU); // each of them greater or equal
+            return answer;
+        });
+    for (const BOOL isLater : {TRUE, FALSE}) {
+        answer = isLater;
+        EXPECT_EQ(AllUsersFolderSystem().IsVistaOrLater(), isLater != FALSE);
+    }
+}
+
 TEST(AllUsersFolder, IsTheCommonApplicationData) {
     const IsolatedMachine machine;
     EXPECT_EQ(FindAllUsersFolder(), machine.ProgramData().wstring());
@@ -249,9 +268,14 @@ TEST_F(LocalPath, SubfolderComesBeforeLumeq) {
 }
 
 TEST_F(LocalPath, WhiteSpaceSubfolderIsNone) {
-    localSubfolder = L" \t";
+    for (const wchar_t* subfolder : {L" \t", L"\u00a0", L"\u2003", L"\u3000"}) {
+        localSubfolder = subfolder;
+        EXPECT_EQ(FindLocalSettingsPath(),
+                  _machine.ProgramData().wstring() + L"\\Zuvan\\LUMEQ\\LumeqLocalSettings.xml");
+    }
+    localSubfolder = L"\u00a0a";
     EXPECT_EQ(FindLocalSettingsPath(),
-              _machine.ProgramData().wstring() + L"\\Zuvan\\LUMEQ\\LumeqLocalSettings.xml");
+              _machine.ProgramData().wstring() + L"\\Zuvan\\\u00a0a\\LUMEQ\\LumeqLocalSettings.xml");
 }
 
 TEST_F(LocalPath, SubfolderThatMakesThePathTooLongIsAFailure) {

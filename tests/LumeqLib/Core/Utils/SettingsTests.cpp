@@ -13,6 +13,7 @@
 #include <cstdlib>
 #include <objbase.h>
 #include <psapi.h>
+#include <thread>
 
 namespace Zuvan::Lumeq::Core::Utils {
 
@@ -209,6 +210,23 @@ TEST_F(SettingsTest, DropOfTheLastReferenceDoesNotLockItselfOut) {
     DropSharedInstance();
     EXPECT_TRUE(SettingsLock().try_lock());
     SettingsLock().unlock();
+}
+
+TEST_F(SettingsTest, InstanceEndsUnderTheLock) {
+    std::shared_ptr<Settings> settings = Settings::GetInstance();
+    DropSharedInstance();
+    static int held = 0;
+    static int free = 0;
+    const ImportedFunction<decltype(CoUninitialize)> ending("ole32.dll", "CoUninitialize", [] {
+        std::thread([] {
+            const std::unique_lock lock(SettingsLock(), std::try_to_lock);
+            ++(lock ? free : held);
+        }).join();
+        RealFunction<decltype(CoUninitialize)>("ole32.dll", "CoUninitialize")();
+    });
+    settings.reset();
+    EXPECT_EQ(held, 1);
+    EXPECT_EQ(free, 0);
 }
 
 TEST_F(SettingsTest, UseKeepsItsInstanceUntilItHasFinished) {

@@ -2,11 +2,13 @@
 
 #include "LumeqLib/Extra/Eventing/EventContext.h"
 #include "LumeqLib/Extra/Eventing/TaskDetails.h"
+#include "support/ImportedFunction.h"
 #include "support/SmallStack.h"
 #include "support/TextShape.h"
 #include "tests/LumeqLib/Extra/Eventing/EventingSupport.h"
 
 #include <chrono>
+#include <rpc.h>
 #include <thread>
 #include <type_traits>
 #include <vector>
@@ -111,6 +113,20 @@ TEST(EventingTask, TwoTasksNeverShareAGuid) {
     EventingTask first = SomeTask();
     EventingTask second = SomeTask();
     EXPECT_NE(GuidOf(first.Initiated()), GuidOf(second.Initiated()));
+}
+
+TEST(EventingTask, GuidThatTheSystemFailsToMakeIsWhatTheSystemLeft) {
+    {
+        const Testing::ImportedFunction<decltype(UuidCreate)> failing(
+            "rpcrt4.dll", "UuidCreate", [](UUID*) -> RPC_STATUS { return RPC_S_UUID_NO_ADDRESS; });
+        EXPECT_EQ(GuidOf(SomeTask().Initiated()), L"00000000-0000-0000-0000-000000000000");
+    }
+    const Testing::ImportedFunction<decltype(UuidCreate)> local("rpcrt4.dll", "UuidCreate",
+                                                                [](UUID* uuid) -> RPC_STATUS {
+                                                                    uuid->Data1 = 0x1A2B3C4D;
+                                                                    return RPC_S_UUID_LOCAL_ONLY;
+                                                                });
+    EXPECT_EQ(GuidOf(SomeTask().Initiated()), L"1a2b3c4d-0000-0000-0000-000000000000");
 }
 
 TEST(EventingTask, HostsValueUnderTheNameOfTheGuidIsReplaced) {
