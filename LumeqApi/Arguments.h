@@ -9,8 +9,8 @@
 #include "Common/Pattern.h"
 #include "Common/Text.h"
 #include "LumeqApi/Call.h"
-#include "LumeqApi/Enumerations.h"
 #include "LumeqApi/Patterns.h"
+#include "LumeqLib/Extra/Eventing/Enumerations.h"
 
 #include <Lumeq/LumeqApi.h>
 
@@ -44,7 +44,9 @@ inline std::wstring Render(bool flag) { return flag ? L"1" : L"0"; }
 inline std::wstring Render(unsigned char byte) { return Common::DecimalText(byte); }
 inline std::wstring Render(std::int32_t number) { return Common::DecimalText(number); }
 template <class Enumeration>
-requires std::is_enum_v<Enumeration> std::wstring Render(Enumeration value) { return ApiText(value); }
+requires std::is_enum_v<Enumeration> std::wstring Render(Enumeration value) {
+    return Extra::Eventing::ApiText(value);
+}
 
 /// Appends "label: " and the value between the marks. The value ends at its first zero, as every text in the
 /// log does.

@@ -70,7 +70,7 @@ void NumberedMethod::TraceTo(std::wstring& line) const {
 }
 
 void NameMethod(const Call& call, ConnectionMethodType enumValue, std::wstring& textValue) {
-    textValue = ApiText(enumValue);
+    textValue = Extra::Eventing::ApiText(enumValue);
     Trace(call, Traced{L"...returns textValue", textValue});
 }
 

@@ -9,6 +9,7 @@ namespace Zuvan::Lumeq::API {
 
 using namespace LumeqShim;
 using Common::SeverityLevel;
+using Extra::Eventing::ToRecord;
 
 namespace {
 

@@ -45,7 +45,7 @@ struct PageCount {
 /// value.
 template <class Enumeration>
 requires std::is_enum_v<Enumeration>
-auto RecordOf(const Traced<Enumeration>& row) { return ToRecord(row.value); }
+auto RecordOf(const Traced<Enumeration>& row) { return Extra::Eventing::ToRecord(row.value); }
 inline ScanFeatureMap RecordOf(const Traced<ScanFeatureMap>& row) { return row.value; }
 inline const std::wstring& RecordOf(const Required& row) { return row.value; }
 inline std::int32_t RecordOf(const PageCount& row) { return row.pages; }

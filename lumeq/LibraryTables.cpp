@@ -1,13 +1,15 @@
 #include "lumeq/LibraryTables.h"
 
 #include "Common/Exceptions.h"
-#include "LumeqApi/Enumerations.h"
+#include "Common/Utf.h"
 #include "LumeqApi/Patterns.h"
+#include "LumeqLib/Extra/Eventing/Enumerations.h"
 #include "LumeqLib/Extra/Eventing/EventingTask.h"
 #include "LumeqLib/Extra/Eventing/LabelChecks.h"
 #include "LumeqLib/Extra/Eventing/TaskDetails.h"
 
 #include <map>
+#include <tuple>
 
 namespace Zuvan::Lumeq::Tool {
 
@@ -50,8 +52,9 @@ const std::map<std::string, const Common::Pattern*>& Patterns() {
     return patterns;
 }
 
-template <class Api>
-LibraryEnumeration Of() {
+template <class Api, class Record>
+LibraryEnumeration Of(const Classes::Enumeration<Api, Record>&) {
+    using Classes::ToRecord;
     return {[](std::int32_t value) {
                 try {
                     static_cast<void>(ToRecord(static_cast<Api>(value)));
@@ -60,36 +63,16 @@ LibraryEnumeration Of() {
                     return false;
                 }
             },
-            [](std::int32_t value) { return ApiText(static_cast<Api>(value)); },
+            [](std::int32_t value) { return Classes::ApiText(static_cast<Api>(value)); },
             [](std::int32_t value) { return static_cast<std::int32_t>(ToRecord(static_cast<Api>(value))); }};
 }
 
 const std::map<std::string, LibraryEnumeration>& Enumerations() {
-    static const std::map<std::string, LibraryEnumeration> enumerations{
-        {"AdType", Of<AdType>()},
-        {"ConfigurationSettingType", Of<ConfigurationSettingType>()},
-        {"ConnectionMethodType", Of<ConnectionMethodType>()},
-        {"ConnectionScenarioType", Of<ConnectionScenarioType>()},
-        {"HowType", Of<HowType>()},
-        {"InstallType", Of<InstallType>()},
-        {"WhyType", Of<WhyType>()},
-        {"File::DestinationType", Of<File::DestinationType>()},
-        {"File::MimeType", Of<File::MimeType>()},
-        {"File::ShortcutType", Of<File::ShortcutType>()},
-        {"File::ShortcutVarianceType", Of<File::ShortcutVarianceType>()},
-        {"Scan::ColorModeType", Of<Scan::ColorModeType>()},
-        {"Scan::ItemType", Of<Scan::ItemType>()},
-        {"Scan::MimeType", Of<Scan::MimeType>()},
-        {"Scan::PageSizeType", Of<Scan::PageSizeType>()},
-        {"Scan::ResolutionType", Of<Scan::ResolutionType>()},
-        {"Scan::ShortcutType", Of<Scan::ShortcutType>()},
-        {"Scan::ShortcutVarianceType", Of<Scan::ShortcutVarianceType>()},
-        {"Scan::SourceType", Of<Scan::SourceType>()},
-        {"Print::ItemType", Of<Print::ItemType>()},
-        {"Print::MimeType", Of<Print::MimeType>()},
-        {"Print::PageSizeType", Of<Print::PageSizeType>()},
-        {"Print::SubsystemType", Of<Print::SubsystemType>()},
-    };
+    static const auto enumerations = std::apply(
+        [](const auto&... its) {
+            return std::map<std::string, LibraryEnumeration>{{Common::ToUtf8(its.names.api), Of(its)}...};
+        },
+        Classes::Enumerations.all);
     return enumerations;
 }
 

@@ -24,7 +24,7 @@ bool ClassTakesTaskResult(const std::wstring& result) {
 
 bool ClassTakesInstallVersion(const std::wstring& version) {
     return !Thrown<Common::ArgumentException>(
-        [&] { SwInstallTaskDetails(InstallType::msi, L"name", version); });
+        [&] { SwInstallTaskDetails(InstallType{1}, L"name", version); });
 }
 
 bool ProductMatches(Kind kind, const std::wstring& text) {

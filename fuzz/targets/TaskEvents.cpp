@@ -4,7 +4,7 @@
 #include "fuzz/support/ExportModel.h"
 #include "fuzz/support/Input.h"
 #include "fuzz/support/Require.h"
-#include "tests/LumeqApi/ExpectedEnumerations.h"
+#include "tests/LumeqLib/Extra/Eventing/ExpectedEnumerations.h"
 
 #include <Lumeq/LumeqApi.h>
 

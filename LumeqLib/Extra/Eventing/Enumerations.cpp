@@ -2,39 +2,58 @@
 
 #include "Common/Exceptions.h"
 
+#include <array>
+#include <span>
+
 namespace Zuvan::Lumeq::Extra::Eventing {
 
 namespace {
 
+struct Description {
+    const EnumerationNames& names;
+    std::span<const EnumerationRow> rows;
+};
+
+constexpr std::array Descriptions = std::apply(
+    [](const auto&... its) {
+        return std::array{Description{its.names, its.rows}...};
+    },
+    Enumerations.all);
+
 // Unsigned, so that a negative value falls outside.
-const EnumerationRow* FindApiValue(const Enumeration& enumeration, std::int32_t apiValue) {
+const EnumerationRow* FindApiValue(std::size_t position, std::int32_t apiValue) {
+    const std::span<const EnumerationRow> rows = Descriptions[position].rows;
     const auto index = static_cast<std::uint32_t>(apiValue);
-    return index < enumeration.rows.size() ? &enumeration.rows[index] : nullptr;
+    return index < rows.size() ? &rows[index] : nullptr;
 }
 
-std::wstring Undefined(const wchar_t* stem, std::int32_t value) {
-    return stem + std::to_wstring(value) + L"]";
+/// `separator` distinguishes the two forms: the thrown message lacks the word "value".
+std::wstring Undefined(const wchar_t* name, const wchar_t* separator, std::int32_t value) {
+    return std::wstring(L"[Undefined ") + name + separator + std::to_wstring(value) + L"]";
 }
 
 } // namespace
 
-std::wstring RecordText(const Enumeration& enumeration, std::int32_t recordValue) {
-    for (const EnumerationRow& row : enumeration.rows)
+std::wstring RecordText(std::size_t position, std::int32_t recordValue) {
+    const auto& [names, rows] = Descriptions[position];
+    for (const EnumerationRow& row : rows)
         if (row.recordValue == recordValue)
             return row.text;
-    return Undefined(enumeration.recordTextStem, recordValue);
+    return Undefined(names.record, L" value: ", recordValue);
 }
 
-std::wstring ApiText(const Enumeration& enumeration, std::int32_t apiValue) {
-    const EnumerationRow* row = FindApiValue(enumeration, apiValue);
-    return row ? row->text : Undefined(enumeration.apiTextStem, apiValue);
+std::wstring ApiText(std::size_t position, std::int32_t apiValue) {
+    if (const EnumerationRow* row = FindApiValue(position, apiValue))
+        return row->text;
+    return Undefined(Descriptions[position].names.apiText, L" value: ", apiValue);
 }
 
-std::int32_t ToRecordValue(const Enumeration& enumeration, std::int32_t apiValue) {
-    if (const EnumerationRow* row = FindApiValue(enumeration, apiValue))
+std::int32_t ToRecordValue(std::size_t position, std::int32_t apiValue) {
+    if (const EnumerationRow* row = FindApiValue(position, apiValue))
         return row->recordValue;
-    throw Common::ArgumentOutOfRangeException(
-        enumeration.paramName, Undefined(enumeration.thrownStem, apiValue), std::to_wstring(apiValue));
+    const EnumerationNames& names = Descriptions[position].names;
+    throw Common::ArgumentOutOfRangeException(names.paramName, Undefined(names.api, L": ", apiValue),
+                                              std::to_wstring(apiValue));
 }
 
 } // namespace Zuvan::Lumeq::Extra::Eventing

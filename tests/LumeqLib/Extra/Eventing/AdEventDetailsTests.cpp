@@ -16,15 +16,14 @@ std::wstring Fields(const std::wstring& type, const std::wstring& product, const
 } // namespace
 
 TEST(AdEventDetails, HoldsTheCampaign) {
-    EXPECT_EQ(Show(AdEventDetails(CampaignType::banner, L"ink", L"spring", L"b").Data()),
+    EXPECT_EQ(Show(AdEventDetails(CampaignType{1}, L"ink", L"spring", L"b").Data()),
               Fields(L"banner", L"ink", L"spring", L"b"));
 }
 
 TEST(AdEventDetails, TellsEveryTypeByItsText) {
     const std::pair<CampaignType, const wchar_t*> types[] = {
-        {CampaignType::unknown, L"unknown"},           {CampaignType::banner, L"banner"},
-        {CampaignType::hyperlink, L"hyperlink"},       {CampaignType::tile, L"tile"},
-        {CampaignType::virtualalert, L"virtualalert"},
+        {CampaignType{0}, L"unknown"}, {CampaignType{1}, L"banner"},       {CampaignType{2}, L"hyperlink"},
+        {CampaignType{3}, L"tile"},    {CampaignType{4}, L"virtualalert"},
     };
     for (const auto& [type, text] : types)
         EXPECT_EQ(Show(AdEventDetails(type, L"p", L"n", L"v").Data()), Fields(text, L"p", L"n", L"v"));
@@ -36,22 +35,22 @@ TEST(AdEventDetails, TypeOutsideTheTableIsTold) {
 }
 
 TEST(AdEventDetails, EmptyTextsAreUnknown) {
-    EXPECT_EQ(Show(AdEventDetails(CampaignType::tile, L"", L"", L"").Data()),
+    EXPECT_EQ(Show(AdEventDetails(CampaignType{3}, L"", L"", L"").Data()),
               Fields(L"tile", L"unknown", L"unknown", L"unknown"));
 }
 
 TEST(AdEventDetails, WhiteSpaceIsUnknown) {
-    EXPECT_EQ(Show(AdEventDetails(CampaignType::tile, L"\t", L"   ", L"\r\n").Data()),
+    EXPECT_EQ(Show(AdEventDetails(CampaignType{3}, L"\t", L"   ", L"\r\n").Data()),
               Fields(L"tile", L"unknown", L"unknown", L"unknown"));
 }
 
 TEST(AdEventDetails, OtherTextsAreNotTrimmed) {
-    EXPECT_EQ(Show(AdEventDetails(CampaignType::tile, L"p ", L" x ", L"\tv").Data()),
+    EXPECT_EQ(Show(AdEventDetails(CampaignType{3}, L"p ", L" x ", L"\tv").Data()),
               Fields(L"tile", L"p ", L" x ", L"\tv"));
 }
 
 TEST(AdEventDetails, ClonesItself) {
-    auto details = std::make_unique<AdEventDetails>(CampaignType::tile, L"p", L"n", L"v");
+    auto details = std::make_unique<AdEventDetails>(CampaignType{3}, L"p", L"n", L"v");
     const std::unique_ptr<EventDetails> clone = details->Clone();
     details.reset();
     EXPECT_NE(dynamic_cast<const AdEventDetails*>(clone.get()), nullptr);

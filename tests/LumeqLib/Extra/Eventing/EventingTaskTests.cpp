@@ -82,7 +82,7 @@ TEST(EventingTask, CompletedEventCarriesDetailsResultAndDuration) {
     SettableClock::now = 1000;
     task.Initiated(SettableClock::Read);
     SettableClock::now = 4000;
-    const DeviceConfigTaskDetails details(ConfigurationSetting::pbut_consent_enable);
+    const DeviceConfigTaskDetails details(ConfigurationSetting{1});
     const CompletionEvent event = task.Completed(L"error_12", &details, SettableClock::Read);
     EXPECT_EQ(event.Timestamp(), 4000U);
     EXPECT_EQ(Show(event.Record()),

@@ -29,7 +29,7 @@ TEST(RecordOrder, OfAnAdWithAContextOfTwentyPairs) {
     for (int i = 0; i < 20; ++i)
         local[L"key" + std::to_wstring(i)] = L"v";
     const EventObject ad =
-        MakeAdObject(L"/Home#ok", std::make_unique<AdEventDetails>(CampaignType::banner, L"p", L"n", L"v"));
+        MakeAdObject(L"/Home#ok", std::make_unique<AdEventDetails>(CampaignType{1}, L"p", L"n", L"v"));
     EXPECT_EQ(
         Order(MakeClickedEvent(ad, MakeEventContext(&local, L"Tarvik")).Record()),
         L"13{ app_event_context 13{ context_local 29{ key11 key10 key17 key9 key8 key7 key18 key19 key4 "

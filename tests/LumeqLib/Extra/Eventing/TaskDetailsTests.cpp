@@ -19,11 +19,8 @@ void ExpectClone(const Details& details) {
 }
 
 ScanAcquireTaskDetails Scan(ScanFeatureMap features, std::int32_t pages) {
-    return {Shortcut::save_pdf,  ShortcutVariance::modified,
-            ItemType::photo,     Resolution::dpi_300,
-            ColorMode::gray,     PageSize::a4,
-            Source::flatbed,     MimeType::image_jpg,
-            std::move(features), pages};
+    return {Shortcut{1}, ShortcutVariance{3}, ItemType{2}, Resolution{5},       ColorMode{2},
+            PageSize{9}, Source{1},           MimeType{3}, std::move(features), pages};
 }
 
 std::wstring ScanRecord(const std::wstring& features, const std::wstring& pages) {
@@ -42,7 +39,7 @@ constexpr wchar_t VersionRefused[] =
 
 std::wstring VersionRefusal(const std::wstring& version) {
     return FullMessageOf<Common::ArgumentException>(
-        [&] { SwInstallTaskDetails(InstallType::msi, L"name", version); });
+        [&] { SwInstallTaskDetails(InstallType{1}, L"name", version); });
 }
 
 bool Installs(const std::wstring& version) { return VersionRefusal(version) == L"(nothing was thrown)"; }
@@ -50,7 +47,7 @@ bool Installs(const std::wstring& version) { return VersionRefusal(version) == L
 } // namespace
 
 TEST(DeviceConfigTaskDetails, HoldsTheSetting) {
-    const DeviceConfigTaskDetails details(ConfigurationSetting::webservices_registration);
+    const DeviceConfigTaskDetails details(ConfigurationSetting{2});
     EXPECT_EQ(
         Show(details.Data()),
         L"{config_setting: \"webservices_registration\", schema: \"app_event_task_device_config/1.0.0\"}");
@@ -58,15 +55,14 @@ TEST(DeviceConfigTaskDetails, HoldsTheSetting) {
 }
 
 TEST(DeviceConnectTaskDetails, HoldsScenarioAndMethod) {
-    const DeviceConnectTaskDetails details(ConnectionScenario::reconfigure, ConnectionMethod::usb_to_wifi);
+    const DeviceConnectTaskDetails details(ConnectionScenario{3}, ConnectionMethod{9});
     EXPECT_EQ(Show(details.Data()), L"{connect_method: \"usb_to_wifi\", connect_scenario: \"reconfigure\", "
                                     L"schema: \"app_event_task_device_connect/1.0.0\"}");
     ExpectClone(details);
 }
 
 TEST(FileSendToTaskDetails, HoldsShortcutTypeDestinationAndPages) {
-    const FileSendToTaskDetails details(Shortcut::email_pdf, ShortcutVariance::original_one_off,
-                                        MimeType::application_pdf, Destination::cloud_box, 12);
+    const FileSendToTaskDetails details(Shortcut{4}, ShortcutVariance{2}, MimeType{1}, Destination{6}, 12);
     EXPECT_EQ(Show(details.Data()),
               L"{scan_sendto_destination: \"cloud_box\", scan_sendto_mimetype: \"application/pdf\", "
               L"scan_sendto_pages: \"12\", scan_sendto_shortcut: \"email_pdf\", "
@@ -76,9 +72,8 @@ TEST(FileSendToTaskDetails, HoldsShortcutTypeDestinationAndPages) {
 }
 
 TEST(PrintBasicTaskDetails, HoldsWhatWasPrinted) {
-    const PrintBasicTaskDetails details(SubsystemType::ipp, SourceItemType::photo_multi,
-                                        SourceMimeType::image_any, SourceItemPrintSize::size_3p5x5,
-                                        L" any paper ", -3);
+    const PrintBasicTaskDetails details(SubsystemType{2}, SourceItemType{3}, SourceMimeType{2},
+                                        SourceItemPrintSize{2}, L" any paper ", -3);
     EXPECT_EQ(Show(details.Data()),
               L"{print_basic_mimetype: \"image/*\", print_basic_pages: \"-3\", "
               L"print_basic_papersize: \" any paper \", print_basic_size: \"size_3p5x5\", "
@@ -130,7 +125,7 @@ TEST(TaskDetails, ValuesOutsideTheirTableAreTold) {
 }
 
 TEST(SwInstallTaskDetails, HoldsWhatWasInstalled) {
-    const SwInstallTaskDetails details(InstallType::exe, L"Some Tool", L"1.2.3.4");
+    const SwInstallTaskDetails details(InstallType{2}, L"Some Tool", L"1.2.3.4");
     EXPECT_EQ(Show(details.Data()),
               L"{install_name: \"Some Tool\", install_type: \"exe\", "
               L"install_version: \"1.2.3.4\", schema: \"app_event_task_sw_install/1.0.0\"}");

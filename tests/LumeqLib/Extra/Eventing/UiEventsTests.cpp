@@ -57,7 +57,7 @@ TEST(UiEvents, CarryTheTimeOfTheirMaking) {
 
 TEST(UiEvents, CopyTheDetailsOfAnAd) {
     const EventObject ad =
-        MakeAdObject(L"ad_basic", std::make_unique<AdEventDetails>(CampaignType::tile, L"p", L"", L"v"));
+        MakeAdObject(L"ad_basic", std::make_unique<AdEventDetails>(CampaignType{3}, L"p", L"", L"v"));
     EXPECT_EQ(Show(MakeClosedEvent(ad, {}).Record()),
               Record(L"user", L"closed", L"ad", L"ad_basic",
                      L"{campaign_name: \"unknown\", campaign_product: \"p\", campaign_type: \"tile\", "

@@ -1,7 +1,7 @@
-#include "LumeqApi/Enumerations.h"
+#include "LumeqLib/Extra/Eventing/Enumerations.h"
 
 #include "Common/Exceptions.h"
-#include "tests/LumeqApi/ExpectedEnumerations.h"
+#include "tests/LumeqLib/Extra/Eventing/ExpectedEnumerations.h"
 
 #include <algorithm>
 #include <climits>
@@ -16,6 +16,10 @@ namespace Zuvan::Lumeq::API {
 
 namespace {
 
+using Extra::Eventing::ApiText;
+using Extra::Eventing::RecordText;
+using Extra::Eventing::ToRecord;
+
 using Expected::ExpectedRow;
 using Expected::ExpectedTexts;
 using Expected::ForEachEnumeration;
@@ -24,7 +28,7 @@ std::wstring Undefined(const wchar_t* stem, std::int32_t value) {
     return stem + std::to_wstring(value) + L"]";
 }
 
-/// The values around a table of `size` rows that it does not hold.
+/// Values outside a table of `size` rows, near both ends and at the limits.
 std::vector<std::int32_t> ValuesOutside(std::size_t size) {
     const auto end = static_cast<std::int32_t>(size);
     return {INT_MIN, -2, -1, end, end + 1, end + 2, INT_MAX - 1, INT_MAX};
@@ -48,19 +52,18 @@ TEST(Enumerations, AreTwentyThree) {
     EXPECT_EQ(names.size(), 23U);
 }
 
-TEST(Enumerations, EnumeratorsHaveTheirNumbersAtBothLevels) {
+TEST(Enumerations, EnumeratorsHaveTheirNumbers) {
     ForEachEnumeration([](const char* name, const auto& rows, const ExpectedTexts&) {
-        for (const auto& row : rows) {
+        for (const auto& row : rows)
             EXPECT_EQ(static_cast<std::int32_t>(row.apiEnumerator), row.apiValue) << name;
-            EXPECT_EQ(static_cast<std::int32_t>(row.recordEnumerator), row.recordValue) << name;
-        }
     });
 }
 
 TEST(Enumerations, AreThirtyTwoBitsWide) {
-    ForEachEnumeration([](const char* name, const auto& rows, const ExpectedTexts&) {
-        EXPECT_EQ(sizeof rows[0].apiEnumerator, 4U) << name;
-        EXPECT_EQ(sizeof rows[0].recordEnumerator, 4U) << name;
+    ForEachEnumeration([]<class Api, class Record, std::size_t N>(
+                           const char* name, const ExpectedRow<Api, Record>(&)[N], const ExpectedTexts&) {
+        EXPECT_EQ(sizeof(Api), 4U) << name;
+        EXPECT_EQ(sizeof(Record), 4U) << name;
     });
 }
 
@@ -86,7 +89,7 @@ TEST(Enumerations, RefuseEveryValueOutsideTheirTable) {
     });
 }
 
-TEST(Enumerations, GiveTheTextOfEveryApiValue) {
+TEST(Enumerations, HaveTheTextOfEveryApiValue) {
     ForEachEnumeration([]<class Api, class Record, std::size_t N>(
                            const char* name, const ExpectedRow<Api, Record>(&rows)[N], const ExpectedTexts&) {
         for (const auto& row : rows)
@@ -94,7 +97,7 @@ TEST(Enumerations, GiveTheTextOfEveryApiValue) {
     });
 }
 
-TEST(Enumerations, TellApiValuesOutsideTheirTable) {
+TEST(Enumerations, ReportApiValuesOutsideTheirTable) {
     ForEachEnumeration([]<class Api, class Record, std::size_t N>(const char* name,
                                                                   const ExpectedRow<Api, Record>(&)[N],
                                                                   const ExpectedTexts& texts) {
@@ -103,7 +106,7 @@ TEST(Enumerations, TellApiValuesOutsideTheirTable) {
     });
 }
 
-TEST(Enumerations, GiveTheSameTextAtTheRecordLevel) {
+TEST(Enumerations, HaveTheSameTextAtTheRecordLevel) {
     int withRecordText = 0;
     ForEachEnumeration([&]<class Api, class Record, std::size_t N>(const char* name,
                                                                    const ExpectedRow<Api, Record>(&rows)[N],
@@ -112,14 +115,13 @@ TEST(Enumerations, GiveTheSameTextAtTheRecordLevel) {
             ASSERT_NE(texts.recordStem, nullptr) << name;
             ++withRecordText;
             for (const auto& row : rows)
-                EXPECT_EQ(Extra::Eventing::RecordText(static_cast<Record>(row.recordValue)), row.text)
-                    << name;
+                EXPECT_EQ(RecordText(static_cast<Record>(row.recordValue)), row.text) << name;
         }
     });
     EXPECT_EQ(withRecordText, 21);
 }
 
-TEST(Enumerations, TellRecordValuesThatBypassedTheConversion) {
+TEST(Enumerations, ReportRecordValuesThatBypassedTheConversion) {
     ForEachEnumeration([]<class Api, class Record, std::size_t N>(const char* name,
                                                                   const ExpectedRow<Api, Record>(&rows)[N],
                                                                   const ExpectedTexts& texts) {
@@ -127,9 +129,7 @@ TEST(Enumerations, TellRecordValuesThatBypassedTheConversion) {
             for (const std::int32_t value : ValuesOutside(N)) {
                 ASSERT_TRUE(std::none_of(std::begin(rows), std::end(rows),
                                          [&](const auto& row) { return row.recordValue == value; }));
-                EXPECT_EQ(Extra::Eventing::RecordText(static_cast<Record>(value)),
-                          Undefined(texts.recordStem, value))
-                    << name;
+                EXPECT_EQ(RecordText(static_cast<Record>(value)), Undefined(texts.recordStem, value)) << name;
             }
         }
     });
@@ -168,25 +168,24 @@ TEST(Enumerations, UsbKeepsItsTextUnderItsOtherNumber) {
     EXPECT_EQ(ApiText(static_cast<ConnectionMethodType>(7)), L"usb");
     const Extra::Eventing::ConnectionMethod record = ToRecord(static_cast<ConnectionMethodType>(7));
     EXPECT_EQ(static_cast<std::int32_t>(record), 1);
-    EXPECT_EQ(Extra::Eventing::RecordText(record), L"usb");
+    EXPECT_EQ(RecordText(record), L"usb");
 }
 
-TEST(Enumerations, ColorModeNamesItsScopeOnlyWhenThrown) {
+TEST(Enumerations, ColorModeHasItsScopeOnlyInTheThrownMessage) {
     EXPECT_EQ(ThrownFor<Scan::ColorModeType>(6),
               L"[Undefined Scan::ColorModeType: 6]\nParameter name: colorModeType\nActual value was 6.");
     EXPECT_EQ(ApiText(static_cast<Scan::ColorModeType>(6)), L"[Undefined ColorModeType value: 6]");
 }
 
-TEST(Enumerations, InstallTypeIsToldAlikeAtBothLevels) {
+TEST(Enumerations, InstallTypeHasOneUndefinedTextAtBothLevels) {
     EXPECT_EQ(ApiText(static_cast<InstallType>(3)), L"[Undefined InstallType value: 3]");
-    EXPECT_EQ(Extra::Eventing::RecordText(static_cast<Extra::Eventing::InstallType>(3)),
-              L"[Undefined InstallType value: 3]");
+    EXPECT_EQ(RecordText(static_cast<Extra::Eventing::InstallType>(3)), L"[Undefined InstallType value: 3]");
 }
 
 TEST(Enumerations, AdTypeIsCalledCampaignTypeAtTheRecordLevel) {
     EXPECT_EQ(ThrownFor<AdType>(5), L"[Undefined AdType: 5]\nParameter name: adType\nActual value was 5.");
     EXPECT_EQ(ApiText(static_cast<AdType>(5)), L"[Undefined AdType value: 5]");
-    EXPECT_EQ(Extra::Eventing::RecordText(static_cast<Extra::Eventing::CampaignType>(5)),
+    EXPECT_EQ(RecordText(static_cast<Extra::Eventing::CampaignType>(5)),
               L"[Undefined CampaignType value: 5]");
 }
 
