@@ -1,24 +1,16 @@
 #pragma once
 
-#include "LumeqLib/Extra/Eventing/EventDetails.h"
-
-#include <string>
+#include "LumeqLib/Extra/Eventing/GenericDetails.h"
 
 namespace Zuvan::Lumeq::Extra::Eventing {
 
-/// A form of the host: its fields, and over them schema and moniker.
-class GenericForm : public EventDetails {
-public:
-    /// Throws ArgumentException for a moniker that is not well formed.
-    GenericForm(const std::wstring& moniker, const StringDictionary& fields);
+inline constexpr GenericKind FormKind{
+    L"app_event_form_generic/1.0.0", L"form_generic", IsValidFormMoniker,
+    // The check refuses the hyphen of this example. Readers of the log know the text, so it stays.
+    L"Moniker is not formatted correctly. Must be of form "
+    L"x-{orgname}_{codename}_form_{mycrazyname}/{version-1dot} "
+    L"(e.g. x-dvrn_tarvik_form_printer-information/1.0)"};
 
-    std::unique_ptr<EventDetails> Clone() const override;
-
-    const std::wstring& Label() const noexcept { return _label; }
-
-private:
-    const std::wstring _schema = L"app_event_form_generic/1.0.0";
-    const std::wstring _label = L"form_generic";
-};
+using GenericForm = GenericDetails<FormKind>;
 
 } // namespace Zuvan::Lumeq::Extra::Eventing

@@ -1,24 +1,15 @@
 #pragma once
 
-#include "LumeqLib/Extra/Eventing/EventDetails.h"
-
-#include <string>
+#include "LumeqLib/Extra/Eventing/GenericDetails.h"
 
 namespace Zuvan::Lumeq::Extra::Eventing {
 
-/// A report of the host: its fields, and over them schema and moniker.
-class GenericReport : public EventDetails {
-public:
-    /// Throws ArgumentException for a moniker that is not well formed.
-    GenericReport(const std::wstring& moniker, const StringDictionary& fields);
+inline constexpr GenericKind ReportKind{L"app_event_report_generic/1.0.0", L"report_generic",
+                                        IsValidReportMoniker,
+                                        L"Moniker is not formatted correctly. Moniker identifier in form of "
+                                        L"x-{orgname}_{codename}_report_{myreportname}/{version-1dot} "
+                                        L"(e.g. x-dvrn_tarvik_report_setup/1.0)"};
 
-    std::unique_ptr<EventDetails> Clone() const override;
-
-    const std::wstring& Label() const noexcept { return _label; }
-
-private:
-    const std::wstring _schema = L"app_event_report_generic/1.0.0";
-    const std::wstring _label = L"report_generic";
-};
+using GenericReport = GenericDetails<ReportKind>;
 
 } // namespace Zuvan::Lumeq::Extra::Eventing
