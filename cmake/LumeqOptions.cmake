@@ -31,7 +31,7 @@ else()
   target_link_options(lumeq_options INTERFACE -fstack-protector-strong -Wl,--no-insert-timestamp)
   if(CMAKE_CXX_COMPILER_ID STREQUAL "Clang")
     # Making patterns into tables takes more steps than Clang allows by default.
-    target_compile_options(lumeq_options INTERFACE -fconstexpr-steps=20000000)
+    target_compile_options(lumeq_options INTERFACE -fconstexpr-steps=20000000 -Wthread-safety)
   endif()
   if(LUMEQ_CHECKED)
     target_compile_options(lumeq_options INTERFACE -fsanitize=undefined -fsanitize-undefined-trap-on-error)

@@ -18,7 +18,7 @@ const std::wstring GetInstanceName = L"Zuvan::Lumeq::Core::Utils::Settings::GetI
 const std::wstring DestructorName = L"Zuvan::Lumeq::Core::Utils::Settings::~Settings";
 constexpr wchar_t CreationFailed[] = L"ERROR: Fail creating Settings class: ";
 
-std::mutex settingsLock;
+Common::Mutex settingsLock;
 
 // Never destroyed: unloading must not release an instance that a failure left behind, because COM must not be
 // called under the loader lock.
@@ -27,13 +27,19 @@ union SharedInstance {
     ~SharedInstance() {}
     std::shared_ptr<Settings> pointer;
 };
-constinit SharedInstance sharedInstance;
+constinit SharedInstance sharedInstance LUMEQ_GUARDED_BY(SettingsLock());
 
 /// While one exists, it holds the lock and keeps this thread's logging from loading the policy, which would
 /// take the lock again.
-struct LockedSettings {
-    std::lock_guard<std::mutex> guard{settingsLock};
-    Common::FirstUseDeferral deferral;
+class LUMEQ_LOCK_SCOPE LockedSettings {
+public:
+    LockedSettings() LUMEQ_TAKES(SettingsLock()) { SettingsLock().lock(); }
+    ~LockedSettings() LUMEQ_RETURNS() { SettingsLock().unlock(); }
+    LockedSettings(const LockedSettings&) = delete;
+    LockedSettings& operator=(const LockedSettings&) = delete;
+
+private:
+    Common::FirstUseDeferral _deferral;
 };
 
 Common::UniqueKernelObject OpenThisThread() noexcept {
@@ -74,14 +80,14 @@ void AddSetting(const XmlDocumentPointer& document, const std::wstring& key, con
 
 } // namespace
 
-std::mutex& SettingsLock() noexcept { return settingsLock; }
+Common::Mutex& SettingsLock() noexcept { return settingsLock; }
 
 void ReleaseSettingsInstance() noexcept { sharedInstance.pointer.reset(); }
 
 void DropSharedInstance() {
     // Declared before the lock, so that the last reference dies after the lock is released.
     std::shared_ptr<Settings> instance;
-    const std::lock_guard guard(settingsLock);
+    const Common::MutexScope scope(SettingsLock());
     instance = sharedInstance.pointer;
     ReleaseSettingsInstance();
 }

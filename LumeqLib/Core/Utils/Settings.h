@@ -4,11 +4,11 @@
 #pragma once
 
 #include "Common/SystemHandles.h"
+#include "Common/ThreadSafety.h"
 #include "LumeqLib/Core/Utils/XmlDocument.h"
 
 #include <functional>
 #include <memory>
-#include <mutex>
 #include <string>
 #include <utility>
 
@@ -16,13 +16,13 @@ namespace Zuvan::Lumeq::Core::Utils {
 
 /// Guards the creation and destruction of the instance. Not recursive, and ~Settings takes it, so the last
 /// reference must never drop while it is held.
-std::mutex& SettingsLock() noexcept;
+Common::Mutex& SettingsLock() noexcept;
 
 /// Drops the shared reference. The caller holds the settings lock and a reference of its own.
-void ReleaseSettingsInstance() noexcept;
+void ReleaseSettingsInstance() noexcept LUMEQ_NEEDS(SettingsLock());
 
 /// Calls ReleaseSettingsInstance under the settings lock, which the caller does not hold.
-void DropSharedInstance();
+void DropSharedInstance() LUMEQ_EXCLUDES(SettingsLock());
 
 /// COM is initialised on the creating thread for the life of an instance, so the same thread must drop it. An
 /// instance that a failure left behind can die on another thread: COM then stays initialised on the creating
@@ -37,12 +37,12 @@ class Settings {
 public:
     /// Loads both files under the settings lock if there is no instance. Throws FileNotFoundException,
     /// FileFormatException, ComException, VestoException or `_com_error`.
-    static std::shared_ptr<Settings> GetInstance();
+    static std::shared_ptr<Settings> GetInstance() LUMEQ_EXCLUDES(SettingsLock());
 
     /// For GetInstance.
     Settings(Creation, XmlDocumentPointer factoryDocument, XmlDocumentPointer localDocument) noexcept;
     /// Takes the settings lock.
-    virtual ~Settings();
+    virtual ~Settings() LUMEQ_EXCLUDES(SettingsLock());
     Settings(const Settings&) = delete;
     Settings& operator=(const Settings&) = delete;
 
@@ -63,7 +63,7 @@ public:
     bool IsLocalDirty() const noexcept { return _localDirty; }
 
 private:
-    static std::shared_ptr<Settings> Load();
+    static std::shared_ptr<Settings> Load() LUMEQ_NEEDS(SettingsLock());
 
     XmlDocumentPointer _factoryDocument;
     XmlDocumentPointer _localDocument;
