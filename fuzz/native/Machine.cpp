@@ -9,6 +9,7 @@
 #include "Common/TrackingGate.h"
 #include "LumeqLib/Extra/Eventing/TaskGuid.h"
 
+#include <atomic>
 #include <cwchar>
 
 namespace Zuvan::Lumeq {
@@ -56,7 +57,11 @@ FormattedText FormatBounded(std::size_t capacity, const wchar_t* format, ...) {
 
 void BreakIfDebugged() {}
 
-std::uint32_t ThreadNumber() noexcept { return 1; }
+std::uint32_t ThreadNumber() noexcept {
+    static std::atomic<std::uint32_t> last{0};
+    thread_local const std::uint32_t mine = ++last;
+    return mine;
+}
 
 std::wstring GetExecutableName() { return L"host.exe"; }
 
