@@ -1,6 +1,7 @@
 #include "LumeqLib/Extra/Eventing/Enumerations.h"
 
 #include "Common/Exceptions.h"
+#include "Common/Text.h"
 
 #include <array>
 #include <span>
@@ -29,7 +30,7 @@ const EnumerationRow* FindApiValue(std::size_t position, std::int32_t apiValue) 
 
 /// `separator` distinguishes the two forms: the thrown message lacks the word "value".
 std::wstring Undefined(const wchar_t* name, const wchar_t* separator, std::int32_t value) {
-    return std::wstring(L"[Undefined ") + name + separator + std::to_wstring(value) + L"]";
+    return std::wstring(L"[Undefined ") + name + separator + Common::DecimalText(value) + L"]";
 }
 
 } // namespace
@@ -53,7 +54,7 @@ std::int32_t ToRecordValue(std::size_t position, std::int32_t apiValue) {
         return row->recordValue;
     const EnumerationNames& names = Descriptions[position].names;
     throw Common::ArgumentOutOfRangeException(names.paramName, Undefined(names.api, L": ", apiValue),
-                                              std::to_wstring(apiValue));
+                                              Common::DecimalText(apiValue));
 }
 
 } // namespace Zuvan::Lumeq::Extra::Eventing
