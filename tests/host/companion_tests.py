@@ -10,6 +10,7 @@ KINDS = {
     "com": "{region} failed with _com_error exception 0x80004005, Call failed.",
     "std": "{region} exception with {operation} was told to fail",
     "unknown": "{region} failed with unknown exception",
+    "managed": "{region} failed with unknown exception",
 }
 
 STARTUP = call("StartupEx", appName="App", whyType=0, howType=0, trackSystemInfo=True, trackPrintQueueInfo=False)
@@ -74,6 +75,17 @@ class RaisingCompanion(SessionTestCase):
                 settings = outcome.text("LumeqLocalSettings.xml")
                 self.assertIn("<OptinBeforePause>True</OptinBeforePause>", settings)
                 self.assertIn("<UserOptIn>False</UserOptIn>", settings)
+
+    def test_list_of_failures_is_for_the_calls_in_turn_and_starts_again(self):
+        kinds = [None, "managed", "std", None]
+        flush = call("FlushEx", timeoutMsec=0)
+        outcome = self.play(*[flush] * 6, call("TrackPrintQueueInfoEx"), log="warning",
+                            companion={"raise": {"FlushInternal": kinds, "TrackPrintQueueInfoInternal": "std"}})
+        self.assertEqual((0, ["FlushInternal"] * 6 + ["TrackPrintQueueInfoInternal"]),
+                         (outcome.status, [line["operation"] for line in outcome.companion]))
+        self.assertEqual([failure("managed", "FlushXX", "FlushInternal"), failure("std", "FlushXX", "FlushInternal"),
+                          failure("managed", "FlushXX", "FlushInternal"),
+                          failure("std", "TrackPrintQueueInfoXX", "TrackPrintQueueInfoInternal")], warnings(outcome))
 
     def test_later_events_still_try_the_companion_and_each_reports_its_own_failure(self):
         screen = call("ScreenDisplayed", screenName="Home")
