@@ -56,7 +56,11 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const auto level = static_cast<std::int32_t>(input.Number());
     const auto thread = static_cast<std::uint32_t>(input.Number());
     const std::wstring function = input.Line();
-    const std::wstring message = input.Line();
+    const std::wstring part = input.Line();
+    // A message of thousands of line breaks from an input of a few bytes.
+    std::wstring message = part;
+    for (std::int64_t times = input.Number() & 0x3FF; times > 0; --times)
+        message += part;
 
     const std::wstring line =
         Common::LogLine(time, static_cast<Common::SeverityLevel>(level), thread, function, message);
