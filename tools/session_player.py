@@ -137,6 +137,8 @@ class Machine:
                 shutil.copy(logs / name, out)
         # Zuvan/LUMEQ/..., and Zuvan/<subfolder>/LUMEQ/... where the session chose one.
         for settings in self.program_data.glob(f"**/LUMEQ/{SETTINGS_FILE}"):
+            if not settings.is_file():
+                continue
             target = out / settings.relative_to(self.program_data).parent.parent
             target.mkdir(parents=True, exist_ok=True)
             shutil.copy(settings, target)

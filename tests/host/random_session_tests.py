@@ -1,17 +1,25 @@
 """Random sessions, always the same ones, against a model of the exported rules; tools/soak plays others."""
 
 import copy
+import time
 import unittest
 from unittest import mock
 
 from support import BUILD, SessionTestCase
+import log_model
+import machine_model
 import played_sessions
 import session_model
+from call_history import CallOrder, prediction_of
+from circumstances import Circumstances
 from delivery_model import Delivery
+from log_model import Log
+from machine_model import Companion, Document, SettingsFiles
 from model_check import differences
 from schema import EXPORTS, PATTERNS, WHITE_SPACE, Pattern
 from session_generator import FIXED_SEEDS, session_of
-from session_model import SessionModel, predict
+from session_model import SessionModel
+from settings_files import SettingsFile
 
 # Rules that are almost right, one for each pattern. The sessions have to show the difference.
 NEARLY_RIGHT = {
@@ -39,7 +47,8 @@ NEARLY_RIGHT = {
     "schemaVersion": r"[0-9]+\.[0-9]+(?:\.[0-9]+)?",
 }
 
-LOAD = SessionModel._load
+LOAD, PLAY_THREADS = SessionModel._load, SessionModel._play_threads
+FAILURE = Companion._failure
 
 
 def load_as_it_was(model: SessionModel) -> None:
@@ -47,6 +56,15 @@ def load_as_it_was(model: SessionModel) -> None:
         model._loaded = True
     else:
         LOAD(model)
+
+
+def play_threads_without_tasks(model: SessionModel, threads: list) -> None:
+    model._handles.clear()
+    PLAY_THREADS(model, threads)
+
+
+def last_of(elements: list, key: str):
+    return next((element for element in reversed(elements) if element[0] == key), None)
 
 
 # Steps that a model might forget.
@@ -60,6 +78,30 @@ FORGOTTEN = {
     "the model name of all events": (SessionModel, "_global_context", lambda self, export, arguments: [
         self._passes(export, arguments)].clear()),
     "the spaces that make no name": (WHITE_SPACE, "matches", lambda text: False),
+    "the factory file with the host's name": (Circumstances, "factory_in_use", property(lambda self: self.factory)),
+    "the factory file's version": (machine_model, "FACTORY_VERSION", mock.ANY),
+    "what needs a factory file": (Delivery, "_load", lambda self: self.files.load(self._subfolder)),
+    "what makes a file unreadable": (
+        SettingsFiles, "load", lambda self, subfolder, damage="": self._files.get(self.place(subfolder)) or Document()),
+    "that the log needs both files": (Log, "_can_be_read", staticmethod(lambda circumstances: True)),
+    "the first of equal keys in the factory file": (
+        SettingsFile, "text", lambda self, key: (last_of(self.elements, key) or ["", ""])[1]),
+    "the first of equal keys in the local file": (Document, "find", lambda self, key: last_of(self.elements, key)),
+    "the root of older files": (Delivery, "_save", lambda self, document: self.files.save(self._subfolder, document)),
+    "that a file is read-only": (
+        SettingsFiles, "save", lambda self, subfolder, document: self._files.update({self.place(subfolder): document})),
+    "what a failed save leaves": (Delivery, "_left", property(lambda self: None, lambda self, value: None)),
+    "the end of the log": (log_model, "is_open", lambda date: True),
+    "the dates that the log's clock does not know": (
+        log_model, "is_open",
+        lambda date: time.time() <= (log_model.seconds_of(date) or log_model.seconds_of(log_model.DEFAULT_DATE))),
+    "that a failing companion recovers": (
+        Companion, "_failure", lambda self, operation: FAILURE(self, operation) and self._calls.clear() or None),
+    "that a call may fail later": (
+        Companion, "_failure", lambda self, operation: None if operation in self._calls else FAILURE(self, operation)),
+    "the tasks of other threads": (SessionModel, "_play_threads", play_threads_without_tasks),
+    "the order of several threads": (
+        CallOrder, "next_thread", lambda self, logged, left: next(at for at, calls in enumerate(left) if calls)),
 }
 
 
@@ -72,13 +114,12 @@ class RandomSessions(SessionTestCase):
 
     def noticed(self) -> bool:
         """Whether any of the sessions differs from the model as it is now."""
-        return any(differences(predict(*session), outcome)
-                   for _, session, outcome in self.played)
+        return any(differences(prediction_of(session, outcome), outcome) for _, session, outcome in self.played)
 
     def test_all_comes_as_predicted(self):
         for seed, session, outcome in self.played:
             with self.subTest(seed=seed):
-                found = differences(predict(*session), outcome)
+                found = differences(prediction_of(session, outcome), outcome)
                 self.assertEqual([], found, f"tools/soak 1 --seed {seed} plays it again")
 
     def test_nearly_right_rule_is_noticed(self):
@@ -111,9 +152,9 @@ class Comparison(SessionTestCase):
     @classmethod
     def setUpClass(cls):
         super().setUpClass()
-        cls.session = session_of(2)
-        cls.prediction = predict(*cls.session)
+        cls.session = session_of(148)
         cls.outcome = played_sessions.play(cls.session, cls.machine, BUILD)
+        cls.prediction = prediction_of(cls.session, cls.outcome)
 
     def setUp(self):
         self.tampered = copy.deepcopy(self.outcome)
@@ -121,6 +162,7 @@ class Comparison(SessionTestCase):
         # So that there is something to tamper with.
         self.assertGreater(len(self.tampered.records), 10)
         self.assertIn("LumeqLocalSettings.xml", self.tampered.files)
+        self.assertEqual(2, len(self.prediction.together))
 
     def replace(self, name: str, old: bytes, new: bytes):
         content = self.tampered.files[name]
@@ -139,6 +181,20 @@ class Comparison(SessionTestCase):
     def test_answer(self):
         self.tampered.host[-1]["call"] += "Ex"
         self.assert_reported("answer ")
+
+    def test_answers_of_threads_count_in_any_order(self):
+        together = self.prediction.together[0]
+        self.tampered.host[together] = reversed(self.tampered.host[together])
+        self.assert_reported()
+        self.tampered.host[together.start], self.tampered.host[0] = self.tampered.host[0], {"call": "Pause"}
+        self.assert_reported("answer ")
+
+    def test_lines_of_threads_in_another_order(self):
+        lines = self.tampered.files["Lumeq.Log.txt"].split(b"\r\n")
+        at = next(at for at, line in enumerate(lines) if b"TileClicked> " in line and b"Thread" not in lines[at + 1])
+        lines[at], lines[at + 1] = lines[at + 1], lines[at]
+        self.tampered.files["Lumeq.Log.txt"] = b"\r\n".join(lines)
+        self.assert_reported("log line ")
 
     def test_missing_record(self):
         del self.tampered.companion[-1]

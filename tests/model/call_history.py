@@ -6,10 +6,11 @@ call it is, and the model then predicts the call.
 
 from typing import Iterator
 
-from circumstances import Circumstances
-from machine_model import LogLine
+from circumstances import Circumstances, Session
+from log_model import LogLine
 from model_check import ReadLine, read_log, same_line
-from session_model import Prediction, SessionModel
+from session_model import Prediction, SessionModel, predict
+from support.outcome import Outcome
 
 POLICY = "Logger: "
 """So begin the lines about the log's policy, which come once per process, before whichever call is first."""
@@ -58,6 +59,45 @@ class History:
         if left or self._lines_to_come:
             raise BrokenHistory(f"lost: {self._lines_to_come} and the lines of {len(left)} calls: {left[:3]}")
         return self._model.prediction()
+
+
+class CallOrder:
+    """The order in which the threads of a session made their calls.
+
+    Each call logs at least one line, and each thread's first call a line that no other thread's first call logs.
+    """
+
+    def __init__(self, session: Session, outcome: Outcome):
+        self._circumstances = session.circumstances
+        self._lines = [line for line in read_log(outcome.text("Lumeq.Log.txt")) if line.severity != "DEBUG"]
+        self._started: dict[str, list[dict]] = {}
+        """What each thread has still to make, by its number. The system uses the number of an ended thread again."""
+
+    def next_thread(self, logged: int, left: list[list[dict]]) -> int:
+        """Any thread that has calls to make, where the log is not as predicted; the comparison shows that."""
+        if logged < len(self._lines):
+            line = self._lines[logged]
+            if not self._started.get(line.thread):
+                self._start(line, left)
+            for at, calls in enumerate(left):
+                if calls and calls is self._started.get(line.thread):
+                    return at
+        return next(at for at, calls in enumerate(left) if calls)
+
+    def _start(self, line: ReadLine, left: list[list[dict]]) -> None:
+        started = list(map(id, self._started.values()))
+        for calls in left:
+            if calls and id(calls) not in started and self._begins_with(line, calls[0]):
+                self._started[line.thread] = calls
+
+    def _begins_with(self, line: ReadLine, call: dict) -> bool:
+        expected = _of_the_call(SessionModel(self._circumstances).call(call))[:1]
+        return any(same_line(first, line) for first in expected)
+
+
+def prediction_of(session: Session, outcome: Outcome) -> Prediction:
+    """Takes from the outcome only in which order its threads made their calls."""
+    return predict(*session, CallOrder(session, outcome).next_thread)
 
 
 def _of_the_call(lines: list[LogLine]) -> list[LogLine]:

@@ -1,18 +1,19 @@
 """A session, and what it finds on its machine."""
 
+import dataclasses
 from dataclasses import dataclass, field
-from typing import NamedTuple, Optional
+from typing import NamedTuple, Optional, Union
 
-DAMAGED = "damaged"
-DAMAGED_TEXT = "<LumeqConfig><UserOptIn>True</UserOptIn>"
-DAMAGED_SUBFOLDER = "Sub"
+from settings_files import SettingsFile
 
-# The text before the root element, around a value, and between elements.
-LAYOUTS = {
-    "plain": ("", "{}", ""),
-    "spread": ('<?xml version="1.0"?>\n<!-- by hand -->\n', "{}", "\n  <!-- one more -->\n\t"),
-    "cdata": ("\n", "<![CDATA[{}]]>", ""),
-}
+SUBFOLDER = "Sub"
+"""A subfolder that may have a settings file before the session."""
+_FILES = ("factory", "named_factory", "settings", "subfolder_settings")
+
+
+def logging(switch: str = "on", level: str = "trace", date: str = "", **others) -> SettingsFile:
+    """A factory file with these settings of the log."""
+    return SettingsFile([["Log", switch], ["LogLevel", level], ["LogDate", date]], **others)
 
 
 @dataclass
@@ -20,39 +21,30 @@ class Circumstances:
     """All of it can be written as JSON."""
 
     road: str = "managed"
-    log: tuple[str, str, str] = ("on", "trace", "")
-    """The factory file's Log, LogLevel and LogDate."""
-    project: Optional[str] = None
-    """Its ProjectId, of spaces only, because no session may send anything. None: no such key."""
-    factory_damaged: bool = False
-    settings: Optional[list] = None
-    """The local settings file: its root's name, its root's attributes, its elements; or [DAMAGED]; None: no file."""
-    layout: str = "plain"
-    """How that file is written: plain, spread over lines with comments, or cdata; all mean the same."""
-    damaged_subfolder: bool = False
-    """DAMAGED_SUBFOLDER begins with a file that is no XML."""
-    failures: dict[str, str] = field(default_factory=dict)
-    """The companion's operations that fail, and how: vesto, com, std or unknown."""
+    factory: Optional[SettingsFile] = field(default_factory=logging)
+    """No ProjectId but of spaces, because no session may send anything."""
+    named_factory: Optional[SettingsFile] = None
+    """The one with the host's name, which counts instead of the other."""
+    settings: Optional[SettingsFile] = None
+    """The local settings file."""
+    subfolder_settings: Optional[SettingsFile] = None
+    """That of SUBFOLDER."""
+    failures: dict[str, Union[str, list[Optional[str]]]] = field(default_factory=dict)
+    """How the companion's operations fail: vesto, com, std, unknown or managed, always; or a list for the calls in turn,
+    over and over, with None for a call that succeeds."""
     without_companion: bool = False
     disabled: Optional[int] = None
     """The registry value TrackingDisabled."""
 
-    def factory_text(self) -> str:
-        switch, level, date = self.log
-        project = "" if self.project is None else f"<ProjectId>{self.project}</ProjectId>"
-        return (f'<LumeqConfig version="4.0"><Log>{switch}</Log><LogLevel>{level}</LogLevel><LogDate>{date}</LogDate>'
-                f"{project}{'' if self.factory_damaged else '</LumeqConfig>'}")
+    @property
+    def factory_in_use(self) -> Optional[SettingsFile]:
+        return self.named_factory or self.factory
 
-    def settings_text(self) -> Optional[str]:
-        if self.settings is None:
-            return None
-        if self.settings[0] == DAMAGED:
-            return DAMAGED_TEXT
-        root, attributes, elements = self.settings
-        before, value_form, between = LAYOUTS[self.layout]
-        return (before + f"<{root}" + "".join(f' {name}="{value}"' for name, value in attributes.items()) + ">"
-                + "".join(between + f"<{name}>{value_form.format(value)}</{name}>" for name, value in elements)
-                + between + f"</{root}>")
+    @staticmethod
+    def from_json(form: dict) -> "Circumstances":
+        """The reverse of dataclasses.asdict."""
+        files = {name: SettingsFile(**form[name]) for name in _FILES if form[name] is not None}
+        return dataclasses.replace(Circumstances(**form), **files)
 
 
 class Session(NamedTuple):

@@ -1,9 +1,10 @@
 """A model of the two roads: what the companion is asked to do, and what the library does to the settings itself."""
 
-from typing import Callable
+from typing import Callable, Optional
 
 from circumstances import Circumstances
-from machine_model import Companion, Document, Failure, Log, SettingsFiles
+from log_model import Log
+from machine_model import Companion, Document, Failure, SettingsFiles, factory_failure
 
 OPT_IN, BEFORE_PAUSE = "UserOptIn", "OptinBeforePause"
 
@@ -12,6 +13,7 @@ class Delivery:
     def __init__(self, circumstances: Circumstances, log: Log):
         self._circumstances = circumstances
         self._log = log
+        self._factory_failure = factory_failure(circumstances)
         self.files = SettingsFiles(circumstances)
         self.companion = Companion(circumstances, self.files)
         self.restart()
@@ -20,6 +22,8 @@ class Delivery:
         """The library was loaded again; the companion was never gone."""
         self._subfolder = ""
         self._message_sent = False
+        self._left: Optional[Document] = None
+        """What an operation that failed leaves to the next one, which does not read the file again."""
 
     def ask(self, region: str, operation: str, **members) -> bool:
         """Whether the companion did it."""
@@ -52,7 +56,7 @@ class Delivery:
         try:
             return self.companion.read(OPT_IN).lower() == "true"
         except Failure as failure:
-            self._warn(f"GetUserOptInXX exception with {failure}")
+            self._warn(failure.line("GetUserOptInXX"))
             return False
 
     def set_opt_in(self, value: bool) -> None:
@@ -90,7 +94,7 @@ class Delivery:
                 self.companion.write(key, str(value))
                 return
             except Failure as failure:
-                self._warn(f"{region} exception with {failure}")
+                self._warn(failure.line(region))
         self.set_flag(key, value)
 
     def _remove(self, document: Document, key: str) -> bool:
@@ -105,14 +109,21 @@ class Delivery:
             document.root = "LumeqConfig"
         self.files.save(self._subfolder, document)
 
+    def _load(self) -> Document:
+        if self._factory_failure:
+            raise Failure(self._factory_failure)
+        return self.files.load(self._subfolder)
+
     def _with_file(self, region: str, work: Callable[[Document], bool]) -> bool:
         """Without a readable factory file the local one cannot be reached either."""
         try:
-            if self._circumstances.factory_damaged:
-                raise Failure("Error parsing factory settings file")
-            return work(self.files.load(self._subfolder))
+            document = self._left or self._load()
+            self._left = document
+            result = work(document)
+            self._left = None
+            return result
         except Failure as failure:
-            self._warn(f"{region} exception with {failure}")
+            self._warn(failure.line(region))
             return False
 
     def _warn(self, message: str) -> None:

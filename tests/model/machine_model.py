@@ -1,17 +1,40 @@
-"""A small model of the machine that a session plays on: its settings files, its log and its companion."""
+"""A small model of the machine that a session plays on: its settings files and its companion."""
 
-import datetime
 from dataclasses import dataclass, field
-from typing import NamedTuple, Optional
+from typing import Optional
 
-from circumstances import DAMAGED, DAMAGED_SUBFOLDER, Circumstances
-from wide_text import c_text, formatted, logged
+from circumstances import SUBFOLDER, Circumstances
+from settings_files import FOLDER, SettingsFile
 
-SEVERITIES = {"ERROR": 1, "WARNING": 2, "TRACE": 3, "DEBUG": 4}
+FACTORY_VERSION = "4.0"
 
 
 class Failure(Exception):
     """A standard exception within the library, with its text."""
+
+    def line(self, region: str) -> str:
+        """As the region that catches it reports it."""
+        return f"{region} exception with {self}"
+
+
+class ComFailure(Failure):
+    """A _com_error, with its code and text."""
+
+    def line(self, region: str) -> str:
+        return f"{region} failed with _com_error exception {self}"
+
+
+def factory_failure(circumstances: Circumstances) -> str:
+    """Why the factory file cannot be used; empty if it can."""
+    file = circumstances.factory_in_use
+    if file is None:
+        return "No factory settings file found"
+    if file.defect:
+        return "Error parsing factory settings file"
+    version = file.attributes.get("version", "")
+    if version != FACTORY_VERSION:
+        return f"Factory settings version mismatch; expected: '{FACTORY_VERSION}', actual: '{version}'"
+    return ""
 
 
 @dataclass
@@ -44,23 +67,31 @@ class Document:
 class SettingsFiles:
     """Those of the machine, by subfolder."""
 
-    FOLDER = "C:\\ProgramData\\Zuvan"
+    ALL_USERS = "C:\\ProgramData\\Zuvan"
     NAME = "LumeqLocalSettings.xml"
     DAMAGE = "Error parsing local settings file"
+    DENIED = "0x80070005, Access denied."
     TOO_LONG = "One or both arguments to CombinePath exceed the maximum path length."
 
     def __init__(self, circumstances: Circumstances):
-        self._files: dict[str, object] = {}
-        if circumstances.damaged_subfolder:
-            self._files[self.place(DAMAGED_SUBFOLDER)] = DAMAGED
-        initial = circumstances.settings
-        if initial is not None:
-            self._files[self.place("")] = DAMAGED if initial[0] == DAMAGED else Document(
-                initial[0], dict(initial[1]), [list(element) for element in initial[2]])
+        self._files: dict[str, Document] = {}
+        self._unreadable: dict[str, SettingsFile] = {}
+        self._read_only: set[str] = set()
+        for subfolder, file in (("", circumstances.settings), (SUBFOLDER, circumstances.subfolder_settings)):
+            if file:
+                self._find(self.place(subfolder), file)
+
+    def _find(self, place: str, file: SettingsFile) -> None:
+        if file.defect:
+            self._unreadable[place] = file
+        else:
+            self._files[place] = Document(file.root, dict(file.attributes), [list(element) for element in file.elements])
+        if file.read_only:
+            self._read_only.add(place)
 
     def place(self, subfolder: str) -> str:
         """The file's folder, below the drive."""
-        folder = self.FOLDER
+        folder = self.ALL_USERS
         if subfolder.startswith("\\"):
             folder = "C:" + subfolder
         elif subfolder.strip(" "):
@@ -72,85 +103,33 @@ class SettingsFiles:
 
     def load(self, subfolder: str, damage: str = DAMAGE) -> Document:
         """A copy of the document, or a new one where there is no file."""
-        found = self._files.get(self.place(subfolder))
-        if found is DAMAGED:
+        place = self.place(subfolder)
+        if place in self._unreadable:
             raise Failure(damage)
-        if found is None:
-            return Document()
+        found = self._files.get(place, Document())
         return Document(found.root, dict(found.attributes), [list(element) for element in found.elements])
 
     def save(self, subfolder: str, document: Document) -> None:
-        self._files[self.place(subfolder)] = document
+        place = self.place(subfolder)
+        if place in self._read_only:
+            raise ComFailure(self.DENIED)
+        self._files[place] = document
 
     def all(self) -> dict[str, object]:
-        """By place; what was never saved is not there."""
-        return {place: file if file is DAMAGED else file.seen() for place, file in self._files.items()}
-
-
-class LogLine(NamedTuple):
-    severity: str
-    function: str
-    messages: tuple[str, ...]
-    """Any of these is right. A long line is cut after the number of a source line, whose digits may vary."""
-
-
-class Log:
-    """One process's; empty where nothing is logged."""
-
-    DEFAULT_DATE = "2017-07-07"
-
-    def __init__(self, circumstances: Circumstances):
-        self._circumstances = circumstances
-        # Neither file can be read without the other, and without them the default holds.
-        self._policy_readable = not circumstances.factory_damaged and circumstances.settings != [DAMAGED]
-        self.lines: list[LogLine] = []
-        self.restart()
-
-    def restart(self) -> None:
-        """The library was loaded again and reads its policy again."""
-        self._begun = False
-
-    def write(self, severity: str, function: str, *messages: str) -> None:
-        if not self._begun:
-            self._begun = True
-            self._write_policy()
-        self._add(severity, function, *messages)
-
-    def _add(self, severity: str, function: str, *messages: str) -> None:
-        if self._enabled() and SEVERITIES[severity] <= self._verbosity():
-            self.lines.append(LogLine(severity, function, tuple(dict.fromkeys(map(logged, messages)))))
-
-    def _verbosity(self) -> int:
-        # ERROR where nothing valid is said.
-        return SEVERITIES.get(self._circumstances.log[1].upper(), SEVERITIES["ERROR"])
-
-    def _enabled(self) -> bool:
-        switch, _, date = self._circumstances.log
-        switch = switch.lower() if self._policy_readable else ""
-        if switch in ("on", "off"):
-            return switch == "on"
-        last = date if switch == "date" and date else self.DEFAULT_DATE
-        return datetime.date.today() < datetime.date.fromisoformat(last)
-
-    def _write_policy(self) -> None:
-        switch, level, date = (text.lower() for text in self._circumstances.log)
-        policy = f"Logger: Log='{switch}'"
-        if switch == "date":
-            policy += f", LogDate='{date}'"
-        for message in (f"Logger: LogLevel='{level}'", policy,
-                        f"Logger: Logging is on by default until {self.DEFAULT_DATE}T00:00:00Z",
-                        "Logger: Logging is currently ENABLED"):
-            self._add("TRACE", "", message)
+        """By place; what was never saved is not there. An unreadable file has the bytes that it had."""
+        unreadable = {place: file.content() for place, file in self._unreadable.items() if file.defect != FOLDER}
+        return {**unreadable, **{place: file.seen() for place, file in self._files.items()}}
 
 
 class Companion:
-    """The stand-in: records its operations, fails on demand, keeps the opt-in."""
+    """The stand-in: records its operations, fails on demand, keeps the opt-in. It stays when the library is unloaded."""
 
     KINDS = {
         "vesto": "{region} failed with VestoException exception {operation} was told to fail",
         "com": "{region} failed with _com_error exception 0x80004005, Call failed.",
         "std": "{region} exception with {operation} was told to fail",
         "unknown": "{region} failed with unknown exception",
+        "managed": "{region} failed with unknown exception",
     }
     MISSING = ("{region} failed with VestoException exception The companion library was not found\n"
                'Path: "C:\\Host\\LumeqShim.Managed.dll"')
@@ -160,6 +139,8 @@ class Companion:
         self._circumstances = circumstances
         self._files = files
         self._subfolder = ""
+        self._calls: dict[str, int] = {}
+        """How often each operation that may fail was called."""
         self.operations: list[dict] = []
 
     def ask(self, region: str, operation: str, **members) -> Optional[str]:
@@ -168,10 +149,15 @@ class Companion:
             return self.MISSING.format(region=region)
         operation += "Internal"
         self.operations.append({"operation": operation, **members})
-        if operation in self._circumstances.failures:
-            kind = self._circumstances.failures[operation]
-            return self.KINDS[kind].format(region=region, operation=operation)
-        return None
+        kind = self._failure(operation)
+        return self.KINDS[kind].format(region=region, operation=operation) if kind else None
+
+    def _failure(self, operation: str) -> Optional[str]:
+        plan = self._circumstances.failures.get(operation)
+        if not isinstance(plan, list):
+            return plan
+        call = self._calls[operation] = self._calls.get(operation, -1) + 1
+        return plan[call % len(plan)]
 
     def use_subfolder(self, subfolder: str) -> None:
         self._subfolder = subfolder
@@ -184,15 +170,3 @@ class Companion:
         document.write(key, value)
         self._files.save(self._subfolder, document)
 
-
-def report(title: str, function: str, detail: str) -> tuple[str, ...]:
-    """The message of a refusal. The number of the source line may have any number of digits."""
-    def numbered(digits: int) -> str:
-        return f"{title} in {function}: {detail}. LumeqApi({'0' * digits})"
-
-    return tuple(formatted("%s: %s", "lumeq-host.exe", numbered(digits)) for digits in (1, 2, 3, 4))
-
-
-def argument_line(template: str, texts: dict[str, str]) -> str:
-    """The line of an export's arguments, each text up to its first zero."""
-    return template.format_map({name: c_text(text) for name, text in texts.items()})

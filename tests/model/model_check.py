@@ -1,12 +1,12 @@
 """Compares the results of a session with the model's prediction."""
 
+import functools
 import os
 import re
 import xml.etree.ElementTree
-from typing import Any, Iterator, NamedTuple
+from typing import Any, Iterator, NamedTuple, Sequence
 
-from circumstances import DAMAGED
-from machine_model import LogLine
+from log_model import LogLine
 from session_arguments import SET_HANDLE
 from session_model import Chance, Prediction
 from support.log_lines import LINE, lines_of
@@ -67,7 +67,7 @@ def differences(prediction: Prediction, outcome: Outcome) -> list[str]:
     return found
 
 
-def _paired(what: str, expected: list, actual: list, equal) -> Iterator[str]:
+def _paired(what: str, expected: Sequence, actual: Sequence, equal) -> Iterator[str]:
     """The first difference alone, since one that is missing shifts all that follow."""
     for at, (one, other) in enumerate(zip(expected, actual)):
         if not equal(one, other):
@@ -93,7 +93,21 @@ def _around(text: str, at: int) -> str:
 
 
 def _answers(prediction: Prediction, outcome: Outcome) -> Iterator[str]:
-    return _paired("answer", prediction.answers, outcome.host, lambda expected, actual: expected == actual)
+    came = list(outcome.host)
+    for together in prediction.together:
+        came[together] = _in_order_of(prediction.answers[together], came[together])
+    return _paired("answer", prediction.answers, came, lambda expected, actual: expected == actual)
+
+
+def _in_order_of(expected: list[dict], actual: list[dict]) -> list[dict]:
+    """Those that were expected come first, in that order."""
+    left = list(actual)
+    ordered = []
+    for answer in expected:
+        if answer in left:
+            left.remove(answer)
+            ordered.append(answer)
+    return ordered + left
 
 
 def operation_differences(prediction: Prediction, outcome: Outcome) -> Iterator[str]:
@@ -132,13 +146,14 @@ class ReadLine(NamedTuple):
     thread: str
 
 
-def read_log(text: str) -> list[ReadLine]:
+@functools.lru_cache(maxsize=100)
+def read_log(text: str) -> tuple[ReadLine, ...]:
     lines = []
     for line in lines_of(text):
         match = LINE.fullmatch(line)
         lines.append(ReadLine(match["severity"], match["function"] or "", _without_numbers(match["message"]),
                               match["thread"]) if match else ReadLine("(not a log line)", "", line, ""))
-    return lines
+    return tuple(lines)
 
 
 def same_line(expected: LogLine, actual: ReadLine) -> bool:
@@ -173,8 +188,9 @@ def _place(name: str) -> str:
 
 
 def _read_settings(content: bytes) -> Any:
+    """The bytes of a file that is no XML."""
     try:
         root = xml.etree.ElementTree.fromstring(content)
     except xml.etree.ElementTree.ParseError:
-        return DAMAGED
+        return content
     return root.tag, dict(root.attrib), [(child.tag, (child.text or "").strip()) for child in root]

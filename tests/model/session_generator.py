@@ -3,25 +3,26 @@
 import random
 from typing import Any, Callable, Optional
 
-from circumstances import DAMAGED, LAYOUTS, Circumstances, Session
+from circumstances import Circumstances, Session
+from file_generator import FileGenerator
+from log_model import Log
 from schema import EXPORTS, PATTERNS, Argument, Export
-from session_texts import (ASKS_FOR_LETTERS, BAD_BIIDS, BAD_SUBFOLDERS, BASIC_SUBFOLDERS, BESIDE, BIID, FLAGS,
-                           FORBIDDEN, NAMES, ODD, SEEDS, STRANGE, SUBFOLDERS, UNITS, WORDS)
-from wide_text import characters, has_unpaired, spelled
+from session_texts import (ASKS_FOR_LETTERS, BAD_BIIDS, BAD_SUBFOLDERS, BASIC_SUBFOLDERS, BESIDE, BIID, FORBIDDEN,
+                           NAMES, ODD, SEEDS, STRANGE, SUBFOLDERS, TAKE_ANY_BLOCK, UNITS, WORDS)
+from unicode_blocks import BLOCKS, ROW
+from wide_text import characters, has_unpaired, spelled, wide
 
-FIXED_SEEDS = range(101, 125)
+FIXED_SEEDS = range(131, 155)
 """Of the sessions that the tests play."""
 
 INT32_EXTREMES = (-2147483648, 2147483647)
-
-# Of the factory file: Log, LogLevel and LogDate.
-LOGS = [("on", "trace", "")] * 8 + [
-    ("on", "debug", ""), ("on", "warning", ""), ("on", "error", ""), ("off", "trace", ""), ("ON", "Trace", ""),
-    ("on", "", ""), ("on", "loud", ""), ("date", "trace", "2036-12-31"), ("Date", "TRACE", "2001-02-03"),
-    ("date", "trace", ""), ("", "trace", ""), ("perhaps", "debug", "2036-12-31")]
 OPERATIONS = ["Startup", "Shutdown", "Flush", "GetUserOptIn", "SetUserOptIn", "SetLocalValue", "LocalSettingsSubfolder",
               "PostEvent", "PostData", "TrackPrintQueueInfo", "TrackSystemInformation"]
+KINDS = ["vesto", "com", "std", "unknown", "managed"]
 
+THREADS = 8
+TASKS = 8
+"""Of each thread."""
 
 SPOILED_KINDS = {"required", "optional", "model", "enumeration", "number", "narrow", "buffer", "size"}
 
@@ -31,6 +32,7 @@ class SessionGenerator:
         self._random = random.Random(seed)
         self._loads = 0
         self._is_loaded = True
+        self._blocks: list[int] = []
 
     def session(self, decks: int = 4) -> Session:
         """`decks`: how often each export is called, at least."""
@@ -44,7 +46,8 @@ class SessionGenerator:
                 steps += self._between()
                 step = self._call(export)
                 steps.append({"threads": [[step]]} if self._chance(0.02) else step)
-        circumstances.layout = self._one("plain", *LAYOUTS)
+        if self._is_loaded and self._shows_all_calls(circumstances) and self._chance(0.4):
+            steps += self._many_tasks()
         return Session(steps, circumstances)
 
     def _chance(self, probability: float) -> bool:
@@ -58,25 +61,28 @@ class SessionGenerator:
     def _circumstances(self) -> Circumstances:
         road = self._one("managed", "managed", "basic")
         failures = {}
-        if road == "managed" and self._chance(0.3):
+        if road == "managed" and self._chance(0.4):
             for operation in self._random.sample(OPERATIONS, self._random.randint(1, len(OPERATIONS))):
-                failures[operation + "Internal"] = self._one("vesto", "com", "std", "unknown")
+                failures[operation + "Internal"] = self._failures()
+        files = FileGenerator(self._random, self._block_text)
+        named = files.factory() if self._chance(0.15) else None
         return Circumstances(
-            road=road, log=self._one(*LOGS), project=self._one(None, None, "", "   ", "\t"),
-            factory_damaged=self._chance(0.02), settings=self._settings(), damaged_subfolder=self._chance(0.3),
+            road=road, factory=files.factory(is_used=named is None), named_factory=named,
+            settings=files.local(0.03, road == "basic"), subfolder_settings=files.local(0.4, road == "basic"),
             failures=failures,
             without_companion=road == "managed" and self._chance(0.12),
             disabled=self._one(0, 1, 1, 2, -1) if self._chance(0.06) else None)
 
-    def _settings(self) -> Optional[list]:
-        if self._chance(0.35):
-            return None
-        if self._chance(0.03):
-            return [DAMAGED]
-        keys = ["UserOptIn", "OptinBeforePause", "AppDeployedUuid", "Other", "UserOptIn", "OptinBeforePause"]
-        elements = [[key, self._one(*FLAGS)] for key in self._random.sample(keys, self._random.randint(0, 5))]
-        return [self._one("LumeqConfig", "LumeqConfig", "LUMConfig", "Anything"),
-                self._one({"version": "4.0"}, {"version": "9"}, {}, {"version": "4.0", "other": "x"}), elements]
+    def _failures(self) -> Any:
+        """Always, or of some calls only."""
+        if self._chance(0.5):
+            return self._one(*KINDS)
+        return [self._one(None, None, *KINDS) for _ in range(self._random.randint(2, 6))]
+
+    @staticmethod
+    def _shows_all_calls(circumstances: Circumstances) -> bool:
+        """Whether the log has a line of each call, so that it shows the order of several threads."""
+        return circumstances.disabled != 1 and Log(circumstances).takes("TRACE")
 
     # Steps
 
@@ -96,9 +102,31 @@ class SessionGenerator:
             steps.append({"sleepMsec": self._random.randint(0, 20)})
         return steps
 
-    def _call(self, export: Export) -> dict:
+    def _many_tasks(self) -> list[dict]:
+        """Threads open tasks that other threads complete, all of which are open at the same time."""
+        opened = [[f"{thread}.{number}-{self._loads}" for number in range(TASKS)] for thread in range(THREADS)]
+        names = self._random.choices([name for name in EXPORTS if name.endswith("Initiated")], k=THREADS * TASKS)
+        names = [name.removesuffix("Initiated") for name in names]
+        tasks = dict(zip(sum(opened, []), names))
+        return [
+            self._threads([[{**self._call(EXPORTS[tasks[handle] + "Initiated"], "good"), "handle": handle}
+                            for handle in handles] for handles in opened]),
+            self._threads([[{**self._call(EXPORTS[tasks[handle] + "Completed"]), "taskHandle": handle}
+                            for handle in handles] for handles in self._random.sample(opened, THREADS)])]
+
+    def _threads(self, lists: list[list[dict]]) -> dict:
+        """With a first call that says whose thread it is, and some calls that share nothing but the library."""
+        others = [export for export in EXPORTS.values() if export.family not in ("initiated", "completed")]
+        threads = []
+        for number, calls in enumerate(lists):
+            calls = [*calls, *(self._call(self._one(*others)) for _ in range(3))]
+            self._random.shuffle(calls)
+            threads.append([{"call": "ScreenDisplayed", "screenName": f"Thread{number}"}, *calls])
+        return {"threads": threads}
+
+    def _call(self, export: Export, care: str = "") -> dict:
         # Most calls are such that what they do can be seen.
-        care = self._one("good", "good", "good", "near", "near", "near", "any")
+        care = care or self._one("good", "good", "good", "near", "near", "near", "any")
         spoilable = [argument.name for argument in export.arguments if argument.kind in SPOILED_KINDS]
         spoiled = self._random.sample(spoilable, min(len(spoilable), self._one(1, 1, 2, 3)))
         step: dict[str, Any] = {"call": export.name}
@@ -143,9 +171,23 @@ class SessionGenerator:
         """A text that the rule takes; it may still be refused by a stricter one."""
         texts = [text for text in SEEDS[pattern] if PATTERNS[pattern].matches(text)]
         text = self._one(*texts)
+        if pattern in TAKE_ANY_BLOCK and self._chance(0.2):
+            # A letter first, because what counts as a space differs.
+            text = "x" + self._block_text()
+        elif pattern == "url" and self._chance(0.2):
+            text = f"https://{self._block_text()}/a"
         if self._chance(0.04):
             text = text + self._one(*UNITS.get(pattern, ["a"])) * self._length()
         return text if PATTERNS[pattern].matches(text) else self._one(*texts)
+
+    def _block_text(self) -> str:
+        """Of some of Unicode's blocks. All come before any comes again."""
+        text = ""
+        for _ in range(self._random.randint(1, 4)):
+            if not self._blocks:
+                self._blocks = self._random.sample(BLOCKS, len(BLOCKS))
+            text += wide(chr(self._blocks.pop() + self._random.randrange(ROW)))
+        return text
 
     def _changed(self, text: str, alphabet: list[str]) -> str:
         at = self._random.randint(0, len(text))
@@ -198,12 +240,14 @@ class SessionGenerator:
     def _free_text(self) -> str:
         if self._chance(0.02):
             return self._one("x", "ab", "\ud83d\ude00", "\n") * self._length()
+        if self._chance(0.2):
+            return self._block_text()
         return self._one("", "value", *NAMES, "".join(self._random.choices(STRANGE, k=self._random.randint(0, 5))))
 
     def _dictionary(self, keys: list[str], care: str) -> Any:
         pairs = [(self._one(*keys, self._free_text()), self._free_text()) for _ in range(self._one(0, 1, 2, 3, 5))]
         if self._chance(0.02):
-            pairs += [(f"key {number}", "v") for number in range(self._one(50, 500))]
+            pairs += [(f"key {number}", self._block_text()) for number in range(self._one(50, 500, 1000))]
         if self._chance(0.5) and not any(has_unpaired(key) for key, _ in pairs):
             return {characters(key): spelled(value) for key, value in pairs}
         return [[spelled(key), spelled(value)] for key, value in pairs]

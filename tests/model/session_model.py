@@ -11,12 +11,17 @@ from typing import Any, Callable, Optional
 import wide_text
 from circumstances import Circumstances
 from delivery_model import BEFORE_PAUSE, Delivery
-from machine_model import Failure, Log, LogLine, argument_line, report
+from log_model import Log, LogLine, argument_line, report
+from machine_model import Failure
 from schema import EXPORTS, HYPERLINK_LABEL, PATTERNS, TASK_RESULT, URL_LABEL, WHITE_SPACE, Argument, Export
 from session_arguments import read_arguments, shown_arguments
 from wide_text import formatted, quoted
 
 API = "Zuvan::Lumeq::API::"
+
+NextThread = Callable[[int, list[list[dict]]], int]
+"""Which of several threads makes the next call: takes the number of lines logged so far, and the calls that each thread
+has still to make. Only the log shows this: call_history.py."""
 
 # The key of development builds.
 BIID_KEY = b"0123456789abcdef" * 8
@@ -42,6 +47,8 @@ class Prediction:
     """But for DEBUG."""
     settings: dict[str, Any]
     """The local settings files by their folders."""
+    together: list[slice]
+    """The answers of threads that ran at the same time. The host may print these in any order."""
 
 
 @dataclass
@@ -53,8 +60,10 @@ class Task:
 class SessionModel:
     """One host process."""
 
-    def __init__(self, circumstances: Circumstances):
+    def __init__(self, circumstances: Circumstances, next_thread: Optional[NextThread] = None):
         self._circumstances = circumstances
+        self._next_thread = next_thread
+        self._together: list[slice] = []
         self._log = Log(circumstances)
         self._delivery = Delivery(circumstances, self._log)
         self._handles: dict[str, Optional[Task]] = {}
@@ -63,7 +72,7 @@ class SessionModel:
 
     def prediction(self) -> Prediction:
         return Prediction(self._answers, self._delivery.companion.operations, self._log.lines,
-                          self._delivery.files.all())
+                          self._delivery.files.all(), self._together)
 
     def call(self, step: dict) -> list[LogLine]:
         """Plays one call. Returns the lines that it logs."""
@@ -79,13 +88,21 @@ class SessionModel:
                 for _ in range(step["times"]):
                     self.play(step["calls"])
             elif "threads" in step:
-                # Of several threads only the log shows the order: call_history.py.
-                (its_steps,) = step["threads"]
-                self.play(its_steps)
+                self._play_threads(step["threads"])
             elif "unload" in step:
                 self._loaded = False
             elif "load" in step:
                 self._load()
+
+    def _play_threads(self, threads: list[list[dict]]) -> None:
+        if len(threads) == 1:
+            return self.play(threads[0])
+        first = len(self._answers)
+        left = [list(calls) for calls in threads]
+        while any(left):
+            self.call(left[self._next_thread(len(self._log.lines), left)].pop(0))
+        self._together.append(slice(first, len(self._answers)))
+        return None
 
     def _load(self) -> None:
         self._loaded = True
@@ -362,7 +379,7 @@ class SessionModel:
         return {"returns": value}
 
 
-def predict(steps: list[dict], circumstances: Circumstances) -> Prediction:
-    model = SessionModel(circumstances)
+def predict(steps: list[dict], circumstances: Circumstances, next_thread: Optional[NextThread] = None) -> Prediction:
+    model = SessionModel(circumstances, next_thread)
     model.play(steps)
     return model.prediction()

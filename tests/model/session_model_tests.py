@@ -3,8 +3,9 @@
 import unittest
 from typing import Optional
 
-from circumstances import DAMAGED, Circumstances
+from circumstances import Circumstances
 from session_model import Prediction, predict
+from settings_files import SettingsFile
 
 
 def call(export: str, /, **arguments) -> dict:
@@ -142,7 +143,7 @@ class Devices(unittest.TestCase):
 
 class Pauses(unittest.TestCase):
     def flags_after(self, *steps: dict, before: list, road: str = "basic", **others) -> Optional[dict]:
-        return settings(played(*steps, road=road, settings=["LumeqConfig", {"version": "4.0"}, before], **others))
+        return settings(played(*steps, road=road, settings=SettingsFile(before), **others))
 
     def test_choice_is_kept_and_a_second_pause_forgets_it(self):
         opted_in = [["UserOptIn", "True"]]
@@ -155,7 +156,8 @@ class Pauses(unittest.TestCase):
                 call("Pause"), call("Pause"), call("ShutdownEx", timeoutMsec=0), before=opted_in, road=road))
 
     def test_start_reports_a_crash_whatever_its_name(self):
-        prediction = played(start(""), road="basic", settings=["LUMConfig", {"a": "b"}, [["OptinBeforePause", "tRUE"]]])
+        older = SettingsFile([["OptinBeforePause", "tRUE"]], "LUMConfig", {"a": "b"})
+        prediction = played(start(""), road="basic", settings=older)
         self.assertEqual([f'Validation failed in {API}StartupEx: invalid [REQUIRED] appName arg: ""',
                           "OptinBeforePause exists and it shouldn't that means there was a CRASH!!"],
                          errors(prediction))
@@ -210,17 +212,6 @@ class Machines(unittest.TestCase):
         too_long = "One or both arguments to CombinePath exceed the maximum path length."
         self.assertEqual(["BasicGetUserOptIn exception with " + too_long, "BasicClearOptIn exception with " + too_long],
                          warnings(prediction))
-
-    def test_damaged_file_where_the_policy_is_read_means_no_log(self):
-        for others in ({"settings": [DAMAGED]}, {"factory_damaged": True}):
-            self.assertEqual([], played(button(screenName=""), **others).log)
-
-    def test_level_says_what_is_logged(self):
-        steps = [button(screenName=""), call("TrackDiscoveredPrintersEx", discoveredDeviceList=[{}])]
-        self.assertEqual([0, 1, 2, 1, 8, 8], [len(played(*steps, log=log).log) for log in (
-            ("off", "trace", ""), ("on", "error", ""), ("ON", "Warning", ""), ("on", "loud", ""), ("on", "trace", ""),
-            ("date", "debug", "2036-12-31"))])
-        self.assertEqual([], played(*steps, log=("date", "trace", "2001-02-03")).log)
 
     def test_disabled_tracking_leaves_no_trace(self):
         prediction = played(start(""), call("ScanAcquireInitiated", handle="h"), call("GetUserOptInEx"),

@@ -93,7 +93,12 @@ SUBFOLDERS = ["Sub", "Brand\\Line", "a b\\c", "sub\\", "Zuvan.1\\2", f"\\{OUTSID
 BASIC_SUBFOLDERS = [" ", "x" * 300, "y\\" * 150 + "y", "z" * 100000]
 BAD_SUBFOLDERS = ["", "\\", "\\\\", "a\\\\b", "a\\\\", "\\\\a"]
 
-FLAGS = ["True", "False", "TRUE", "fALSE", "true", "maybe", "", "  ", "1", "Truee"]
+TAKE_ANY_BLOCK = {"appName", "adName", "adProduct", "adVariant", "context", "installName", "paperSize"}
+"""Rules that ask neither for letters nor for digits."""
+
+FLAGS = ["True", "False", "TRUE", "fALSE", "true", "maybe", "", "  ", "1", "Truee", "\u00a0", "\u3000",
+         "\uff34\uff32\uff35\uff25"]
+NO_PROJECTS = ["", "   ", "\t", "\u00a0", "\u2003", "\u3000"]
 
 BIID = "0123456789abcdef" * 4
 BAD_BIIDS = ["", "Unknown", BIID[:63], BIID + "0", BIID.replace("a", "A", 1), "g" * 64, "unknown\n", "unknown\0"]

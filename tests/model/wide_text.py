@@ -17,7 +17,7 @@ def wide(text: str) -> str:
         beyond = ord(character[0]) - 0x10000
         return chr(0xD800 + (beyond >> 10)) + chr(0xDC00 + (beyond & 0x3FF))
 
-    return _BEYOND_BMP.sub(pair, text)
+    return text if text.isascii() else _BEYOND_BMP.sub(pair, text)
 
 
 def characters(units: str) -> str:
@@ -33,7 +33,7 @@ def has_unpaired(units: str) -> bool:
 
 def shown(units: str) -> str:
     """As a reader of UTF-8 gets it: an unpaired surrogate has become U+FFFD."""
-    return characters(_UNPAIRED.sub("\ufffd", units))
+    return units if units.isascii() else characters(_UNPAIRED.sub("\ufffd", units))
 
 
 def c_text(units: str) -> str:
