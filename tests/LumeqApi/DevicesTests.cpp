@@ -16,6 +16,7 @@
 #include <cwchar>
 #include <functional>
 #include <memory>
+#include <mutex>
 #include <new>
 #include <thread>
 
@@ -57,35 +58,38 @@ DiscoveredDevice Device(const std::wstring& biid) { return {nullptr, {{L"dev_bii
 
 using PostData = void(const StringDictionary& data, const std::wstring& dataType, void* third);
 
-/// In the place of the companion's PostDataInternal: from the first device to the last, a second thread tries
-/// to take the lock.
-struct Intruder {
-    static constexpr int Devices = 2000;
-    static inline std::atomic<int> sent{0};
-    static inline std::atomic<bool> tries{false};
-    static inline std::atomic<bool> isOver{false};
-    static inline std::atomic<int> intrusions{0};
+/// In the place of the companion's PostDataInternal: from the first device on, a second thread waits for the
+/// lock. Whoever releases a lock for which another thread waits has to wake that thread.
+struct WaitingThread {
+    static inline DWORD sender = 0;
+    static inline int sent = 0;
+    static inline std::atomic<bool> waits{false};
+    static inline std::vector<int> wokenAfter; ///< How many devices.
     static inline std::thread thread;
+    // Looked up before GetProcAddress is replaced.
+    static inline auto* const setEvent =
+        Testing::RealFunction<decltype(SetEvent)>("kernel32.dll", "SetEvent");
 
-    static void Try() {
-        while (!isOver) {
-            if (ApiLock.try_lock()) {
-                intrusions += sent < Devices;
-                ApiLock.unlock();
-            }
-            tries = true;
-        }
-    }
     static void Send(const StringDictionary&, const std::wstring&, void*) {
-        if (sent == 0) {
-            thread = std::thread(&Try);
-            while (!tries)
-                Sleep(0);
-        }
-        ++sent;
+        if (++sent > 1)
+            return;
+        sender = GetCurrentThreadId();
+        thread = std::thread([] { const std::lock_guard lock(ApiLock); });
+        while (!waits)
+            Sleep(0);
     }
     static FARPROC WINAPI Find(HMODULE, const char*) {
         return reinterpret_cast<FARPROC>(reinterpret_cast<void*>(static_cast<PostData*>(&Send)));
+    }
+    static DWORD WINAPI Wait(HANDLE object, DWORD milliseconds) {
+        if (GetCurrentThreadId() != sender)
+            waits = true;
+        return WaitForSingleObjectEx(object, milliseconds, FALSE);
+    }
+    static BOOL WINAPI Wake(HANDLE event) {
+        if (waits && GetCurrentThreadId() == sender)
+            wokenAfter.push_back(sent);
+        return setEvent(event);
     }
 };
 
@@ -138,18 +142,19 @@ TEST_F(DeviceExports, SkippedDeviceIsAWarningAndNoBreak) {
 TEST_F(DeviceExports, WholeListIsSentInOneHoldOfTheLock) {
     Testing::UseFakeMscoree(L"v4.0.30319");
     Testing::PlaceCompanion(machine.HostFolder());
-    const DiscoveredDeviceList devices(Intruder::Devices, Device(L"unknown"));
+    const DiscoveredDeviceList devices(3, Device(L"unknown"));
     FlushEx(0); // loads the companion
     {
+        const Testing::ImportedFunction<decltype(WaitForSingleObject)> waiting(
+            "kernel32.dll", "WaitForSingleObject", &WaitingThread::Wait);
+        const Testing::ImportedFunction<decltype(SetEvent)> waking("kernel32.dll", "SetEvent",
+                                                                   &WaitingThread::Wake);
         const Testing::ImportedFunction<decltype(GetProcAddress)> finding("kernel32.dll", "GetProcAddress",
-                                                                          &Intruder::Find);
+                                                                          &WaitingThread::Find);
         TrackDiscoveredPrintersEx(devices);
     }
-    Intruder::isOver = true;
-    ASSERT_TRUE(Intruder::thread.joinable()) << "nothing was sent";
-    Intruder::thread.join();
-    EXPECT_EQ(Intruder::sent, Intruder::Devices);
-    EXPECT_EQ(Intruder::intrusions, 0);
+    WaitingThread::thread.join();
+    EXPECT_THAT(WaitingThread::wokenAfter, testing::ElementsAre(3));
 }
 
 TEST_F(DeviceExports, FirstMemberOfADeviceIsNotRead) {
@@ -163,10 +168,9 @@ TEST_F(DeviceExports, FirstMemberOfADeviceIsNotRead) {
 }
 
 TEST_F(DeviceExports, FailedComputationLeavesTheIdentifierAndIsReported) {
-    std::wstring biid;
+    std::wstring biid = L"before";
     const int allocations = FailEachAllocationOf([&biid] {
-        EXPECT_TRUE(biid.empty() || biid == L"before");
-        biid = L"before";
+        EXPECT_EQ(biid, L"before");
         GetBiid(DeviceUuid, biid);
     });
     EXPECT_GT(allocations, 1);
