@@ -37,14 +37,16 @@ private:
 };
 
 /// `copy` copies the caller's arguments and returns the body of the call, which owns them. Returns the number
-/// of the queued call; 0 where it is made or dropped.
+/// of the queued call; 0 where it is made or dropped. While the process ends nothing is done: a thread that
+/// is gone may hold the lock of the library proper.
 template <class Copy>
 std::uint64_t Submit(QueuedCall::Kind kind, Copy copy) noexcept {
     try {
-        if (!UsesWorker())
-            copy()();
-        else if (!IsProcessEnding())
+        if (IsProcessEnding())
+            return 0;
+        if (UsesWorker())
             return CallQueue::Add(std::make_unique<CallOf<decltype(copy())>>(kind, copy()));
+        copy()();
     } catch (...) {
         CallQueue::CountDropped();
     }
@@ -66,7 +68,7 @@ void SubmitSession(Copy copy) noexcept {
 template <class Result, class Body>
 Result Ask(Result result, Body body) noexcept {
     const auto set = [&result, &body] { result = body(); };
-    if (UsesWorker() && CallQueue::IsWorker())
+    if (UsesWorker() && CallQueue::IsWorker() && !IsProcessEnding())
         CallOf(QueuedCall::Kind::Session, set).Make();
     else
         CallQueue::WaitFor(Submit(QueuedCall::Kind::Session, [&set] { return set; }));

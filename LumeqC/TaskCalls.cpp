@@ -82,8 +82,9 @@ lumeq_task BeginTask(TaskKind kind, InitiatedExport& initiate, const lumeq_dicti
             task.Opened(initiate(context.Local(), context.Global()));
         };
     });
-    // Made already, or dropped: only a task that is open now counts.
-    return queued != 0 || IsTaskOpen(number) ? number : 0;
+    // Made already, or dropped: only a task that is open now counts. Without a number nothing was done, and
+    // the lock of the tasks may be a dead thread's.
+    return number != 0 && (queued != 0 || IsTaskOpen(number)) ? number : 0;
 }
 
 void AbandonTask(lumeq_task task) {
