@@ -5,49 +5,32 @@
   tools/c_table.py --print    prints it instead
 """
 
-import re
-import sys
-from pathlib import Path
-from typing import NamedTuple
+from c_interface import INCLUDE, Function, functions, write_or_print
 
-INCLUDE = Path(__file__).resolve().parent.parent / "include" / "Lumeq"
 TABLE = INCLUDE / "lumeq_table.h"
 
 
-class Function(NamedTuple):
-    result: str
-    name: str
-    """Without its prefix."""
-    parameters: str
-
-
-def functions() -> list[Function]:
-    text = re.sub(r"//.*", "", (INCLUDE / "lumeq.h").read_text(encoding="utf-8"))
-    return [Function(result, name, " ".join(parameters.split())) for result, name, parameters in
-            re.findall(r"^LUMEQ_C_API (\w+) lumeq_(\w+)\(([^)]*)\);", text, re.MULTILINE)]
-
-
 def no_op(function: Function) -> str:
-    names = [re.findall(r"\w+", parameter)[-1] for parameter in function.parameters.split(",")]
+    names = [name for _, name in function.parameters]
     if "buffer" in names:
         body = ["if (buffer != 0 && size > 0)", "    buffer[0] = 0;"]
         names = [name for name in names if name not in ("buffer", "size")]
     else:
         body = []
-    body = [f"(void){name};" for name in names if name != "void"] + body
+    body = [f"(void){name};" for name in names] + body
     if function.result != "void":
         body.append("return 0;")
     lines = "".join(f"    {line}\n" for line in body)
-    return f"static inline {function.result} lumeq_no_{function.name}({function.parameters}) {{\n{lines}}}\n"
+    return f"static inline {function.result} lumeq_no_{function.name}({function.parameter_list}) {{\n{lines}}}\n"
 
 
 def table() -> str:
     all_functions = functions()
-    fields = "".join(f"    {its.result} (*{its.name})({its.parameters});\n" for its in all_functions)
+    fields = "".join(f"    {its.result} (*{its.name})({its.parameter_list});\n" for its in all_functions)
     no_ops = "".join(no_op(its) for its in all_functions)
     linked = "".join(f"    table->{its.name} = lumeq_{its.name};\n" for its in all_functions)
     none = "".join(f"    table->{its.name} = lumeq_no_{its.name};\n" for its in all_functions)
-    found = "".join(f'    table->{its.name} = ({its.result} (*)({its.parameters}))find(library, "lumeq_{its.name}");\n'
+    found = "".join(f'    table->{its.name} = ({its.result} (*)({its.parameter_list}))find(library, "lumeq_{its.name}");\n'
                     f"    complete &= table->{its.name} != 0;\n" for its in all_functions)
     return f"""// clang-format off
 // The functions of lumeq.h as a table, so that a host can do without the library. Written by tools/c_table.py.
@@ -91,7 +74,4 @@ static inline int lumeq_table_set_found(lumeq_table* table, lumeq_any_function (
 
 
 if __name__ == "__main__":
-    if "--print" in sys.argv[1:]:
-        print(table(), end="")
-    else:
-        TABLE.write_text(table(), encoding="utf-8", newline="\n")
+    write_or_print(TABLE, table())

@@ -1,5 +1,5 @@
-// lumeq-loader [FOLDER]: loads the library from the folder, or from its own, and prints what the loader says
-// and what some functions of the table return, before and after unloading.
+// lumeq-loader [FOLDER [FIRST]]: loads the file FIRST, then the library from the folder, or from its own, and
+// prints what the loader says and what some functions of the table return, before and after unloading.
 #include <Lumeq/lumeq_loader.h>
 
 #include <stdio.h>
@@ -17,8 +17,10 @@ static void print_calls(const lumeq_table* call) {
 
 int wmain(int count, wchar_t** arguments) {
     lumeq_loader loader;
-    const int32_t result = lumeq_load(&loader, count > 1 ? arguments[1] : NULL);
-    printf("%d, %s\n", (int)result, lumeq_load_reason(loader.result));
+    if (count > 2 && LoadLibraryW(arguments[2]) == NULL)
+        return 2;
+    lumeq_load(&loader, count > 1 ? arguments[1] : NULL);
+    printf("%d, %s\n", (int)loader.result, lumeq_load_reason(loader.result));
     print_calls(&loader.call);
     lumeq_unload(&loader);
     print_calls(&loader.call);

@@ -8,19 +8,17 @@ import unittest
 from pathlib import Path
 from unittest import mock
 
-ROOT = Path(__file__).resolve().parent.parent.parent
-sys.path[:0] = [str(ROOT / "tests" / "host"), str(ROOT / "tools")]
-import c_table  # noqa: E402
+sys.path.insert(0, str(Path(__file__).resolve().parent.parent / "host"))
 from support import BUILD, HOST_SECONDS, OBJDUMP, SessionTestCase  # noqa: E402
 from session_player import Conditions  # noqa: E402
 
 LIBRARIES = ("Lumeq.dll", "LumeqC.dll")
 WORKING = 'version 10000, text 4 "usb", task open'
 NO_OPS = 'version 0, text 0 "", task none'
-LOADED, BAD_FOLDER, MISSING, DAMAGED, FOREIGN, OLD = (
+LOADED, BAD_FOLDER, MISSING, DAMAGED, OTHER, FOREIGN, OLD = (
     "0, LumeqC.dll is loaded", "1, the folder of LumeqC.dll is not an absolute path",
     "2, LumeqC.dll or Lumeq.dll is missing", "3, LumeqC.dll or Lumeq.dll cannot be loaded",
-    "5, LumeqC.dll is a foreign file", "6, LumeqC.dll does not fit this host")
+    "4, another Lumeq.dll is loaded already", "5, LumeqC.dll is a foreign file", "6, LumeqC.dll does not fit this host")
 
 
 class Loader(SessionTestCase):
@@ -36,11 +34,11 @@ class Loader(SessionTestCase):
         for name in names:
             (self.machine.host_folder / name).unlink()
 
-    def assert_prints(self, first: str, *arguments: str):
+    def assert_prints(self, first: str, *arguments: str, modules: int = 0):
         output = self.machine.prefix / "output"
         self.assertEqual(0, self.machine.run("lumeq-loader.exe", list(arguments), Conditions(), output, HOST_SECONDS))
         calls = WORKING if first == LOADED else NO_OPS
-        self.assertEqual([first, calls, NO_OPS, "modules 0"], output.read_text().split("\n")[:-1])
+        self.assertEqual([first, calls, NO_OPS, f"modules {modules}"], output.read_text().split("\n")[:-1])
 
     def test_loads_from_the_folder_of_the_executable(self):
         self.assert_prints(LOADED)
@@ -82,6 +80,13 @@ class Loader(SessionTestCase):
                     (self.machine.host_folder / name).write_bytes(content)
                     self.assert_prints(DAMAGED)
 
+    def test_core_library_of_another_folder_is_named_other(self):
+        shutil.copy(BUILD / "Lumeq.dll", self.elsewhere)
+        self.assert_prints(OTHER, r"C:\Host", r"C:\Else where\Lumeq.dll", modules=1)
+
+    def test_core_library_that_is_loaded_already_is_used(self):
+        self.assert_prints(LOADED, r"C:\Host", r"C:\Host\Lumeq.dll", modules=1)
+
     def test_foreign_library_is_named_foreign(self):
         shutil.copy(BUILD / "Lumeq.dll", self.machine.host_folder / "LumeqC.dll")
         self.assert_prints(FOREIGN)
@@ -98,11 +103,6 @@ class Loader(SessionTestCase):
         self.assertIn("LoadLibraryExW", headers)
         for name in ("AddDllDirectory", "SetDefaultDllDirectories", "RemoveDllDirectory", "LoadPackagedLibrary"):
             self.assertNotIn(name, headers)
-
-    def test_table_is_what_the_header_declares(self):
-        self.assertEqual(c_table.TABLE.read_text(encoding="utf-8"), c_table.table())
-        self.assertEqual((ROOT / "tests" / "c_exports.txt").read_text().split(),
-                         sorted("lumeq_" + function.name for function in c_table.functions()))
 
 
 if __name__ == "__main__":

@@ -1,0 +1,74 @@
+"""The Rust crate: what its sample host leaves equals what the sample host leaves over the C++ exports."""
+
+import os
+import re
+import shutil
+import subprocess
+import unittest
+from pathlib import Path
+from unittest import mock
+
+from day_case import BUILD, ROOT, DayTestCase
+
+CARGO, RUSTC = Path("/usr/bin/cargo"), Path("/usr/bin/rustc")
+TARGET = "x86_64-pc-windows-gnu"
+WORK = BUILD / "rust"
+ENVIRONMENT = {
+    # Another toolchain may come first on the path, without this target.
+    "RUSTC": str(RUSTC), "RUSTDOC": "/usr/bin/rustdoc", "CARGO_HOME": str(WORK / "home"),
+    "CARGO_TARGET_DIR": str(WORK), "CARGO_NET_OFFLINE": "true", "LUMEQ_LIB_DIR": str(WORK / "lib"),
+    "CARGO_TARGET_X86_64_PC_WINDOWS_GNU_LINKER": "x86_64-w64-mingw32-gcc-posix",
+    # The crate stands as it is written: its sources must compile without a warning.
+    "RUSTFLAGS": "-D warnings",
+}
+
+
+def has_rust() -> bool:
+    return CARGO.exists() and RUSTC.exists() and Path(f"/usr/lib/rustlib/{TARGET}").exists()
+
+
+@unittest.skipUnless(has_rust(), "Rust for Windows is not installed: tools/setup --all")
+@mock.patch.dict(os.environ, ENVIRONMENT)
+class RustHost(DayTestCase):
+    def cargo(self, *arguments: str, folder: Path) -> subprocess.CompletedProcess:
+        return subprocess.run([CARGO, *arguments, "--target", TARGET], cwd=folder, stdin=subprocess.DEVNULL,
+                              stdout=subprocess.PIPE, stderr=subprocess.STDOUT, text=True)
+
+    def build(self, folder: Path) -> subprocess.CompletedProcess:
+        (WORK / "lib").mkdir(parents=True, exist_ok=True)
+        shutil.copy(BUILD / "libLumeqC.dll.a", WORK / "lib")
+        return self.cargo("build", folder=folder)
+
+    def program(self, main: str) -> Path:
+        """A project of its own over the crate."""
+        folder = WORK / "program"
+        (folder / "src").mkdir(parents=True, exist_ok=True)
+        (folder / "Cargo.toml").write_text(
+            '[package]\nname = "program"\nversion = "1.0.0"\nedition = "2021"\n[workspace]\n[dependencies]\n'
+            f'lumeq = {{ path = "{ROOT}/bindings/rust" }}\n')
+        (folder / "src" / "main.rs").write_text(main)
+        return folder
+
+    def test_plays_the_day(self):
+        sample = shutil.copytree(ROOT / "samples" / "hosts" / "rust", WORK / "day", dirs_exist_ok=True)
+        manifest = sample / "Cargo.toml"
+        manifest.write_text(manifest.read_text().replace("../../../bindings/rust", f"{ROOT}/bindings/rust"))
+        built = self.build(sample)
+        self.assertEqual(0, built.returncode, built.stdout)
+        self.assert_plays_the_day(WORK / TARGET / "debug" / "day-rust.exe")
+
+    def test_wrong_details_and_wrong_enumeration_do_not_compile(self):
+        good = "use lumeq::*; fn main() { Task::<DeviceConfig>::begin(&Context::default())" \
+               '.complete("success", &DeviceConfigDetails { setting: Setting::Unknown }); }'
+        built = self.build(self.program(good))
+        self.assertEqual(0, built.returncode, built.stdout)
+        for old, new, message in (("DeviceConfig>", "ScanAcquire>", "Details<lumeq::ScanAcquire>` is not"),
+                                  ("Setting::", "How::", "mismatched types")):
+            with self.subTest(new):
+                built = self.build(self.program(good.replace(old, new)))
+                self.assertNotEqual(0, built.returncode)
+                self.assertIn(message, built.stdout)
+
+
+if __name__ == "__main__":
+    unittest.main()
