@@ -34,19 +34,3 @@ function(lumeq_dll_options target)
   endif()
 endfunction()
 lumeq_dll_options(Lumeq)
-
-# The package: find_package(Lumeq CONFIG).
-include(CMakePackageConfigHelpers)
-set(_package ${CMAKE_INSTALL_LIBDIR}/cmake/Lumeq)
-configure_package_config_file(
-  cmake/LumeqConfig.cmake.in ${PROJECT_BINARY_DIR}/LumeqConfig.cmake
-  INSTALL_DESTINATION ${_package}
-  PATH_VARS CMAKE_INSTALL_INCLUDEDIR)
-write_basic_package_version_file(${PROJECT_BINARY_DIR}/LumeqConfigVersion.cmake COMPATIBILITY SameMajorVersion)
-
-install(TARGETS Lumeq EXPORT LumeqTargets COMPONENT library)
-install(EXPORT LumeqTargets NAMESPACE Lumeq:: DESTINATION ${_package} COMPONENT library)
-install(FILES ${PROJECT_BINARY_DIR}/LumeqConfig.cmake ${PROJECT_BINARY_DIR}/LumeqConfigVersion.cmake
-        DESTINATION ${_package} COMPONENT library)
-install(FILES include/Lumeq/LumeqApi.h include/Lumeq/LumeqRecords.h ${PROJECT_BINARY_DIR}/include/Lumeq/LumeqToolchain.h
-        DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/Lumeq COMPONENT library)

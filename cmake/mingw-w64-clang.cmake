@@ -25,7 +25,8 @@ foreach(_kind EXE SHARED MODULE)
   set(CMAKE_${_kind}_LINKER_FLAGS_INIT "-fuse-ld=lld -static -pthread -L${_gcc}")
 endforeach()
 
-set(CMAKE_FIND_ROOT_PATH /usr/${_triple})
+# What -DCMAKE_PREFIX_PATH= names is for Windows too.
+set(CMAKE_FIND_ROOT_PATH /usr/${_triple} ${CMAKE_PREFIX_PATH})
 set(CMAKE_FIND_ROOT_PATH_MODE_PROGRAM NEVER)
 set(CMAKE_FIND_ROOT_PATH_MODE_LIBRARY ONLY)
 set(CMAKE_FIND_ROOT_PATH_MODE_INCLUDE ONLY)

@@ -55,9 +55,7 @@
 #include <unordered_map>
 #include <vector>
 
-#if defined(LUMEQ_STATIC)
-#define LUMEQ_API
-#else
+#if !defined(LUMEQ_API)
 #define LUMEQ_API __declspec(dllimport)
 #endif
 

@@ -4,31 +4,63 @@ import os
 import shutil
 import subprocess
 import unittest
+from pathlib import Path
 
 from support import BUILD, OBJDUMP, ROOT
 
-INSTALLED = [
-    "bin/Lumeq.dll",
-    "bin/LumeqC.dll",
-    "include/Lumeq/LumeqApi.h",
-    "include/Lumeq/LumeqRecords.h",
-    "include/Lumeq/LumeqToolchain.h",
-    "include/Lumeq/lumeq.h",
-    "include/Lumeq/lumeq.hpp",
-    "include/Lumeq/lumeq_loader.h",
-    "include/Lumeq/lumeq_table.h",
-    "lib/Lumeq.dll.a",
-    "lib/LumeqC.lib",
-    "lib/cmake/Lumeq/LumeqConfig.cmake",
-    "lib/cmake/Lumeq/LumeqConfigVersion.cmake",
-    "lib/cmake/Lumeq/LumeqTargets-release.cmake",
-    "lib/cmake/Lumeq/LumeqTargets.cmake",
-    "lib/libLumeqC.dll.a",
-]
+INSTALLED = {
+    "Runtime": ["bin/Lumeq.dll", "bin/LumeqC.dll"],
+    "Development": [
+        "include/Lumeq/LumeqApi.h",
+        "include/Lumeq/LumeqToolchain.h",
+        "include/Lumeq/lumeq.h",
+        "include/Lumeq/lumeq.hpp",
+        "include/Lumeq/lumeq_loader.h",
+        "include/Lumeq/lumeq_table.h",
+        "lib/Lumeq.dll.a",
+        "lib/LumeqC.lib",
+        "lib/cmake/Lumeq/LumeqC.cmake",
+        "lib/cmake/Lumeq/LumeqConfig.cmake",
+        "lib/cmake/Lumeq/LumeqConfigVersion.cmake",
+        "lib/cmake/Lumeq/LumeqTargets-release.cmake",
+        "lib/cmake/Lumeq/LumeqTargets.cmake",
+        "lib/cmake/Lumeq/LumeqToolchain.cmake",
+        "lib/libLumeqC.dll.a",
+        "share/Lumeq/bindings/node/lumeq.js",
+        "share/Lumeq/bindings/node/package.json",
+        "share/Lumeq/bindings/node/raw.js",
+        "share/Lumeq/bindings/rust/Cargo.toml",
+        "share/Lumeq/bindings/rust/build.rs",
+        "share/Lumeq/bindings/rust/src/lib.rs",
+        "share/Lumeq/bindings/rust/src/raw.rs",
+        "share/Lumeq/bindings/rust/src/screen.rs",
+        "share/Lumeq/bindings/rust/src/session.rs",
+        "share/Lumeq/bindings/rust/src/task.rs",
+        "share/Lumeq/bindings/rust/src/text.rs",
+        "share/Lumeq/bindings/rust/src/vocabulary.rs",
+        "share/doc/Lumeq/any-host.md",
+    ],
+    "Samples": [
+        "bin/lumeq-host.exe",
+        "share/Lumeq/samples/hosts/CMakeLists.txt",
+        "share/Lumeq/samples/hosts/bare/CMakeLists.txt",
+        "share/Lumeq/samples/hosts/bare/start.c",
+        "share/Lumeq/samples/hosts/c/day.c",
+        "share/Lumeq/samples/hosts/c/day.h",
+        "share/Lumeq/samples/hosts/c/main.c",
+        "share/Lumeq/samples/hosts/cpp/main.cpp",
+        "share/Lumeq/samples/hosts/day.jsonl",
+        "share/Lumeq/samples/hosts/node/day.js",
+        "share/Lumeq/samples/hosts/rust/Cargo.toml",
+        "share/Lumeq/samples/hosts/rust/src/main.rs",
+    ],
+    "Companion": ["include/Lumeq/LumeqRecords.h"],
+}
 
 CONSUMER = ROOT / "tests" / "consumer"
 WORK = BUILD / "package-tests"
 PACKAGE = WORK / "installed"
+RUN = "wifi_direct, opened, completed"
 
 
 def run(*command, **options) -> subprocess.CompletedProcess:
@@ -36,10 +68,18 @@ def run(*command, **options) -> subprocess.CompletedProcess:
                           text=True, stdin=subprocess.DEVNULL, **options)
 
 
-def configure(name: str, *options: str) -> subprocess.CompletedProcess:
-    return run("cmake", "-G", "Ninja", "-S", CONSUMER, "-B", WORK / name, "-DCMAKE_BUILD_TYPE=Release",
-               f"-DCMAKE_TOOLCHAIN_FILE={os.environ['LUMEQ_TOOLCHAIN_FILE']}", 
-               f"-DLumeq_DIR={PACKAGE}/lib/cmake/Lumeq", *options)
+def install(prefix: Path, *options: str) -> list[str]:
+    """Returns the files."""
+    installation = run("cmake", "--install", BUILD, "--prefix", prefix, *options)
+    if installation.returncode != 0:
+        raise AssertionError(installation.stdout)
+    return sorted(str(file.relative_to(prefix)) for file in prefix.rglob("*") if file.is_file())
+
+
+def configure(name: str, *options: str, source: Path = CONSUMER,
+              toolchain: str = os.environ["LUMEQ_TOOLCHAIN_FILE"]) -> subprocess.CompletedProcess:
+    return run("cmake", "-G", "Ninja", "-S", source, "-B", WORK / name, "-DCMAKE_BUILD_TYPE=Release",
+               f"-DCMAKE_TOOLCHAIN_FILE={toolchain}", f"-DCMAKE_PREFIX_PATH={PACKAGE}", *options)
 
 
 def one_line(text: str) -> str:
@@ -51,45 +91,102 @@ class Package(unittest.TestCase):
     @classmethod
     def setUpClass(cls):
         shutil.rmtree(WORK, ignore_errors=True)
-        installation = run("cmake", "--install", BUILD, "--prefix", PACKAGE)
-        if installation.returncode != 0:
-            raise AssertionError(installation.stdout)
+        cls.files = install(PACKAGE)
 
-    def test_holds_the_library_and_nothing_for_its_developers(self):
-        files = sorted(str(file.relative_to(PACKAGE)) for file in PACKAGE.rglob("*") if file.is_file())
-        self.assertEqual(INSTALLED, files)
+    def assert_builds(self, name: str, *options: str, **places):
+        for done in (configure(name, *options, **places), run("cmake", "--build", WORK / name)):
+            self.assertEqual(0, done.returncode, done.stdout)
+
+    def assert_runs(self, expected: str, program: Path):
+        played = run(ROOT / "tools" / "run-wine", program)
+        self.assertEqual((0, expected), (played.returncode, played.stdout.strip()))
+
+    def assert_refused(self, message: str, configured: subprocess.CompletedProcess):
+        self.assertNotEqual(0, configured.returncode)
+        self.assertIn(message, one_line(configured.stdout))
+
+    def test_holds_what_hosts_need(self):
+        self.assertEqual(sorted(INSTALLED["Runtime"] + INSTALLED["Development"]), self.files)
+
+    def test_each_component_can_be_installed_alone(self):
+        for component, files in INSTALLED.items():
+            with self.subTest(component):
+                self.assertEqual(sorted(files), install(WORK / component, "--component", component))
 
     def test_installed_library_is_stripped(self):
         symbols = run(OBJDUMP, "-t", PACKAGE / "bin" / "Lumeq.dll")
         self.assertIn("no symbols", symbols.stdout)
 
     def test_consumer_builds_and_runs(self):
-        configured = configure("consumer")
-        self.assertEqual(0, configured.returncode, configured.stdout)
-        built = run("cmake", "--build", WORK / "consumer")
-        self.assertEqual(0, built.returncode, built.stdout)
-        played = run(ROOT / "tools" / "run-wine", WORK / "consumer" / "consumer.exe")
-        self.assertEqual((0, "wifi_direct, opened, completed"), (played.returncode, played.stdout.strip()))
+        self.assert_builds("consumer")
+        self.assert_runs(RUN, WORK / "consumer" / "consumer.exe")
 
-    def test_consumer_with_checked_containers_fails_to_configure(self):
-        configured = configure("checked-containers", "-DCMAKE_CXX_FLAGS=-D_GLIBCXX_DEBUG")
-        self.assertNotEqual(0, configured.returncode)
-        self.assertIn("This Lumeq was built without _GLIBCXX_DEBUG, which changes the layout of containers.",
-                      one_line(configured.stdout))
+    def test_package_is_found_by_its_own_folder_too(self):
+        self.assert_builds("by-folder", "-UCMAKE_PREFIX_PATH", f"-DLumeq_DIR={PACKAGE}/lib/cmake/Lumeq")
 
-    def test_consumer_with_old_strings_fails_to_configure(self):
-        configured = configure("old-strings", "-DCMAKE_CXX_FLAGS=-D_GLIBCXX_USE_CXX11_ABI=0")
-        self.assertNotEqual(0, configured.returncode)
-        self.assertIn("This Lumeq was built with libstdc++'s C++11 strings: do not set _GLIBCXX_USE_CXX11_ABI to 0.",
-                      one_line(configured.stdout))
+    def test_consumer_in_c_builds_and_runs_beside_the_dlls_it_copied(self):
+        self.assert_builds("c", "-DPART=C", source=CONSUMER / "c")
+        self.assertEqual(["Lumeq.dll", "LumeqC.dll"], sorted(file.name for file in (WORK / "c").glob("*.dll")))
+        self.assert_runs(RUN, WORK / "c" / "consumer.exe")
+
+    def test_consumer_that_loads_runs_with_and_without_the_dlls(self):
+        self.assert_builds("loader", "-DPART=Loader", source=CONSUMER / "c")
+        program = WORK / "loader" / "consumer.exe"
+        self.assert_runs("LumeqC.dll or Lumeq.dll is missing: , not opened, completed", program)
+        for file in INSTALLED["Runtime"]:
+            shutil.copy(PACKAGE / file, WORK / "loader")
+        self.assert_runs(f"LumeqC.dll is loaded: {RUN}", program)
+
+    def test_sample_hosts_build_from_the_package(self):
+        install(WORK / "samples", "--component", "Samples")
+        self.assert_builds("sample-hosts", source=WORK / "samples" / "share" / "Lumeq" / "samples" / "hosts")
+        self.assertEqual(["day-c.exe", "day-cpp.exe", "day-loader.exe"],
+                         sorted(file.name for file in (WORK / "sample-hosts" / "hosts").iterdir()))
+
+    def test_foreign_compiler_links_its_own_import_library(self):
+        if not shutil.which("lld-link-14"):
+            self.skipTest("lld is not installed")
+        install(WORK / "samples", "--component", "Samples")
+        self.assert_builds("foreign", f"-DSAMPLES={WORK}/samples/share/Lumeq/samples/hosts",
+                           f"-DKERNEL32={BUILD}/samples/hosts/bare/kernel32.lib",
+                           source=CONSUMER / "foreign", toolchain=str(CONSUMER / "foreign" / "toolchain.cmake"))
+        self.assertIn("LumeqC.dll", run(OBJDUMP, "-p", WORK / "foreign" / "foreign.exe").stdout)
+
+    def test_missing_import_library_is_named(self):
+        package = shutil.copytree(PACKAGE, WORK / "without-import-library", dirs_exist_ok=True)
+        (package / "lib" / "libLumeqC.dll.a").unlink()
+        self.assert_refused("This installation has no import library for this compiler: "
+                            f"{package}/lib/libLumeqC.dll.a.",
+                            configure("no-import-library", "-DPART=C", f"-DCMAKE_PREFIX_PATH={package}",
+                                      source=CONSUMER / "c"))
+
+    def test_unknown_component_is_refused(self):
+        self.assert_refused("Lumeq has no component Cpp.", configure("unknown", "-DPART=Cpp", source=CONSUMER / "c"))
+
+    def test_cpp_exports_are_refused_to_a_project_without_cpp(self):
+        self.assert_refused("Enable the language CXX before looking for it.",
+                            configure("without-cpp", "-DPART=Lumeq", source=CONSUMER / "c"))
+
+    def test_checked_containers_and_old_strings_are_refused_the_cpp_exports_alone(self):
+        for name, flag, reason in (
+                ("checked", "_GLIBCXX_DEBUG",
+                 "This Lumeq was built without _GLIBCXX_DEBUG, which changes the layout of containers."),
+                ("old", "_GLIBCXX_USE_CXX11_ABI=0", "This Lumeq was built with libstdc++'s C++11 strings: do not set "
+                 "_GLIBCXX_USE_CXX11_ABI to 0.")):
+            with self.subTest(flag):
+                self.assert_refused(reason, configure(name, f"-DCMAKE_CXX_FLAGS=-D{flag}"))
+        install(WORK / "samples", "--component", "Samples")
+        self.assert_builds("checked-samples", "-DCMAKE_CXX_FLAGS=-D_GLIBCXX_DEBUG",
+                           source=WORK / "samples" / "share" / "Lumeq" / "samples" / "hosts")
 
     def test_consumer_for_another_system_fails_to_configure(self):
-        script = WORK / "other-system.cmake"
-        script.write_text("set(CMAKE_SYSTEM_NAME Linux)\nset(CMAKE_SIZEOF_VOID_P 8)\n"
-                          f"find_package(Lumeq CONFIG REQUIRED PATHS {PACKAGE} NO_DEFAULT_PATH)\n")
-        configured = run("cmake", "-P", script)
-        self.assertNotEqual(0, configured.returncode)
-        self.assertIn("for 64-bit Windows. This build is not for Windows.", one_line(configured.stdout))
+        for component in ("Lumeq", "C", "Loader"):
+            with self.subTest(component):
+                script = WORK / "other-system.cmake"
+                script.write_text(
+                    "set(CMAKE_SYSTEM_NAME Linux)\nset(CMAKE_SIZEOF_VOID_P 8)\n"
+                    f"find_package(Lumeq CONFIG REQUIRED COMPONENTS {component} PATHS {PACKAGE} NO_DEFAULT_PATH)\n")
+                self.assert_refused("for 64-bit Windows. This build is not for Windows.", run("cmake", "-P", script))
 
     def test_consumer_that_bypasses_the_package_fails_to_compile(self):
         compiled = run(*os.environ["LUMEQ_CXX"].split(), "-std=c++17", "-D_GLIBCXX_DEBUG", "-I", PACKAGE / "include",

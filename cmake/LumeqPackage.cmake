@@ -1,0 +1,38 @@
+# What is installed, by component:
+#   Runtime      the DLLs
+#   Development  headers, import libraries, the CMake package, bindings of other languages, the host's documentation
+#   Samples      the sample hosts: sources, and the program that plays sessions; only on request
+#   Companion    LumeqRecords.h, which only the maker of the companion library needs; only on request
+include(CMakePackageConfigHelpers)
+set(_package ${CMAKE_INSTALL_LIBDIR}/cmake/Lumeq)
+set(_headers ${CMAKE_INSTALL_INCLUDEDIR}/Lumeq)
+set(_data ${CMAKE_INSTALL_DATADIR}/Lumeq)
+
+configure_package_config_file(
+  cmake/LumeqConfig.cmake.in ${PROJECT_BINARY_DIR}/LumeqConfig.cmake
+  INSTALL_DESTINATION ${_package}
+  PATH_VARS CMAKE_INSTALL_INCLUDEDIR CMAKE_INSTALL_BINDIR CMAKE_INSTALL_LIBDIR)
+write_basic_package_version_file(${PROJECT_BINARY_DIR}/LumeqConfigVersion.cmake COMPATIBILITY SameMajorVersion)
+configure_file(cmake/LumeqToolchain.cmake.in ${PROJECT_BINARY_DIR}/LumeqToolchain.cmake @ONLY)
+
+install(TARGETS Lumeq EXPORT LumeqTargets RUNTIME COMPONENT Runtime ARCHIVE COMPONENT Development)
+install(TARGETS LumeqC RUNTIME COMPONENT Runtime ARCHIVE COMPONENT Development)
+if(TARGET LumeqC_lib)
+  install(FILES ${PROJECT_BINARY_DIR}/LumeqC.lib DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT Development)
+endif()
+install(EXPORT LumeqTargets NAMESPACE Lumeq:: DESTINATION ${_package} COMPONENT Development)
+install(FILES ${PROJECT_BINARY_DIR}/LumeqConfig.cmake ${PROJECT_BINARY_DIR}/LumeqConfigVersion.cmake
+              ${PROJECT_BINARY_DIR}/LumeqToolchain.cmake cmake/LumeqC.cmake
+        DESTINATION ${_package} COMPONENT Development)
+install(FILES include/Lumeq/LumeqApi.h include/Lumeq/lumeq.h include/Lumeq/lumeq.hpp include/Lumeq/lumeq_loader.h
+              include/Lumeq/lumeq_table.h ${PROJECT_BINARY_DIR}/include/Lumeq/LumeqToolchain.h
+        DESTINATION ${_headers} COMPONENT Development)
+install(DIRECTORY bindings DESTINATION ${_data} COMPONENT Development PATTERN target EXCLUDE PATTERN Cargo.lock EXCLUDE
+                                                                PATTERN node_modules EXCLUDE)
+install(FILES docs/any-host.md DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT Development)
+
+install(DIRECTORY samples/hosts DESTINATION ${_data}/samples COMPONENT Samples EXCLUDE_FROM_ALL)
+if(TARGET lumeq_host)
+  install(TARGETS lumeq_host RUNTIME COMPONENT Samples EXCLUDE_FROM_ALL)
+endif()
+install(FILES include/Lumeq/LumeqRecords.h DESTINATION ${_headers} COMPONENT Companion EXCLUDE_FROM_ALL)

@@ -1,0 +1,13 @@
+# clang and lld-link for x86_64-pc-windows-msvc, with no headers and libraries of Microsoft's.
+set(CMAKE_SYSTEM_NAME Windows)
+set(CMAKE_SYSTEM_PROCESSOR AMD64)
+set(CMAKE_C_COMPILER clang-14)
+set(CMAKE_C_COMPILER_TARGET x86_64-pc-windows-msvc)
+set(CMAKE_LINKER lld-link-14)
+set(CMAKE_AR llvm-lib-14)
+set(CMAKE_MT llvm-mt-14)
+set(CMAKE_RC_COMPILER llvm-rc-14)
+set(CMAKE_TRY_COMPILE_TARGET_TYPE STATIC_LIBRARY)
+set(CMAKE_C_COMPILER_WORKS TRUE)
+set(CMAKE_C_STANDARD_LIBRARIES "" CACHE STRING "")
+set(CMAKE_MSVC_RUNTIME_LIBRARY "")
