@@ -1,8 +1,10 @@
 # What is installed, by component:
 #   Runtime      the DLLs
 #   Development  headers, import libraries, the CMake package, bindings of other languages, the host's documentation
-#   Samples      the sample hosts: sources, and the program that plays sessions; only on request
+#   Samples      the sample hosts, the program that plays sessions, and a companion library that writes to a file; only on
+#                request
 #   Companion    LumeqRecords.h, which only the maker of the companion library needs; only on request
+#   Tools        lumeq.exe; only on request
 include(CMakePackageConfigHelpers)
 set(_package ${CMAKE_INSTALL_LIBDIR}/cmake/Lumeq)
 set(_headers ${CMAKE_INSTALL_INCLUDEDIR}/Lumeq)

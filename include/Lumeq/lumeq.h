@@ -2,23 +2,22 @@
 // LumeqC.dll exports.
 //
 // Conventions of all functions below:
-// - A text is NUL-terminated UTF-16. A required text that is null is refused like an empty one; any other
-// text
-//   may be null. LumeqApi.h says what each text must look like.
-// - A struct begins with its size, which the caller sets, best by the macro named after it. A smaller size
-// than
-//   the library knows is an older caller: the fields beyond it are null or zero. A larger one is read as far
-//   as the library knows it. A null struct, or a size of zero, refuses the call.
-// - A dictionary, or an array beside a count, holds that many elements. Where the count is not zero and the
-// array
-//   is null, or a name or value in it is null, the call is refused. The last of two equal names counts.
-// - An enumerated value is an int32_t with a constant below. Flags are int32_t: zero is no, all else is yes.
+// - A text is NUL-terminated UTF-16. A required text that is null is refused like an empty one; any
+//   other text may be null. LumeqApi.h says what each text must look like.
+// - A struct begins with its size, which the caller sets, best by the macro named after it. With a
+//   smaller size than the library knows, the caller is an older one: the fields beyond it are null or
+//   zero. A larger struct is read as far as the library knows it. A null struct, or a size of zero,
+//   refuses the call.
+// - A dictionary, or an array beside a count, holds that many elements. If the count is not zero and the
+//   array is null, or a name or value in it is null, the call is refused. The last of two equal names
+//   counts.
+// - An enumerated value is an int32_t with a constant below. Flags are int32_t: zero is no, all else is
+//   yes.
 // - The log shows a call that is refused for its structs or arrays like one with an empty text:
-// `screen_name`,
-//   `control_name`, `org_name` or `result` for a struct or its features, `global_context` for a
-//   `local_context`, `dev_biid` for a device.
+//   `screen_name`, `control_name`, `org_name` or `result` for a struct or its features, `global_context`
+//   for a `local_context`, `dev_biid` for a device.
 // - Arguments are copied; the library keeps none, and neither side frees what the other allocated.
-// - No function throws. A call that fails returns zero.
+// - No function throws. A call that fails returns zero, and so does one made while the process ends.
 // - Any thread may call, but not from DllMain.
 // - Texts, dictionaries and structs may grow in later versions; the functions and constants here stay.
 #ifndef LUMEQ_LUMEQ_H

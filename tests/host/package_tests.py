@@ -41,6 +41,7 @@ INSTALLED = {
         "share/doc/Lumeq/any-host.md",
     ],
     "Samples": [
+        "bin/LumeqShim.Managed.dll",
         "bin/lumeq-host.exe",
         "share/Lumeq/samples/hosts/CMakeLists.txt",
         "share/Lumeq/samples/hosts/bare/CMakeLists.txt",
@@ -55,6 +56,7 @@ INSTALLED = {
         "share/Lumeq/samples/hosts/rust/src/main.rs",
     ],
     "Companion": ["include/Lumeq/LumeqRecords.h"],
+    "Tools": ["bin/lumeq.exe"],
 }
 
 CONSUMER = ROOT / "tests" / "consumer"
