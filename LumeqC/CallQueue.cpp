@@ -13,18 +13,17 @@ namespace {
 
 constexpr DWORD IdleMilliseconds = 5000;
 
-// All of these under the lock.
 constinit SlimLock queueLock;
 constinit CONDITION_VARIABLE called = CONDITION_VARIABLE_INIT;   // the worker waits for it
 constinit CONDITION_VARIABLE finished = CONDITION_VARIABLE_INIT; // callers wait for it
-constinit QueuedCall* first = nullptr;
-constinit QueuedCall* last = nullptr;
-constinit std::size_t waitingEvents = 0;
-constinit std::size_t capacity = 1000;
-constinit std::uint64_t lastNumber = 0;
-constinit std::uint64_t finishedNumber = 0;
-constinit bool isIdle = false;
-constinit bool endsWhenIdle = false;
+constinit QueuedCall* first LUMEQ_GUARDED_BY(queueLock) = nullptr;
+constinit QueuedCall* last LUMEQ_GUARDED_BY(queueLock) = nullptr;
+constinit std::size_t waitingEvents LUMEQ_GUARDED_BY(queueLock) = 0;
+constinit std::size_t capacity LUMEQ_GUARDED_BY(queueLock) = 1000;
+constinit std::uint64_t lastNumber LUMEQ_GUARDED_BY(queueLock) = 0;
+constinit std::uint64_t finishedNumber LUMEQ_GUARDED_BY(queueLock) = 0;
+constinit bool isIdle LUMEQ_GUARDED_BY(queueLock) = false;
+constinit bool endsWhenIdle LUMEQ_GUARDED_BY(queueLock) = false;
 
 // Written under the lock, and read without: a call may come while the process ends, when a thread that is
 // gone may have taken the lock along.
@@ -38,14 +37,14 @@ void DeleteAll(QueuedCall* call) noexcept {
         delete std::exchange(call, call->next);
 }
 
-void Append(QueuedCall* call) noexcept {
+void Append(QueuedCall* call) noexcept LUMEQ_REQUIRES(queueLock) {
     (last ? last->next : first) = call;
     last = call;
     waitingEvents += call->kind == QueuedCall::Kind::Event;
     call->number = ++lastNumber;
 }
 
-QueuedCall* TakeFirst() noexcept {
+QueuedCall* TakeFirst() noexcept LUMEQ_REQUIRES(queueLock) {
     QueuedCall* const call = first;
     first = call->next;
     if (first == nullptr)
@@ -55,7 +54,7 @@ QueuedCall* TakeFirst() noexcept {
 }
 
 /// Takes the events out of the queue. To be deleted by the caller.
-QueuedCall* DropEvents() noexcept {
+QueuedCall* DropEvents() noexcept LUMEQ_REQUIRES(queueLock) {
     QueuedCall* events = nullptr;
     QueuedCall** link = &first;
     last = nullptr;
@@ -73,7 +72,7 @@ QueuedCall* DropEvents() noexcept {
 }
 
 /// Null: the thread is to end, and counts as ended.
-QueuedCall* AwaitCall(LockedScope& scope) noexcept {
+QueuedCall* AwaitCall(LockedScope& scope) noexcept LUMEQ_REQUIRES(queueLock) {
     while (first == nullptr) {
         isIdle = true;
         const bool inTime = !endsWhenIdle && scope.Wait(called, IdleMilliseconds);
@@ -114,8 +113,8 @@ DWORD WINAPI Work(void* module) {
     FreeLibraryAndExitThread(static_cast<HMODULE>(module), 0);
 }
 
-/// Under the lock, which the new thread waits for. False where there is none.
-bool EnsureWorker() noexcept {
+/// The new thread waits for the lock. False if there is none.
+bool EnsureWorker() noexcept LUMEQ_REQUIRES(queueLock) {
     if (worker != 0)
         return true;
     HMODULE module = nullptr;

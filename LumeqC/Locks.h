@@ -2,22 +2,26 @@
 // static objects do.
 #pragma once
 
+#include "Common/ThreadAnnotations.h"
+
 #include <windows.h>
 
 namespace Zuvan::Lumeq {
 
-struct SlimLock {
+struct LUMEQ_CAPABILITY SlimLock {
     SRWLOCK native = SRWLOCK_INIT;
 };
 
-class LockedScope {
+class LUMEQ_SCOPED_CAPABILITY LockedScope {
 public:
-    explicit LockedScope(SlimLock& lock) noexcept : _lock(lock.native) { AcquireSRWLockExclusive(&_lock); }
-    ~LockedScope() { ReleaseSRWLockExclusive(&_lock); }
+    explicit LockedScope(SlimLock& lock) noexcept LUMEQ_ACQUIRE(lock) : _lock(lock.native) {
+        AcquireSRWLockExclusive(&_lock);
+    }
+    ~LockedScope() LUMEQ_RELEASE() { ReleaseSRWLockExclusive(&_lock); }
     LockedScope(const LockedScope&) = delete;
     LockedScope& operator=(const LockedScope&) = delete;
 
-    /// Gives the lock up while it waits. False if `milliseconds` passed first.
+    /// Releases the lock while it waits. False if `milliseconds` passed first.
     bool Wait(CONDITION_VARIABLE& condition, DWORD milliseconds) noexcept {
         return SleepConditionVariableSRW(&condition, &_lock, milliseconds, 0) != FALSE;
     }

@@ -16,19 +16,19 @@ struct Entry {
 // A list, since few tasks are open at a time; without a destructor, since a call may come while the process
 // ends.
 constinit SlimLock tasksLock;
-constinit Entry* tasks = nullptr;
-constinit lumeq_task lastNumber = 0;
+constinit Entry* tasks LUMEQ_GUARDED_BY(tasksLock) = nullptr;
+constinit lumeq_task lastNumber LUMEQ_GUARDED_BY(tasksLock) = 0;
 
-/// The link that leads to the entry, or the last one. Under the lock.
-Entry** Find(lumeq_task number) noexcept {
+/// The link that leads to the entry, or the last one.
+Entry** Find(lumeq_task number) noexcept LUMEQ_REQUIRES(tasksLock) {
     Entry** link = &tasks;
     while (*link != nullptr && (*link)->number != number)
         link = &(*link)->next;
     return link;
 }
 
-/// Null removes the entry. Under the lock.
-void SetHandle(lumeq_task number, API::TaskHandle handle) noexcept {
+/// Null removes the entry.
+void SetHandle(lumeq_task number, API::TaskHandle handle) noexcept LUMEQ_REQUIRES(tasksLock) {
     Entry** const link = Find(number);
     if (*link == nullptr)
         return;

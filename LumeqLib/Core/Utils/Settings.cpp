@@ -31,10 +31,10 @@ constinit SharedInstance sharedInstance LUMEQ_GUARDED_BY(SettingsLock());
 
 /// While one exists, it holds the lock and keeps this thread's logging from loading the policy, which would
 /// take the lock again.
-class LUMEQ_LOCK_SCOPE LockedSettings {
+class LUMEQ_SCOPED_CAPABILITY LockedSettings {
 public:
-    LockedSettings() LUMEQ_TAKES(SettingsLock()) { SettingsLock().lock(); }
-    ~LockedSettings() LUMEQ_RETURNS() { SettingsLock().unlock(); }
+    LockedSettings() LUMEQ_ACQUIRE(SettingsLock()) { SettingsLock().lock(); }
+    ~LockedSettings() LUMEQ_RELEASE() { SettingsLock().unlock(); }
     LockedSettings(const LockedSettings&) = delete;
     LockedSettings& operator=(const LockedSettings&) = delete;
 

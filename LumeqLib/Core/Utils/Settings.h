@@ -3,8 +3,8 @@
 // Includes windows.h: for source files only.
 #pragma once
 
+#include "Common/Mutex.h"
 #include "Common/SystemHandles.h"
-#include "Common/ThreadSafety.h"
 #include "LumeqLib/Core/Utils/XmlDocument.h"
 
 #include <functional>
@@ -19,7 +19,7 @@ namespace Zuvan::Lumeq::Core::Utils {
 Common::Mutex& SettingsLock() noexcept;
 
 /// Drops the shared reference. The caller holds the settings lock and a reference of its own.
-void ReleaseSettingsInstance() noexcept LUMEQ_NEEDS(SettingsLock());
+void ReleaseSettingsInstance() noexcept LUMEQ_REQUIRES(SettingsLock());
 
 /// Calls ReleaseSettingsInstance under the settings lock, which the caller does not hold.
 void DropSharedInstance() LUMEQ_EXCLUDES(SettingsLock());
@@ -63,7 +63,7 @@ public:
     bool IsLocalDirty() const noexcept { return _localDirty; }
 
 private:
-    static std::shared_ptr<Settings> Load() LUMEQ_NEEDS(SettingsLock());
+    static std::shared_ptr<Settings> Load() LUMEQ_REQUIRES(SettingsLock());
 
     XmlDocumentPointer _factoryDocument;
     XmlDocumentPointer _localDocument;
