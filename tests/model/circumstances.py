@@ -22,16 +22,16 @@ class Circumstances:
 
     road: str = "managed"
     factory: Optional[SettingsFile] = field(default_factory=logging)
-    """No ProjectId but of spaces, because no session may send anything."""
+    """A ProjectId is of spaces only, because no session may send anything."""
     named_factory: Optional[SettingsFile] = None
     """The one with the host's name, which counts instead of the other."""
     settings: Optional[SettingsFile] = None
     """The local settings file."""
     subfolder_settings: Optional[SettingsFile] = None
-    """That of SUBFOLDER."""
+    """The local settings file of SUBFOLDER."""
     failures: dict[str, Union[str, list[Optional[str]]]] = field(default_factory=dict)
-    """How the companion's operations fail: vesto, com, std, unknown or managed, always; or a list for the calls in turn,
-    over and over, with None for a call that succeeds."""
+    """How each of these operations of the companion fails: always in one way (vesto, com, std, unknown or managed), or as
+    a list says for the calls in turn, over and over, with None for a call that succeeds."""
     without_companion: bool = False
     disabled: Optional[int] = None
     """The registry value TrackingDisabled."""

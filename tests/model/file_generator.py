@@ -13,9 +13,9 @@ LOGS = [("on", "trace", "")] * 12 + [
     ("", "trace", ""), ("perhaps", "debug", "2036-12-31"), ("date", "trace", ""),
     ("date", "trace", "2036-12-31"), ("Date", "TRACE", "2001-02-03"), ("DATE", "warning", "2036-1-2"),
     ("date", "debug", "2036-02-30"), ("date", "trace", "2036-12-31T23:59Z"),
-    # Of these none is a date, and the default holds, which is past.
+    # None of these is a date, so the default date holds, which is past.
     ("date", "trace", "tomorrow"), ("date", "trace", "2036-13-01"), ("date", "trace", "2036/12/31"),
-    # These the clock does not know.
+    # The log's clock knows none of these.
     ("date", "trace", "2039-01-01"), ("date", "trace", "9999-12-31"), ("date", "trace", "1969-12-31")]
 OTHER_VERSIONS = [{}, {"version": ""}, {"version": "4"}, {"version": "4.1"}, {"version": "4.0 "}, {"Version": "4.0"}]
 KEYS = ["UserOptIn", "OptinBeforePause", "AppDeployedUuid", "Other", "Log", "ProjectId"]
@@ -27,7 +27,7 @@ class FileGenerator:
         self._block_text = block_text
 
     def factory(self, is_used: bool = True) -> Optional[SettingsFile]:
-        """What it says about the log can mostly be read. One that is not used may say anything."""
+        """Most of those in use can be read, because the log is off without them."""
         unusable = 0.15 if is_used else 0.5
         if self._chance(unusable / 3):
             return None

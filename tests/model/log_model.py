@@ -24,7 +24,8 @@ class LogLine(NamedTuple):
 
 
 def seconds_of(date: str) -> Optional[int]:
-    """Midnight of a date, which text may follow, in seconds since 1970. A day too many is one of the next month."""
+    """Midnight of a date in seconds since 1970. Text may follow the date. The day after a month's last is the next month's
+    first."""
     match = _DATE.match(date)
     if not match:
         return None

@@ -1,4 +1,4 @@
-"""The settings files that a session finds, in every state that such a file can have."""
+"""The settings files that a session finds, in every state that a file can have."""
 
 from dataclasses import dataclass, field
 from pathlib import Path
