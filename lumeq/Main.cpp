@@ -1,4 +1,5 @@
 // lumeq: what hosts may send, and why a call is refused.
+#include "lumeq/Lint.h"
 #include "lumeq/Schema.h"
 
 #include <CLI/CLI.hpp>
@@ -14,7 +15,12 @@ namespace Zuvan::Lumeq::Tool {
 
 namespace {
 
-constexpr char ExitCodes[] = R"(
+constexpr char Footer[] = R"(
+Examples:
+  lumeq schema show ButtonClicked     what a call may contain, and what is recorded of it
+  lumeq lint calls.jsonl              which calls of a session are refused, and why
+  lumeq explain mode dark__v2         whether a pattern accepts a text
+
 Exit codes: 0 nothing found, 1 something found, 2 the command line is wrong or a file cannot be read.
 Colours appear on a terminal only; NO_COLOR turns them off.)";
 
@@ -83,13 +89,53 @@ void AddDiff(CLI::App& schema, Action& action) {
     });
 }
 
+void AddLint(CLI::App& app, Action& action) {
+    static LintOptions options;
+    CLI::App* lint = app.add_subcommand("lint", "Says which calls of a session are refused, and why");
+    lint->add_option("FILE", options.files, "sessions in the format that samples/host/README.md describes")
+        ->required();
+    lint->add_flag("--json", options.asJson, "print findings and the verdict on each call");
+    lint->add_flag("--verdicts", options.verdictsOnly, "print the verdicts alone, as JSON");
+    lint->add_flag("--strict", options.isStrict, "warnings count for the exit code too");
+    lint->add_flag("--no-notes", options.hidesNotes, "leave notes out");
+    lint->footer(
+        "\nAn error is a call that is refused, or a line that no host could play. A warning is a call that "
+        "is\n"
+        "made but likely wrong, or a value that looks personal. The exit code is 1 if there are errors.\n\n"
+        "Examples:\n  lumeq lint calls.jsonl\n  lumeq lint --strict --no-notes calls.jsonl\n"
+        "  lumeq lint --json calls.jsonl > findings.json");
+    lint->callback([&action] {
+        action = [](const Output& output) { return Lint(Catalogue::OfThisProgram(), options, output); };
+    });
+}
+
+void AddExplain(CLI::App& app, Action& action) {
+    static ExplainOptions options;
+    CLI::App* explain =
+        app.add_subcommand("explain", "Says whether a pattern accepts a text, and if not, why");
+    explain->add_option("PATTERN", options.pattern, "for example mode; `lumeq schema list` shows all")
+        ->required();
+    explain->add_option("TEXT", options.text, "the text")->required();
+    explain->add_flag("--spelled", options.isSpelled,
+                      R"(TEXT is JSON, as a session spells texts: "a\u0085b")");
+    explain->add_flag("--json", options.asJson, "print the verdict as JSON");
+    explain->footer(
+        "\nThe exit code is 1 if the text is refused.\n\nExamples:\n  lumeq explain mode dark__v2\n"
+        "  lumeq explain screenName \"My Screen\"\n  lumeq explain --spelled context '{\"units\": [133]}'");
+    explain->callback([&action] {
+        action = [](const Output& output) {
+            return ExplainText(Catalogue::OfThisProgram(), options, output);
+        };
+    });
+}
+
 ExitCode Run(std::vector<std::string> arguments) {
     CLI::App app("Says what hosts of Lumeq may send, and why a call is refused.", "lumeq");
     app.set_version_flag("--version", std::string("lumeq " LUMEQ_VERSION));
     // A path may begin with a slash.
     app.allow_windows_style_options(false);
     app.require_subcommand(1);
-    app.footer(ExitCodes);
+    app.footer(Footer);
     Action action;
     CLI::App* schema = app.add_subcommand("schema", "Shows the event catalogue");
     schema->require_subcommand(1);
@@ -97,6 +143,8 @@ ExitCode Run(std::vector<std::string> arguments) {
     AddList(*schema, action);
     AddExport(*schema, action);
     AddDiff(*schema, action);
+    AddLint(app, action);
+    AddExplain(app, action);
     if (arguments.empty()) {
         Output(stderr).Line(app.help());
         return CannotRun;

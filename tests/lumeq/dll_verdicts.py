@@ -51,13 +51,13 @@ def flat(steps: list[dict]) -> Iterator[dict]:
 
 
 def marked(steps: list[dict]) -> list[dict]:
-    """Every call followed by a mark with its number."""
+    """Every call after a mark with its number. While the library is not loaded, neither is made."""
     session, calls = [], 0
     for step in flat(steps):
-        session.append(step)
         if "call" in step:
             session.append(mark(calls))
             calls += 1
+        session.append(step)
     return session
 
 
@@ -73,8 +73,7 @@ def read_verdicts(outcome: Outcome, calls: int) -> list[Verdict]:
     for line in lines_of(outcome.text("Lumeq.Log.txt")):
         message = LINE.fullmatch(line)["message"]
         if found := _MARK.match(message):
-            # A mark while the library was not loaded is missing.
-            current = int(found[1]) + 1
+            current = int(found[1])
         elif report := _REPORT.match(message):
             argument = _ARGUMENT.match(report[3])
             detail = next(filter(None, argument.groups())) if argument else report[3]
@@ -84,7 +83,7 @@ def read_verdicts(outcome: Outcome, calls: int) -> list[Verdict]:
     current = 0
     for operation in outcome.companion:
         if "mark" in operation.get("data", {}):
-            current = int(operation["data"]["mark"]) + 1
+            current = int(operation["data"]["mark"])
         else:
             verdicts[current].operations.append(operation)
     return verdicts
