@@ -89,17 +89,26 @@ _SEEDS = {**SEEDS, "biid": ["unknown", BIID, "f" * 64], "subpath": SUBFOLDERS}
 _BESIDE = {**BESIDE, "biid": BAD_BIIDS, "subpath": BAD_SUBFOLDERS}
 
 
+# Texts that a pattern takes of which mutations find few.
+_MADE = {
+    "biid": lambda source: "".join(source.choices("0123456789abcdef", k=source.choice((63, 64, 64, 64, 65)))),
+    "taskResult": lambda source: "error_" + "".join(source.choices("abYZ059", k=source.randint(1, 6))),
+    "schemaVersion": lambda source: f"{source.randrange(500)}.{source.randrange(500)}",
+    "installVersion": lambda source: f"{source.randrange(50)}.{source.randrange(50)}.{source.randrange(50)}",
+}
+
+
 def texts_for(name: str, count: int, source: random.Random) -> Iterator[str]:
     """Different texts that the subject's pattern takes, nearly takes, and has nothing to do with, as code units."""
     pattern = SUBJECTS[name].pattern
     seeds, beside = _SEEDS[pattern], _BESIDE[pattern]
     odd = [*ODD, *FORBIDDEN] if pattern == "subpath" else ODD
     units = [*UNITS.get(pattern, ("a", "b_", "Z9")), *(text for text in seeds if 0 < len(text) < 20)]
-    if "ersion" in pattern:
-        units += [*"0123456789", "10", "42."]
+    made = _MADE.get(pattern)
     seen: set[str] = set()
     while len(seen) < count:
-        text = source.choice(beside if source.random() < 0.2 else seeds)
+        text = (made(source) if made and source.random() < 0.5
+                else source.choice(beside if source.random() < 0.2 else seeds))
         for _ in range(source.choice((0, 1, 1, 2, 2, 3))):
             at = source.randrange(len(text) + 1)
             piece = source.choice(odd if source.random() < 0.4 else units)
