@@ -92,6 +92,8 @@ _BESIDE = {**BESIDE, "biid": BAD_BIIDS, "subpath": BAD_SUBFOLDERS}
 # Texts that a pattern takes of which mutations find few.
 _MADE = {
     "biid": lambda source: "".join(source.choices("0123456789abcdef", k=source.choice((63, 64, 64, 64, 65)))),
+    "mode": lambda source: "_".join("".join(source.choices("aZ09", k=source.randint(1, 6)))
+                                    for _ in range(source.randint(1, 2))),
     "taskResult": lambda source: "error_" + "".join(source.choices("abYZ059", k=source.randint(1, 6))),
     "schemaVersion": lambda source: f"{source.randrange(500)}.{source.randrange(500)}",
     "installVersion": lambda source: f"{source.randrange(50)}.{source.randrange(50)}.{source.randrange(50)}",
