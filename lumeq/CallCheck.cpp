@@ -33,6 +33,14 @@ Finding RefusedTextBy(const char* layer, const std::string& argument, const std:
     return finding;
 }
 
+/// The argument of a character, or the one before a character of the template.
+std::string ArgumentAt(const ComposedText& composed, std::size_t at) {
+    for (std::size_t i = std::min(at + 1, composed.arguments.size()); i > 0; --i)
+        if (!composed.arguments[i - 1].empty())
+            return composed.arguments[i - 1];
+    return {};
+}
+
 /// One call's refusals, gathered.
 class RefusalCheck {
 public:
@@ -126,8 +134,7 @@ private:
         const Explanation explanation = Explain(LibraryPattern(pattern), composed.text);
         if (explanation.isAccepted)
             return;
-        const std::string argument =
-            explanation.at < composed.arguments.size() ? composed.arguments[explanation.at] : "";
+        const std::string argument = ArgumentAt(composed, explanation.at);
         Finding finding =
             RefusedBy(EventClass, argument, Brief(composed.text) + ", composed of its arguments,");
         if (!argument.empty())

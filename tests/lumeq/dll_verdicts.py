@@ -38,14 +38,14 @@ def mark(number: int) -> dict:
 
 
 def flat(steps: list[dict]) -> Iterator[dict]:
-    """The steps with repetitions and threads spelled out. Each list of threads may have one thread."""
+    """The steps with repetitions spelled out, and each thread after the one before it, as the linter reads them."""
     for step in steps:
         if "times" in step:
             for _ in range(step["times"]):
                 yield from flat(step["calls"])
         elif "threads" in step:
-            (its_steps,) = step["threads"]
-            yield from flat(its_steps)
+            for its_steps in step["threads"]:
+                yield from flat(its_steps)
         else:
             yield step
 

@@ -77,6 +77,12 @@ class Texts(LintTestCase):
             "mode\n    /Home-on_line#url_help\n            ^ ",
             self.printed(call("HyperlinkClicked", screenName="Home", mode="on_line", controlName="help")))
 
+    def test_event_class_blames_the_argument_before_a_character_of_its_own(self):
+        self.assertIn((1, "refused", "screenPath"), self.findings(
+            call("HyperlinkClicked", screenName="Home", screenPath="a_/b", controlName="help")))
+        self.assertIn((1, "refused", "screenPath"), self.findings(
+            call("HyperlinkClicked", screenName="Home", screenPath="a_", controlName="help")))
+
     def test_each_layer(self):
         for step, refused_by, argument in (
                 (call("UrlLaunchedEx", url="ftp://a"), "export", "url"),
