@@ -1,6 +1,7 @@
 // The frame of every function of lumeq.h: nothing escapes it, and it makes the call directly or queues it.
 #pragma once
 
+#include "LumeqC/CallMemory.h"
 #include "LumeqC/CallQueue.h"
 
 #include <memory>
@@ -44,6 +45,7 @@ std::uint64_t Submit(QueuedCall::Kind kind, Copy copy) noexcept {
     try {
         if (IsProcessEnding())
             return 0;
+        const CallMemory memory;
         if (UsesWorker())
             return CallQueue::Add(std::make_unique<CallOf<decltype(copy())>>(kind, copy()));
         copy()();

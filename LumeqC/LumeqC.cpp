@@ -54,6 +54,10 @@ void SubmitSessionCall(void (&function)()) noexcept {
     SubmitSession([&function] { return [&function] { function(); }; });
 }
 
+/// More than any text of the library's has. It writes them into buffers, because a string that it allocates
+/// would be of another heap than operator delete here.
+constexpr std::size_t LongestText = 256;
+
 /// Returns the characters that `text` needs; zero for an empty one, which stands for a failure.
 std::size_t WriteText(const std::wstring& text, wchar_t* buffer, std::size_t size) noexcept {
     const std::size_t needed = text.size() + 1;
@@ -249,18 +253,18 @@ int32_t lumeq_task_is_open(lumeq_task task) {
 
 size_t lumeq_get_biid(const char* device_uuid, wchar_t* buffer, size_t size) {
     const std::wstring biid = Ask(std::wstring(), [device_uuid] {
-        std::wstring text;
-        API::GetBiid(device_uuid ? device_uuid : "", text);
-        return text;
+        wchar_t text[LongestText] = L"";
+        API::GetBiid_Internal(text, LongestText, device_uuid ? device_uuid : "");
+        return std::wstring(text);
     });
     return WriteText(biid, buffer, size);
 }
 
 size_t lumeq_connection_method_text(int32_t method, wchar_t* buffer, size_t size) {
     const std::wstring name = Ask(std::wstring(), [method] {
-        std::wstring text;
-        API::ToString(static_cast<API::ConnectionMethodType>(method), text);
-        return text;
+        wchar_t text[LongestText] = L"";
+        API::ToString_Internal(text, LongestText, static_cast<API::ConnectionMethodType>(method));
+        return std::wstring(text);
     });
     return WriteText(name, buffer, size);
 }

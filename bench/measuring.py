@@ -40,6 +40,11 @@ class Bench:
         self._disabled = disabled
         self._registry_is_written = False
 
+    def measure_by(self, host: str, what: str, conditions: Conditions) -> Results:
+        """As measure, by another program."""
+        self._set_up(self._usual, conditions, host)
+        return self._results(self._usual, host, [what], conditions)
+
     def measure(self, what: str, conditions: Conditions) -> Results:
         self._set_up(self._usual, conditions)
         results = self._results(self._usual, HOST, [what], conditions)
@@ -55,9 +60,9 @@ class Bench:
             sys.exit("something was logged though tracking is disabled")
         return results
 
-    def _set_up(self, machine: Machine, conditions: Conditions) -> None:
+    def _set_up(self, machine: Machine, conditions: Conditions, host: str = HOST) -> None:
         machine.clear()
-        machine.set_up(conditions, self.build, HOST, "silent-companion")
+        machine.set_up(conditions, self.build, host, "silent-companion")
         shutil.copy(self.library, machine.host_folder / "Lumeq.dll")
 
     def measure_start(self, folder: Path, starts: int) -> Optional[list[Results]]:

@@ -304,6 +304,7 @@ private:
 class borrowed_fields {
 public:
     explicit borrowed_fields(const fields& from) {
+        _list.reserve(from._entries.size());
         for (const auto& [name, value] : from._entries)
             _list.push_back({name.c_str(), value.c_str()});
         _dictionary = {_list.data(), _list.size()};

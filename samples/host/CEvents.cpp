@@ -74,7 +74,8 @@ constexpr char ReportGeneratedName[] = "lumeq_report_generated";
 } // namespace
 
 const Adapters& EventAdapters() {
-    static const Adapters adapters{
+    // Not destroyed, because another thread may be calling while the process exits.
+    static const Adapters& adapters = *new Adapters{
         {"ScreenDisplayed", Like<decltype(API::ScreenDisplayed)>(ScreenDisplayed)},
         {"ButtonClicked", Like<decltype(API::ButtonClicked)>(ButtonClicked)},
         {"TileClicked", Like<decltype(API::TileClicked)>(TileClicked)},

@@ -70,7 +70,8 @@ void ToString(API::ConnectionMethodType method, std::wstring& text) {
 } // namespace
 
 const Adapters& SessionAdapters() {
-    static const Adapters adapters{
+    // Not destroyed, because another thread may be calling while the process exits.
+    static const Adapters& adapters = *new Adapters{
         {"StartupEx", Like<decltype(API::StartupEx)>(StartupEx)},
         {"ShutdownEx", Like<decltype(API::ShutdownEx)>(ShutdownEx)},
         {"FlushEx", Like<decltype(API::FlushEx)>(FlushEx)},

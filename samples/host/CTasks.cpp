@@ -98,7 +98,8 @@ void SoftwareInstallCompleted(API::TaskHandle* handle, const std::wstring& resul
 } // namespace
 
 const Adapters& TaskAdapters() {
-    static const Adapters adapters{
+    // Not destroyed, because another thread may be calling while the process exits.
+    static const Adapters& adapters = *new Adapters{
         {"ScanAcquireInitiated", Like<decltype(API::ScanAcquireInitiated)>(Begin<ScanAcquireName>)},
         {"ScanAcquireCompleted", Like<decltype(API::ScanAcquireCompleted)>(ScanAcquireCompleted)},
         {"PrintBasicInitiated", Like<decltype(API::PrintBasicInitiated)>(Begin<PrintBasicName>)},

@@ -179,6 +179,11 @@ void Complete(TaskHandle* task) {
     delete reinterpret_cast<char*>(std::exchange(*task, nullptr));
 }
 
+std::int32_t Copy(const std::wstring& text, wchar_t* buffer, std::size_t size) {
+    buffer[text.copy(buffer, size - 1)] = L'\0';
+    return 0;
+}
+
 } // namespace
 
 extern "C" {
@@ -365,15 +370,15 @@ void TrackDiscoveredPrintersEx(const DiscoveredDeviceList& discoveredDeviceList)
     Note(L"TrackDiscoveredPrintersEx", discoveredDeviceList);
 }
 
-void GetBiid(const std::string& deviceUuid, std::wstring& biid) {
-    Note(L"GetBiid", deviceUuid);
-    if (!deviceUuid.empty())
-        biid = L"id of " + std::wstring(deviceUuid.begin(), deviceUuid.end());
+std::int32_t GetBiid_Internal(wchar_t* buffer, std::size_t size, const char* deviceUuid) {
+    const std::string uuid(deviceUuid);
+    Note(L"GetBiid", uuid);
+    return Copy(uuid.empty() ? L"" : L"id of " + std::wstring(uuid.begin(), uuid.end()), buffer, size);
 }
 
-void ToString(ConnectionMethodType enumValue, std::wstring& textValue) {
+std::int32_t ToString_Internal(wchar_t* buffer, std::size_t size, ConnectionMethodType enumValue) {
     Note(L"ToString", enumValue);
-    textValue = L"method " + std::to_wstring(static_cast<long>(enumValue));
+    return Copy(L"method " + std::to_wstring(static_cast<long>(enumValue)), buffer, size);
 }
 
 } // extern "C"

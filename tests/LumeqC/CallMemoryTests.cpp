@@ -1,0 +1,83 @@
+#include "LumeqC/CallMemory.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <cstring>
+#include <thread>
+#include <vector>
+
+namespace Zuvan::Lumeq::Testing {
+
+namespace {
+
+/// Pieces of one block follow each other at a distance of their size and their header.
+bool AreNeighbours(const void* one, const void* other) {
+    return static_cast<const char*>(other) - static_cast<const char*>(one) == 32;
+}
+
+} // namespace
+
+TEST(CallMemoryTest, TakesPiecesFromOneBlockWhileTheScopeLasts) {
+    void* pieces[3];
+    {
+        const CallMemory memory;
+        for (void*& piece : pieces)
+            piece = AllocateForCall(16);
+    }
+    EXPECT_TRUE(AreNeighbours(pieces[0], pieces[1]));
+    EXPECT_TRUE(AreNeighbours(pieces[1], pieces[2]));
+    void* const later = AllocateForCall(16);
+    EXPECT_FALSE(AreNeighbours(pieces[2], later));
+    FreeForCall(later);
+    for (void* piece : pieces) {
+        std::memset(piece, 0xAB, 16); // they outlive the scope
+        FreeForCall(piece);
+    }
+}
+
+TEST(CallMemoryTest, LeavesOtherThreadsToTheHeap) {
+    const CallMemory memory;
+    void* const own = AllocateForCall(16);
+    void* other = nullptr;
+    std::thread([&other] { other = AllocateForCall(16); }).join();
+    void* const next = AllocateForCall(16);
+    EXPECT_TRUE(AreNeighbours(own, next));
+    EXPECT_NE(nullptr, other);
+    std::thread([=] {
+        for (void* piece : {own, next, other})
+            FreeForCall(piece);
+    }).join();
+}
+
+TEST(CallMemoryTest, TakesTheHeapWhenTheBlockIsFull) {
+    const CallMemory memory;
+    std::vector<void*> pieces;
+    for (int i = 0; i < 100; ++i) {
+        pieces.push_back(AllocateForCall(100));
+        ASSERT_NE(nullptr, pieces.back());
+        EXPECT_EQ(0u, reinterpret_cast<std::uintptr_t>(pieces.back()) % 16);
+        std::memset(pieces.back(), i, 100);
+    }
+    for (int i = 0; i < 100; ++i) {
+        EXPECT_EQ(i, static_cast<char*>(pieces[static_cast<std::size_t>(i)])[99]);
+        FreeForCall(pieces[static_cast<std::size_t>(i)]);
+    }
+}
+
+TEST(CallMemoryTest, OneInsideAnotherEndsNothing) {
+    const CallMemory memory;
+    void* const first = AllocateForCall(16);
+    { const CallMemory inner; }
+    void* const second = AllocateForCall(16);
+    EXPECT_TRUE(AreNeighbours(first, second));
+    FreeForCall(first);
+    FreeForCall(second);
+}
+
+TEST(CallMemoryTest, RefusesASizeThatNoHeaderFitsBefore) {
+    EXPECT_EQ(nullptr, AllocateForCall(SIZE_MAX));
+    FreeForCall(nullptr);
+}
+
+} // namespace Zuvan::Lumeq::Testing
