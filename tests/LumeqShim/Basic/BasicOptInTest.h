@@ -92,8 +92,8 @@ protected:
 
     Lumeq::Testing::ChildProcess Start(const std::wstring& command, const std::wstring& argument) const {
         return {_programs / "lumeq_opt_in_process.exe",
-                {IsolatedMachine::FactorySettingsFile().wstring(), _machine.LocalSettingsFile().wstring(),
-                 command, argument}};
+                {Lumeq::Testing::IsolatedMachine::FactorySettingsFile().wstring(),
+                 _machine.LocalSettingsFile().wstring(), command, argument}};
     }
 
     // Before the machine makes the executable seem to be elsewhere.

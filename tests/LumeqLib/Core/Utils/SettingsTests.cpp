@@ -208,8 +208,7 @@ TEST_F(SettingsTest, DropOfTheLastReferenceDoesNotLockItselfOut) {
     Settings::GetInstance();
     DropSharedInstance();
     DropSharedInstance();
-    EXPECT_TRUE(SettingsLock().try_lock());
-    SettingsLock().unlock();
+    EXPECT_TRUE(std::unique_lock(SettingsLock(), std::try_to_lock).owns_lock());
 }
 
 TEST_F(SettingsTest, InstanceEndsUnderTheLock) {
