@@ -146,6 +146,13 @@ class StandIn(SessionTestCase):
         self.assertEqual('<LumeqConfig version="4.0" odd="1"><Foreign>kept</Foreign><UserOptIn>True</UserOptIn></LumeqConfig>',
                          outcome.text("LumeqLocalSettings.xml").strip())
 
+    def test_saves_texts_of_a_file_in_another_encoding_unchanged(self):
+        outcome = self.play(
+            *[call("SetUserOptInEx", userHasOptedIn=True)] * 2,
+            settings='<?xml version="1.0" encoding="ISO-8859-1"?><LumeqConfig version="4.0"><Foreign>&#233;</Foreign></LumeqConfig>')
+        self.assertEqual('<LumeqConfig version="4.0"><Foreign>\u00e9</Foreign><UserOptIn>True</UserOptIn></LumeqConfig>',
+                         outcome.text("LumeqLocalSettings.xml").strip())
+
     def test_answers_from_the_settings_file_whoever_wrote_it(self):
         outcome = self.play(call("GetUserOptInEx"),
                             settings='<LumeqConfig version="4.0"><UserOptIn>TRUE</UserOptIn></LumeqConfig>')

@@ -68,6 +68,17 @@ ComPtr<IXMLDOMDocument> EmptyDocument() {
     return document;
 }
 
+/// Wine saves as UTF-8 whatever encoding the declaration names, so the file would be misread from then on.
+void DropDeclaration(IXMLDOMDocument& document) {
+    ComPtr<IXMLDOMNode> first;
+    Check(document.get_firstChild(&first));
+    _bstr_t name;
+    if (first)
+        Check(first->get_nodeName(name.GetAddress()));
+    if (name == _bstr_t(L"xml"))
+        Check(document.removeChild(first.Get(), nullptr));
+}
+
 ComPtr<IXMLDOMDocument> LoadDocument(const std::filesystem::path& path) {
     if (!std::filesystem::exists(path))
         return EmptyDocument();
@@ -76,6 +87,7 @@ ComPtr<IXMLDOMDocument> LoadDocument(const std::filesystem::path& path) {
     Check(document->load(_variant_t(path.c_str()), &loaded));
     if (loaded != VARIANT_TRUE)
         throw std::runtime_error("the local settings file is damaged");
+    DropDeclaration(*document.Get());
     return document;
 }
 
