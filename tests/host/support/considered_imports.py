@@ -27,22 +27,20 @@ NOT_MADE_TO_FAIL = {
         "SetEndOfFile",
     "comes along with the texts of the C++ library's system errors: only that of a lock, which does not fail, is asked":
         "FormatMessageA",
-    "is the toolchain's own, for its start and end and for the narrow characters of its formatted output":
-        "GetModuleHandleW IsDBCSLeadByteEx MultiByteToWideChar TlsGetValue VirtualProtect VirtualQuery",
+    "is the toolchain's own, for its start and end":
+        "GetModuleHandleW TlsGetValue VirtualProtect VirtualQuery",
 }
 
 OF_THE_C_RUNTIME = {
     "memory, which fails in EveryAllocation":
         "calloc free malloc memchr memcmp memcpy memmove memset realloc",
     "its start and end, and the last words of a process":
-        "__iob_func _amsg_exit _initterm _lock _unlock abort fwprintf fwrite vfprintf",
+        "__iob_func _amsg_exit _initterm _lock _unlock abort fwrite vfprintf",
     "texts and characters in memory":
         "_vsnwprintf isalnum isalpha isprint isspace isupper iswalnum iswdigit iswspace strcmp strerror strlen strncmp "
         "towlower towupper wcslen",
     "the calendar, for times that it can split and dates that it can count":
-        "_gmtime64 _mktime64",
-    "the host's locale, which is asked and never changed, for the digits of a number":
-        "___lc_codepage_func ___mb_cur_max_func _errno fputwc localeconv",
+        "_errno _gmtime64 _mktime64",
     "comes along with the C++ library's random numbers, and is not asked":
         "_close _read",
 }
