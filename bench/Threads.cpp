@@ -3,7 +3,6 @@
 #include "bench/Calls.h"
 
 #include <algorithm>
-#include <atomic>
 #include <string>
 #include <thread>
 #include <vector>
@@ -28,15 +27,9 @@ double LongestOf(const Action& action, int calls) {
 
 void MeasureWith(const Action& action, int threads) {
     std::vector<Worker> workers(static_cast<std::size_t>(threads));
-    std::atomic<bool> begun{false};
-    for (Worker& worker : workers)
-        worker.thread = std::thread([&] {
-            begun.wait(false);
-            worker.longest = LongestOf(action, EventsInAll / threads);
-        });
     const double total = MicrosecondsOnce([&] {
-        begun = true;
-        begun.notify_all();
+        for (Worker& worker : workers)
+            worker.thread = std::thread([&] { worker.longest = LongestOf(action, EventsInAll / threads); });
         for (Worker& worker : workers)
             worker.thread.join();
     });
