@@ -58,7 +58,7 @@ DiscoveredDevice Device(const std::wstring& biid) { return {nullptr, {{L"dev_bii
 
 using PostData = void(const StringDictionary& data, const std::wstring& dataType, void* third);
 
-/// In the place of the companion's PostDataInternal: from the first device on, a second thread waits for the
+/// Replaces the companion's PostDataInternal: from the first device on, a second thread waits for the
 /// lock. Whoever releases a lock for which another thread waits has to wake that thread.
 struct WaitingThread {
     static inline DWORD sender = 0;

@@ -36,7 +36,7 @@ def over_c(session: Session, has_worker: bool) -> Session:
     without freeing it, and with time for each shutdown."""
     steps = _without_zeros(session.steps)
     if has_worker:
-        # The model tells calls of threads that run at once by the thread that logs them.
+        # The model distinguishes calls of threads that run at once by the thread that logs them.
         steps = [step for step in steps if len(step.get("threads", ())) < 2]
         steps = _patient([step for step in steps if not {"load", "unload"} & step.keys()])
     return Session(steps, session.circumstances)
