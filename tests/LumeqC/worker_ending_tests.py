@@ -16,8 +16,8 @@ CLICK = call("ButtonClicked", screenName="Home", controlName="ok")
 ENDLESS_CLICKS = {"times": 100_000_000, "calls": [CLICK]}
 
 
-# Without files to write: Wine ends a process with 1, before any library is notified, in one of five runs of a program whose
-# only other thread opens a file, writes and closes it all the time. It need not have any library of ours loaded.
+# Without files to write: Wine ends a process with 1, before any library is notified, in one of five runs of a program
+# whose only other thread opens a file, writes and closes it all the time. It need not have any library of ours loaded.
 WITHOUT_FILES = {"road": "basic", "log": "off"}
 
 
