@@ -135,9 +135,9 @@ class Soak(unittest.TestCase):
     def test_what_is_not_there_is_refused(self):
         for reason, *arguments in (("session.jsonl: no such file", "--replay", str(self.build / "nothing")),
                                    ("at least one machine is needed", "--machines", "0")):
-            with self.assertRaises(SystemExit), contextlib.redirect_stderr(io.StringIO()) as told:
+            with self.assertRaises(SystemExit), contextlib.redirect_stderr(io.StringIO()) as errors:
                 self.run_soak(*arguments)
-            self.assertIn(reason, told.getvalue())
+            self.assertIn(reason, errors.getvalue())
 
 
 class KeptSessions(unittest.TestCase):
