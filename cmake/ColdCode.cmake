@@ -1,14 +1,25 @@
 # lumeq_compile_for_size(target except folder...): compiles the sources in these folders for size instead of speed, save
-# those whose path in the project matches the pattern `except`. They cannot use a precompiled header made for speed.
+# those whose path in the project matches the pattern `except`. They become objects of a target of their own,
+# <target>_cold, because a precompiled header made for speed does not serve them.
 function(lumeq_compile_for_size target except)
+  set(_cold ${target}_cold)
   list(JOIN ARGN "|" _folders)
   get_target_property(_sources ${target} SOURCES)
+  add_library(${_cold} OBJECT)
   foreach(_source IN LISTS _sources)
     file(RELATIVE_PATH _name ${PROJECT_SOURCE_DIR} ${_source})
     if(_name MATCHES "^(${_folders})/" AND NOT _name MATCHES "${except}")
-      set_source_files_properties(
-        ${_source} PROPERTIES COMPILE_OPTIONS "$<$<CONFIG:Release>:$<IF:$<BOOL:${MSVC}>,/O1,-Os>>"
-                              SKIP_PRECOMPILE_HEADERS ON)
+      list(REMOVE_ITEM _sources ${_source})
+      target_sources(${_cold} PRIVATE ${_source})
     endif()
   endforeach()
+  set_target_properties(${target} PROPERTIES SOURCES "${_sources}")
+  target_sources(${target} PRIVATE $<TARGET_OBJECTS:${_cold}>)
+  foreach(_property COMPILE_DEFINITIONS INCLUDE_DIRECTORIES LINK_LIBRARIES PRECOMPILE_HEADERS)
+    get_target_property(_value ${target} ${_property})
+    if(_value)
+      set_target_properties(${_cold} PROPERTIES ${_property} "${_value}")
+    endif()
+  endforeach()
+  target_compile_options(${_cold} PRIVATE $<$<CONFIG:Release>:$<IF:$<BOOL:${MSVC}>,/O1,-Os>>)
 endfunction()

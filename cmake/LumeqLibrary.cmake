@@ -2,7 +2,8 @@
 set(LUMEQ_NAME Lumeq)
 configure_file(LumeqApi/Lumeq.rc.in ${PROJECT_BINARY_DIR}/Lumeq.rc @ONLY)
 
-add_library(Lumeq SHARED $<TARGET_OBJECTS:lumeq_core> LumeqApi/Lumeq.def ${PROJECT_BINARY_DIR}/Lumeq.rc)
+add_library(Lumeq SHARED $<TARGET_OBJECTS:lumeq_core> $<TARGET_OBJECTS:lumeq_core_cold> LumeqApi/Lumeq.def
+                         ${PROJECT_BINARY_DIR}/Lumeq.rc)
 add_library(Lumeq::Lumeq ALIAS Lumeq)
 set_target_properties(Lumeq PROPERTIES PREFIX "" IMPORT_PREFIX "" LINKER_LANGUAGE CXX)
 target_include_directories(
