@@ -1,6 +1,7 @@
-"""lumeq lint against the built DLL: random sessions, and ten thousand random texts for each pattern."""
+"""lumeq lint against the built DLL: random sessions, and random texts for each pattern."""
 
 import json
+import os
 import random
 import sys
 import tempfile
@@ -17,7 +18,7 @@ from random_texts import SUBJECTS, texts_for  # noqa: E402
 from session_generator import FIXED_SEEDS, session_of  # noqa: E402
 from wide_text import spelled  # noqa: E402
 
-TEXTS = 10_000
+TEXTS = int(os.environ.get("LUMEQ_TEXTS", "1000"))
 """For each pattern."""
 
 # What the library reports about an argument that its event classes refuse.
