@@ -1,9 +1,5 @@
-# Lumeq.dll: the objects of lumeq_core, plus the export list and a version resource.
-set(LUMEQ_NAME Lumeq)
-configure_file(LumeqApi/Lumeq.rc.in ${PROJECT_BINARY_DIR}/Lumeq.rc @ONLY)
-
-add_library(Lumeq SHARED $<TARGET_OBJECTS:lumeq_core> $<TARGET_OBJECTS:lumeq_core_cold> LumeqApi/Lumeq.def
-                         ${PROJECT_BINARY_DIR}/Lumeq.rc)
+# Lumeq.dll: the objects of lumeq_core, plus the export list.
+add_library(Lumeq SHARED $<TARGET_OBJECTS:lumeq_core> $<TARGET_OBJECTS:lumeq_core_cold> LumeqApi/Lumeq.def)
 add_library(Lumeq::Lumeq ALIAS Lumeq)
 set_target_properties(Lumeq PROPERTIES PREFIX "" IMPORT_PREFIX "" LINKER_LANGUAGE CXX)
 target_include_directories(
@@ -27,9 +23,10 @@ function(lumeq_dll_options target)
     target_link_options(
       ${target}
       PRIVATE
-      -Wl,--dynamicbase,--high-entropy-va,--nxcompat,--exclude-all-symbols
-      $<$<CONFIG:Release,MinSizeRel>:-s>)
+      -Wl,--dynamicbase,--high-entropy-va,--nxcompat,--exclude-all-symbols)
   endif()
+  lumeq_version_resource(${target})
+  lumeq_stripped(${target})
   if(MINGW)
     target_sources(${target} PRIVATE $<TARGET_OBJECTS:lumeq_runtime>)
   endif()

@@ -2,6 +2,7 @@
 option(LUMEQ_DEVELOPMENT "Build the sample host, the companion stand-in and the tools" ON)
 option(LUMEQ_TESTS "Build the tests" ON)
 option(LUMEQ_BENCHMARKS "Build the benchmark" OFF)
+option(LUMEQ_SYMBOLS "Write the symbols of what ships to separate files" OFF)
 option(LUMEQ_CHECKED "Build with undefined-behaviour traps and the standard library's assertions" OFF)
 
 if(MSVC)
@@ -29,6 +30,11 @@ else()
     lumeq_options INTERFACE -Wall -Wextra -Werror -fstack-protector-strong
                             $<$<NOT:$<CONFIG:Debug>>:-U_FORTIFY_SOURCE;-D_FORTIFY_SOURCE=2>)
   target_link_options(lumeq_options INTERFACE -fstack-protector-strong -Wl,--no-insert-timestamp)
+  if(LUMEQ_SYMBOLS)
+    # The last one that fits counts. No file shows where it was built, so builds in different folders are equal.
+    target_compile_options(lumeq_options INTERFACE -g -ffile-prefix-map=${PROJECT_SOURCE_DIR}=.
+                                                   -ffile-prefix-map=${PROJECT_BINARY_DIR}=./build)
+  endif()
   if(CMAKE_CXX_COMPILER_ID STREQUAL "Clang")
     # Making patterns into tables takes more steps than Clang allows by default.
     target_compile_options(lumeq_options INTERFACE -fconstexpr-steps=20000000 -Wthread-safety)

@@ -1,10 +1,10 @@
-# What is installed, by component:
-#   Runtime      the DLLs
-#   Development  headers, import libraries, the CMake package, bindings of other languages, the host's documentation
-#   Samples      the sample hosts, the program that plays sessions, and a companion library that writes to a file; only on
-#                request
-#   Companion    LumeqRecords.h, which only the maker of the companion library needs; only on request
-#   Tools        lumeq.exe; only on request
+# What is installed, by component. All but the first two are installed only on request:
+#   Runtime        the DLLs
+#   Development    headers, import libraries, the CMake package, bindings of other languages, the host's documentation
+#   Samples        the sample hosts, the program that plays sessions, and a companion library that writes to a file
+#   Companion      LumeqRecords.h, which only the maker of the companion library needs
+#   Tools          lumeq.exe
+#   Documentation  further pages, for hosts and operators
 include(CMakePackageConfigHelpers)
 set(_package ${CMAKE_INSTALL_LIBDIR}/cmake/Lumeq)
 set(_headers ${CMAKE_INSTALL_INCLUDEDIR}/Lumeq)
@@ -32,6 +32,9 @@ install(FILES include/Lumeq/LumeqApi.h include/Lumeq/lumeq.h include/Lumeq/lumeq
 install(DIRECTORY bindings DESTINATION ${_data} COMPONENT Development PATTERN target EXCLUDE PATTERN Cargo.lock EXCLUDE
                                                                 PATTERN node_modules EXCLUDE)
 install(FILES docs/any-host.md DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT Development)
+install(FILES packaging/LumeqConfig.template.xml DESTINATION ${_data} COMPONENT Development)
+install(FILES docs/compatibility.md docs/lint.md docs/privacy.md docs/reference.md CHANGELOG.md SECURITY.md
+        DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT Documentation EXCLUDE_FROM_ALL)
 
 install(DIRECTORY samples/hosts DESTINATION ${_data}/samples COMPONENT Samples EXCLUDE_FROM_ALL)
 if(TARGET lumeq_host)

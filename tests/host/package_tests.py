@@ -1,4 +1,7 @@
-"""The installed package, as a host's developer meets it."""
+"""The installed package, as a host's developer meets it.
+
+LUMEQ_PACKAGE names an unpacked release to test instead of what this build installs.
+"""
 
 import os
 import shutil
@@ -26,6 +29,7 @@ INSTALLED = {
         "lib/cmake/Lumeq/LumeqTargets.cmake",
         "lib/cmake/Lumeq/LumeqToolchain.cmake",
         "lib/libLumeqC.dll.a",
+        "share/Lumeq/LumeqConfig.template.xml",
         "share/Lumeq/bindings/node/lumeq.js",
         "share/Lumeq/bindings/node/package.json",
         "share/Lumeq/bindings/node/raw.js",
@@ -57,11 +61,16 @@ INSTALLED = {
     ],
     "Companion": ["include/Lumeq/LumeqRecords.h"],
     "Tools": ["bin/lumeq.exe"],
+    "Documentation": [f"share/doc/Lumeq/{name}.md" for name in (
+        "CHANGELOG", "SECURITY", "compatibility", "lint", "privacy", "reference")],
 }
 
 CONSUMER = ROOT / "tests" / "consumer"
 WORK = BUILD / "package-tests"
-PACKAGE = WORK / "installed"
+RELEASE = os.environ.get("LUMEQ_PACKAGE")
+PACKAGE = Path(RELEASE or WORK / "installed")
+SAMPLES = Path(RELEASE or WORK) / "samples"
+SAMPLE_HOSTS = SAMPLES / "share" / "Lumeq" / "samples" / "hosts"
 RUN = "wifi_direct, opened, completed"
 
 
@@ -89,12 +98,36 @@ def one_line(text: str) -> str:
     return " ".join(text.split())
 
 
-class Package(unittest.TestCase):
-    @classmethod
-    def setUpClass(cls):
-        shutil.rmtree(WORK, ignore_errors=True)
-        cls.files = install(PACKAGE)
+def setUpModule():
+    shutil.rmtree(WORK, ignore_errors=True)
+    if not RELEASE:
+        install(PACKAGE)
+        install(SAMPLES, "--component", "Samples")
 
+
+@unittest.skipIf(RELEASE, "of a build")
+class Installation(unittest.TestCase):
+    def test_holds_what_hosts_need(self):
+        self.assertEqual(sorted(INSTALLED["Runtime"] + INSTALLED["Development"]), install(WORK / "all"))
+
+    def test_each_component_can_be_installed_alone(self):
+        for component, files in INSTALLED.items():
+            with self.subTest(component):
+                self.assertEqual(sorted(files), install(WORK / component, "--component", component))
+
+
+@unittest.skipUnless(RELEASE, "of a release")
+class Release(unittest.TestCase):
+    def test_holds_each_component_and_its_papers(self):
+        files = {str(file.relative_to(PACKAGE)) for file in PACKAGE.rglob("*") if file.is_file()}
+        for component, installed in INSTALLED.items():
+            with self.subTest(component):
+                folder = "samples/" if component == "Samples" else ""
+                self.assertLessEqual({folder + file for file in installed}, files)
+        self.assertLessEqual({"README.md", "THIRD-PARTY-NOTICES.txt", "sbom.spdx.json"}, files)
+
+
+class Package(unittest.TestCase):
     def assert_builds(self, name: str, *options: str, **places):
         for done in (configure(name, *options, **places), run("cmake", "--build", WORK / name)):
             self.assertEqual(0, done.returncode, done.stdout)
@@ -106,14 +139,6 @@ class Package(unittest.TestCase):
     def assert_refused(self, message: str, configured: subprocess.CompletedProcess):
         self.assertNotEqual(0, configured.returncode)
         self.assertIn(message, one_line(configured.stdout))
-
-    def test_holds_what_hosts_need(self):
-        self.assertEqual(sorted(INSTALLED["Runtime"] + INSTALLED["Development"]), self.files)
-
-    def test_each_component_can_be_installed_alone(self):
-        for component, files in INSTALLED.items():
-            with self.subTest(component):
-                self.assertEqual(sorted(files), install(WORK / component, "--component", component))
 
     def test_installed_library_is_stripped(self):
         symbols = run(OBJDUMP, "-t", PACKAGE / "bin" / "Lumeq.dll")
@@ -140,17 +165,14 @@ class Package(unittest.TestCase):
         self.assert_runs(f"LumeqC.dll is loaded: {RUN}", program)
 
     def test_sample_hosts_build_from_the_package(self):
-        install(WORK / "samples", "--component", "Samples")
-        self.assert_builds("sample-hosts", source=WORK / "samples" / "share" / "Lumeq" / "samples" / "hosts")
+        self.assert_builds("sample-hosts", source=SAMPLE_HOSTS)
         self.assertEqual(["day-c.exe", "day-cpp.exe", "day-loader.exe"],
                          sorted(file.name for file in (WORK / "sample-hosts" / "hosts").iterdir()))
 
     def test_foreign_compiler_links_its_own_import_library(self):
         if not shutil.which("lld-link-14"):
             self.skipTest("lld is not installed")
-        install(WORK / "samples", "--component", "Samples")
-        self.assert_builds("foreign", f"-DSAMPLES={WORK}/samples/share/Lumeq/samples/hosts",
-                           f"-DKERNEL32={BUILD}/samples/hosts/bare/kernel32.lib",
+        self.assert_builds("foreign", f"-DSAMPLES={SAMPLE_HOSTS}", f"-DKERNEL32={BUILD}/samples/hosts/bare/kernel32.lib",
                            source=CONSUMER / "foreign", toolchain=str(CONSUMER / "foreign" / "toolchain.cmake"))
         self.assertIn("LumeqC.dll", run(OBJDUMP, "-p", WORK / "foreign" / "foreign.exe").stdout)
 
@@ -177,9 +199,7 @@ class Package(unittest.TestCase):
                  "_GLIBCXX_USE_CXX11_ABI to 0.")):
             with self.subTest(flag):
                 self.assert_refused(reason, configure(name, f"-DCMAKE_CXX_FLAGS=-D{flag}"))
-        install(WORK / "samples", "--component", "Samples")
-        self.assert_builds("checked-samples", "-DCMAKE_CXX_FLAGS=-D_GLIBCXX_DEBUG",
-                           source=WORK / "samples" / "share" / "Lumeq" / "samples" / "hosts")
+        self.assert_builds("checked-samples", "-DCMAKE_CXX_FLAGS=-D_GLIBCXX_DEBUG", source=SAMPLE_HOSTS)
 
     def test_consumer_for_another_system_fails_to_configure(self):
         for component in ("Lumeq", "C", "Loader"):

@@ -1,0 +1,143 @@
+#!/usr/bin/env python3
+"""Shows which functions of Lumeq a crashed host was in: reads a minidump and the symbols of the release.
+
+  tools/release/minidump.py CRASH.dmp SYMBOLS
+
+SYMBOLS is the unpacked lumeq-<version>-win64-symbols.zip. The first line is where the host crashed. The others are
+addresses of the release's files on the thread's stack, newest first. They may include some that earlier calls left there.
+"""
+
+import argparse
+import re
+import struct
+import subprocess
+import sys
+import uuid
+from pathlib import Path
+from typing import Iterator, NamedTuple, Optional
+
+sys.path.insert(0, str(Path(__file__).resolve().parent))
+import pdb_file  # noqa: E402
+
+THREADS, MODULES, EXCEPTION = 3, 4, 6
+CONTEXT_RSP, CONTEXT_RIP = 0x98, 0xF8
+SYMBOLIZER = ("llvm-symbolizer-14", "llvm-symbolizer")
+
+
+class Module(NamedTuple):
+    name: str
+    base: int
+    size: int
+    identifier: Optional[uuid.UUID]
+
+
+class Crash(NamedTuple):
+    code: int
+    address: int
+    stack: tuple[int, ...]
+    """Its words, newest first."""
+    modules: list[Module]
+
+
+class Minidump:
+    def __init__(self, content: bytes):
+        if content[:4] != b"MDMP":
+            raise ValueError("not a minidump")
+        self.content = content
+        count, start = struct.unpack_from("<II", content, 8)
+        self.streams = {}
+        for index in range(count):
+            kind, _, place = struct.unpack_from("<III", content, start + 12 * index)
+            self.streams.setdefault(kind, place)
+
+    def crash(self) -> Crash:
+        place = self.streams[EXCEPTION]
+        thread, code, address = struct.unpack_from("<I4xI12xQ", self.content, place)
+        context, = struct.unpack_from("<I", self.content, place + 164)
+        top, = struct.unpack_from("<Q", self.content, context + CONTEXT_RSP)
+        return Crash(code, address, self._stack(thread, top), list(self._modules()))
+
+    def _stack(self, wanted: int, top: int) -> tuple[int, ...]:
+        place = self.streams[THREADS]
+        count, = struct.unpack_from("<I", self.content, place)
+        for index in range(count):
+            thread, base, size, offset = struct.unpack_from("<I20xQII", self.content, place + 4 + 48 * index)
+            if thread == wanted:
+                unused = (max(top - base, 0) + 7) & ~7
+                return struct.unpack_from(f"<{(size - unused) // 8}Q", self.content, offset + unused)
+        return ()
+
+    def _modules(self) -> Iterator[Module]:
+        place = self.streams[MODULES]
+        count, = struct.unpack_from("<I", self.content, place)
+        for index in range(count):
+            entry = place + 4 + 108 * index
+            base, size, _, _, name = struct.unpack_from("<QIIII", self.content, entry)
+            record_size, record = struct.unpack_from("<II", self.content, entry + 76)
+            yield Module(self._text(name), base, size, self._identifier(record, record_size))
+
+    def _text(self, place: int) -> str:
+        length, = struct.unpack_from("<I", self.content, place)
+        return self.content[place + 4:place + 4 + length].decode("utf-16-le")
+
+    def _identifier(self, place: int, size: int) -> Optional[uuid.UUID]:
+        if size < 24 or self.content[place:place + 4] != b"RSDS":
+            return None
+        return uuid.UUID(bytes_le=self.content[place + 4:place + 20])
+
+
+def symbols_of(module: Module, folder: Path) -> Optional[Path]:
+    """The complete symbols, beside the PDB whose identifier the dump has."""
+    for pdb in sorted(folder.rglob("*.pdb")):
+        if module.identifier and pdb_file.identifier_of(pdb) == module.identifier:
+            return next(pdb.parent.glob("*.debug"))
+    return None
+
+
+def preferred_base(symbols: Path) -> int:
+    with open(symbols, "rb") as file:
+        head = file.read(4096)
+    start, = struct.unpack_from("<I", head, 0x3C)
+    return struct.unpack_from("<Q", head, start + 48)[0]
+
+
+def functions_at(symbols: Path, offset: int) -> list[str]:
+    """Function and line, the innermost inlined one first. Empty where no function is."""
+    for program in SYMBOLIZER:
+        try:
+            printed = subprocess.run([program, f"--obj={symbols}", "--demangle", f"{preferred_base(symbols) + offset:#x}"],
+                                     check=True, stdout=subprocess.PIPE, text=True).stdout
+        except FileNotFoundError:
+            continue
+        lines = printed.strip().splitlines()
+        return [f"{name} ({re.sub(r':[0-9]+$', '', place)})" for name, place in zip(lines[::2], lines[1::2]) if name != "??"]
+    raise FileNotFoundError(f"none of {', '.join(SYMBOLIZER)} is installed")
+
+
+def report(crash: Crash, folder: Path) -> Iterator[str]:
+    found = {module.name: symbols_of(module, folder) for module in crash.modules}
+    # A return address is after its call, which may be the last instruction of its function.
+    for address, back in [(crash.address, 0), *((word, 1) for word in crash.stack)]:
+        for module in crash.modules:
+            symbols = found[module.name]
+            if symbols and module.base <= address < module.base + module.size:
+                offset = address - module.base
+                name = re.split(r"[\\/]", module.name)[-1]
+                for function in functions_at(symbols, offset - back):
+                    yield f"{name}+{offset:#x} {function}"
+
+
+def main() -> int:
+    parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
+    parser.add_argument("dump", metavar="CRASH.dmp", type=Path)
+    parser.add_argument("symbols", metavar="SYMBOLS", type=Path)
+    arguments = parser.parse_args()
+    crash = Minidump(arguments.dump.read_bytes()).crash()
+    lines = list(report(crash, arguments.symbols))
+    print(f"Exception {crash.code:#010x} at {crash.address:#x}")
+    print("\n".join(lines) or "No address of the crash belongs to a file with symbols there.")
+    return 0 if lines else 1
+
+
+if __name__ == "__main__":
+    sys.exit(main())
