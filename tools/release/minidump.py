@@ -9,6 +9,7 @@ addresses of the release's files on the thread's stack, newest first. They may i
 
 import argparse
 import re
+import shutil
 import struct
 import subprocess
 import sys
@@ -101,30 +102,48 @@ def preferred_base(symbols: Path) -> int:
     return struct.unpack_from("<Q", head, start + 48)[0]
 
 
-def functions_at(symbols: Path, offset: int) -> list[str]:
-    """Function and line, the innermost inlined one first. Empty where no function is."""
-    for program in SYMBOLIZER:
-        try:
-            printed = subprocess.run([program, f"--obj={symbols}", "--demangle", f"{preferred_base(symbols) + offset:#x}"],
-                                     check=True, stdout=subprocess.PIPE, text=True).stdout
-        except FileNotFoundError:
-            continue
-        lines = printed.strip().splitlines()
-        return [f"{name} ({re.sub(r':[0-9]+$', '', place)})" for name, place in zip(lines[::2], lines[1::2]) if name != "??"]
-    raise FileNotFoundError(f"none of {', '.join(SYMBOLIZER)} is installed")
+def functions_at(symbols: Path, offsets: list[int]) -> list[list[str]]:
+    """For each offset its function and line, the innermost inlined one first. Empty where no function is."""
+    base = preferred_base(symbols)
+    program = next((name for name in SYMBOLIZER if shutil.which(name)), None)
+    if not program:
+        raise FileNotFoundError(f"none of {', '.join(SYMBOLIZER)} is installed")
+    printed = subprocess.run([program, f"--obj={symbols}", "--demangle", *(f"{base + offset:#x}" for offset in offsets)],
+                             check=True, stdout=subprocess.PIPE, text=True).stdout
+    found = []
+    for answer in printed.rstrip("\n").split("\n\n"):
+        lines = answer.splitlines()
+        found.append([f"{name} ({re.sub(r':[0-9]+$', '', place)})" for name, place in zip(lines[::2], lines[1::2])
+                      if name != "??"])
+    return found
+
+
+class Address(NamedTuple):
+    module: Module
+    symbols: Path
+    offset: int
+    before: int
+    """The address to ask about: a return address is after its call, which may be the last instruction of its function."""
+
+
+def addresses_of(crash: Crash, folder: Path) -> list[Address]:
+    """That of the crash, then those on the stack, as far as there are symbols for them."""
+    symbols = {module: found for module in crash.modules if (found := symbols_of(module, folder))}
+    return [Address(module, found, address - module.base, address - module.base - back)
+            for address, back in [(crash.address, 0), *((word, 1) for word in crash.stack)]
+            for module, found in symbols.items() if module.base <= address < module.base + module.size]
 
 
 def report(crash: Crash, folder: Path) -> Iterator[str]:
-    found = {module.name: symbols_of(module, folder) for module in crash.modules}
-    # A return address is after its call, which may be the last instruction of its function.
-    for address, back in [(crash.address, 0), *((word, 1) for word in crash.stack)]:
-        for module in crash.modules:
-            symbols = found[module.name]
-            if symbols and module.base <= address < module.base + module.size:
-                offset = address - module.base
-                name = re.split(r"[\\/]", module.name)[-1]
-                for function in functions_at(symbols, offset - back):
-                    yield f"{name}+{offset:#x} {function}"
+    addresses = addresses_of(crash, folder)
+    names = {}
+    for symbols in {address.symbols for address in addresses}:
+        asked = [address for address in addresses if address.symbols == symbols]
+        names.update(zip(asked, functions_at(symbols, [address.before for address in asked])))
+    for address in addresses:
+        for function in names[address]:
+            name = re.split(r"[\\/]", address.module.name)[-1]
+            yield f"{name}+{address.offset:#x} {function}"
 
 
 def main() -> int:

@@ -1,0 +1,101 @@
+"""Symbols of a release: a crash inside Lumeq.dll resolves to its functions.
+
+LUMEQ_PACKAGE names the unpacked release, LUMEQ_SYMBOLS its symbols.
+"""
+
+import os
+import re
+import shutil
+import subprocess
+import sys
+import unittest
+from pathlib import Path
+
+sys.path.insert(0, str(Path(__file__).resolve().parents[1] / "host"))
+from support import BUILD, ROOT, SessionTestCase  # noqa: E402
+import release_tools  # noqa: E402, F401
+import minidump  # noqa: E402
+from pe_file import PeFile  # noqa: E402
+from session_player import Conditions  # noqa: E402
+
+HERE = Path(__file__).resolve().parent
+PACKAGE = Path(os.environ.get("LUMEQ_PACKAGE", ""))
+SYMBOLS = Path(os.environ.get("LUMEQ_SYMBOLS", ""))
+CRASHED = 42
+
+
+def addresses(name: str) -> dict[str, int]:
+    """Of the functions in the complete symbols, by mangled name, from the start of the file."""
+    symbols = next(SYMBOLS.rglob(f"{name}.debug"))
+    base = minidump.preferred_base(symbols)
+    listed = subprocess.run(["x86_64-w64-mingw32-nm", symbols], check=True, stdout=subprocess.PIPE, text=True).stdout
+    return {found[1]: int(found[0], 16) - base for found in re.findall(r"^(\w+) T (_Z\w+)$", listed, re.MULTILINE)}
+
+
+@unittest.skipUnless("LUMEQ_PACKAGE" in os.environ, "of a release")
+class Symbols(SessionTestCase):
+    def build(self, source: str, *options) -> Path:
+        program = self.machine.host_folder / f"{Path(source).stem}.exe"
+        subprocess.run([*os.environ["LUMEQ_CXX"].split(), "-std=c++17", "-static", HERE / source, "-o", program, *options],
+                       check=True)
+        return program
+
+    def setUp(self):
+        self.machine.clear()
+        self.machine.set_up(Conditions(), BUILD)
+
+    def crash(self) -> minidump.Crash:
+        host = self.build("CrashHost.cpp", "-municode", "-I", PACKAGE / "include", PACKAGE / "lib" / "Lumeq.dll.a",
+                          "-ldbghelp")
+        dump = self.machine.host_folder / "crash.dmp"
+        status = self.machine.start_program(host, "crash.dmp", cwd=dump.parent).wait(60)
+        self.assertEqual(CRASHED, status)
+        return minidump.Minidump(dump.read_bytes()).crash()
+
+    def test_minidump_names_the_function_that_crashed_and_the_export_that_was_called(self):
+        crash = self.crash()
+        lines = list(minidump.report(crash, SYMBOLS))
+        self.assertEqual(0xC0000005, crash.code)
+        self.assertRegex(lines[0], r"^Lumeq\.dll\+0x[0-9a-f]+ .*Zuvan::Lumeq::.*\((\./)?[\w/]+\.(cpp|h):\d+\)$")
+        self.assertTrue(any("ScanAcquireCompleted" in line for line in lines), lines)
+
+    def test_minidump_without_our_symbols_names_nothing(self):
+        crash = self.crash()
+        self.assertEqual([], list(minidump.report(crash, HERE)))
+
+    def names(self, folder: Path, offsets: list[int]) -> list[str]:
+        program = self.build("NameFunctions.cpp", "-ldbghelp")
+        printed = subprocess.run([ROOT / "tools" / "run-wine", program, PACKAGE / "bin" / "Lumeq.dll", folder,
+                                  *(f"{offset:x}" for offset in offsets)],
+                                 check=True, stdout=subprocess.PIPE, text=True,
+                                 env=dict(os.environ, WINEPREFIX=str(self.machine.prefix)))
+        return printed.stdout.split()
+
+    def test_pdb_names_functions_in_the_systems_debugging_library(self):
+        wanted = {name: offset for name, offset in addresses("Lumeq.dll").items() if "Eventing" in name}
+        self.assertGreater(len(wanted), 50)
+        sample = sorted(wanted)[::10]
+        found = self.names(next(SYMBOLS.rglob("Lumeq.pdb")).parent, [wanted[name] for name in sample])
+        same_place = {offset: {name for name, its in wanted.items() if its == offset} for offset in wanted.values()}
+        for name, its_name in zip(sample, found):
+            with self.subTest(name):
+                self.assertIn(its_name, same_place[wanted[name]])
+
+    def test_pdb_of_another_file_names_nothing(self):
+        folder = self.machine.host_folder / "other"
+        folder.mkdir()
+        shutil.copy(next(SYMBOLS.rglob("LumeqC.pdb")), folder / "Lumeq.pdb")
+        offset = min(addresses("Lumeq.dll").values())
+        self.assertEqual(["?"], self.names(folder, [offset]))
+
+    def test_each_shipped_file_has_its_symbols(self):
+        for file in sorted(PACKAGE.rglob("*.dll")) + sorted(PACKAGE.rglob("*.exe")):
+            with self.subTest(file.name):
+                identifier, _, name = PeFile(file).symbols()
+                module = minidump.Module(file.name, 0, 0, identifier)
+                self.assertEqual(f"{file.name}.debug", minidump.symbols_of(module, SYMBOLS).name)
+                self.assertEqual(f"{file.stem}.pdb", name)
+
+
+if __name__ == "__main__":
+    unittest.main()
