@@ -8,7 +8,8 @@ import unittest
 from pathlib import Path
 from unittest import mock
 
-from day_case import BUILD, ROOT, DayTestCase
+from day_case import BUILD, ROOT
+from first_host_case import START, FirstHostTestCase
 
 CARGO, RUSTC = Path("/usr/bin/cargo"), Path("/usr/bin/rustc")
 TARGET = "x86_64-pc-windows-gnu"
@@ -29,7 +30,7 @@ def has_rust() -> bool:
 
 @unittest.skipUnless(has_rust(), "Rust for Windows is not installed: tools/setup --all")
 @mock.patch.dict(os.environ, ENVIRONMENT)
-class RustHost(DayTestCase):
+class RustHost(FirstHostTestCase):
     def cargo(self, *arguments: str, folder: Path) -> subprocess.CompletedProcess:
         return subprocess.run([CARGO, *arguments, "--target", TARGET], cwd=folder, stdin=subprocess.DEVNULL,
                               stdout=subprocess.PIPE, stderr=subprocess.STDOUT, text=True)
@@ -49,13 +50,20 @@ class RustHost(DayTestCase):
         (folder / "src" / "main.rs").write_text(main)
         return folder
 
-    def test_plays_the_day(self):
-        sample = shutil.copytree(ROOT / "samples" / "hosts" / "rust", WORK / "day", dirs_exist_ok=True)
+    def built_sample(self, folder: Path, name: str) -> Path:
+        """The program of a sample, whose manifest names the crate of the source tree."""
+        sample = shutil.copytree(folder, WORK / name, dirs_exist_ok=True)
         manifest = sample / "Cargo.toml"
         manifest.write_text(manifest.read_text().replace("../../../bindings/rust", f"{ROOT}/bindings/rust"))
         built = self.build(sample)
         self.assertEqual(0, built.returncode, built.stdout)
-        self.assert_plays_the_day(WORK / TARGET / "debug" / "day-rust.exe")
+        return WORK / TARGET / "debug" / f"{name}.exe"
+
+    def test_plays_the_day(self):
+        self.assert_plays_the_day(self.built_sample(ROOT / "samples" / "hosts" / "rust", "day-rust"))
+
+    def test_first_host_tells_the_story(self):
+        self.assert_tells_the_story(self.built_sample(START / "rust", "scan-studio"))
 
     def test_wrong_details_and_wrong_enumeration_do_not_compile(self):
         good = "use lumeq::*; fn main() { Task::<DeviceConfig>::begin(&Context::default())" \
