@@ -36,7 +36,7 @@ install(FILES packaging/LumeqConfig.template.xml DESTINATION ${_data} COMPONENT 
 install(FILES docs/compatibility.md docs/lint.md docs/privacy.md docs/reference.md CHANGELOG.md SECURITY.md
         DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT Documentation EXCLUDE_FROM_ALL)
 
-install(DIRECTORY samples/hosts DESTINATION ${_data}/samples COMPONENT Samples EXCLUDE_FROM_ALL)
+install(DIRECTORY samples/hosts samples/start DESTINATION ${_data}/samples COMPONENT Samples EXCLUDE_FROM_ALL)
 if(TARGET lumeq_host)
   install(TARGETS lumeq_host RUNTIME COMPONENT Samples EXCLUDE_FROM_ALL)
 endif()

@@ -5,6 +5,7 @@ import shutil
 import sys
 import tempfile
 from pathlib import Path
+from typing import Optional
 
 sys.path.insert(0, str(Path(__file__).resolve().parent.parent / "host"))
 from support import BUILD, ROOT, Outcome, SessionTestCase  # noqa: E402
@@ -45,8 +46,8 @@ class DayTestCase(SessionTestCase):
             self.assertGreater(len(self.expected[road]["operations"]), 20 if road == "managed" else -1)
         return self.expected[road]
 
-    def run_host(self, host: Path, road: str, arguments: list[str]) -> Outcome:
-        conditions = Conditions(road=road, settings=SETTINGS)
+    def run_host(self, host: Path, road: str, arguments: list[str], factory: Optional[Path] = None) -> Outcome:
+        conditions = Conditions(road=road, settings=SETTINGS, factory=factory)
         self.machine.clear()
         self.machine.set_up(conditions, BUILD)
         shutil.copy(host, self.machine.host_folder)

@@ -42,7 +42,9 @@ FULL = _operations({"shortcut": "save_pdf", "shortcut_variance": "original", "it
 
 class FirstHostTestCase(DayTestCase):
     def assert_tells_the_story(self, host: Path, *arguments: str, operations: list = SHORT):
-        outcome = self.run_host(host, "managed", list(arguments))
+        outcome = self.run_host(host, "managed", list(arguments), START / "LumeqConfig.xml")
         self.assertEqual(0, outcome.status, outcome.errors)
         self.assertEqual([], outcome.error_file)
+        # So the log was on.
+        self.assertGreater(len(outcome.log), 10)
         self.assertEqual(operations, [without_chance(operation) for operation in outcome.companion])

@@ -20,7 +20,7 @@ int main(void) {
     lumeq_configure(&options);
 
     lumeq_startup(L"Scan Studio", LUMEQ_WHY_START_APP, LUMEQ_HOW_DESKTOP_SHORTCUT, 0, 0);
-    lumeq_set_opt_in(1); /* What the user answered. Ask once; the choice stays on the machine. */
+    lumeq_set_opt_in(1); /* What the user answered. */
 
     home.flow = L"setup";
     home.screen_name = L"Home";

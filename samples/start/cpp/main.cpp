@@ -3,10 +3,14 @@
 
 namespace API = Zuvan::Lumeq::API;
 
-namespace {
+int main() {
+    // [run]
+    API::StartupEx(L"Scan Studio", API::WhyType::start_app, API::HowType::desktop_shortcut, true, false);
+    API::SetUserOptInEx(true); // What the user answered.
 
-void Scan() {
-    // [task]
+    API::ScreenDisplayed(L"setup", nullptr, L"Home", nullptr, nullptr, nullptr);
+    API::ButtonClicked(L"setup", nullptr, L"Home", nullptr, L"scan", nullptr, nullptr);
+
     API::TaskHandle scan = API::ScanAcquireInitiated(nullptr, L"Tarvik 3000");
     // ... the scan ...
     API::ScanAcquireCompleted(&scan, L"success", API::Scan::ShortcutType::save_pdf,
@@ -14,19 +18,6 @@ void Scan() {
                               API::Scan::ResolutionType::dpi_300, API::Scan::ColorModeType::color,
                               API::Scan::PageSizeType::a4, API::Scan::SourceType::flatbed,
                               API::Scan::MimeType::application_pdf, {{L"crop", true}}, 3);
-    // [/task]
-}
-
-} // namespace
-
-int main() {
-    // [run]
-    API::StartupEx(L"Scan Studio", API::WhyType::start_app, API::HowType::desktop_shortcut, true, false);
-    API::SetUserOptInEx(true); // What the user answered. Ask once; the choice stays on the machine.
-
-    API::ScreenDisplayed(L"setup", nullptr, L"Home", nullptr, nullptr, nullptr);
-    API::ButtonClicked(L"setup", nullptr, L"Home", nullptr, L"scan", nullptr, nullptr);
-    Scan();
 
     API::ShutdownEx(10000);
     // [/run]

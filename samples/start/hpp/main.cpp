@@ -20,7 +20,7 @@ int main() {
     // [run]
     lumeq::use_worker_thread(); // No call below holds the caller.
     const lumeq::session session(L"Scan Studio", lumeq::why::start_app, lumeq::how::desktop_shortcut);
-    lumeq::set_opt_in(true); // What the user answered. Ask once; the choice stays on the machine.
+    lumeq::set_opt_in(true); // What the user answered.
 
     const lumeq::screen home(L"Home", lumeq::flow(L"setup"));
     home.shown();

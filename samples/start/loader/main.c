@@ -26,7 +26,7 @@ int main(void) {
         const lumeq_table* const call = &loader.call;
         lumeq_screen home = LUMEQ_SCREEN_INIT;
         call->startup(L"Scan Studio", LUMEQ_WHY_START_APP, LUMEQ_HOW_DESKTOP_SHORTCUT, 0, 0);
-        call->set_opt_in(1); /* What the user answered. Ask once; the choice stays on the machine. */
+        call->set_opt_in(1); /* What the user answered. */
 
         home.flow = L"setup";
         home.screen_name = L"Home";

@@ -9,7 +9,7 @@ const call = lumeq.load(path.dirname(process.execPath)); // the folder of both D
 call.configure(lumeq.options({ use_worker_thread: 1 })); // No call below holds the event loop.
 
 call.startup('Scan Studio', lumeq.why.start_app, lumeq.how.desktop_shortcut, 0, 0);
-call.set_opt_in(1); // What the user answered. Ask once; the choice stays on the machine.
+call.set_opt_in(1); // What the user answered.
 
 const home = lumeq.screen({ flow: 'setup', screen_name: 'Home' });
 call.screen_displayed(home);

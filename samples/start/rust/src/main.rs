@@ -14,7 +14,7 @@ fn main() {
     // [run]
     use_worker_thread(0); // No call below holds the caller. 0: the default capacity of its queue.
     let _session = Session::start("Scan Studio", Why::StartApp, How::DesktopShortcut, Tracking::default());
-    set_opt_in(true); // What the user answered. Ask once; the choice stays on the machine.
+    set_opt_in(true); // What the user answered.
 
     let home = Screen::new("Home").flow("setup");
     home.shown();

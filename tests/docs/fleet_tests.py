@@ -1,0 +1,54 @@
+"""A small fleet: hosts that start together are held no longer than promised, whatever the service does."""
+
+import os
+import sys
+import unittest
+from pathlib import Path
+
+ROOT = Path(__file__).resolve().parent.parent.parent
+BUILD = Path(os.environ["LUMEQ_BUILD_DIR"])
+sys.path.insert(0, str(ROOT / "tools"))
+import fleet  # noqa: E402
+
+HOSTS = 12
+PROMISED = 3000
+"""Milliseconds that a host waits for its post."""
+BUSY_MACHINE = 5000
+"""Milliseconds that a host may have to wait for a processor when its wait is over."""
+
+
+class SmallFleet(unittest.TestCase):
+    @classmethod
+    def setUpClass(cls):
+        cls.hosts = cls.enterClassContext(fleet.fleet(BUILD, "127.0.0.62"))
+
+    def run_against(self, service: str) -> fleet.Run:
+        run = self.hosts.run(HOSTS, 2, service)
+        self.assertEqual({0}, run.codes)
+        self.assertEqual(HOSTS, len(run.starts))
+        for start in run.starts:
+            self.assertLess(start.post, PROMISED + BUSY_MACHINE)
+            self.assertLess(start.post, start.whole)
+        return run
+
+    def test_healthy_service_gets_one_message_of_each(self):
+        run = self.run_against("healthy")
+        self.assertEqual(HOSTS, len(run.requests))
+        for request in run.requests:
+            self.assertTrue(request.startswith(f"POST /projects/{fleet.PROJECT}/queues/sys_info_base/messages ".encode()))
+            self.assertGreater(2048, len(request))
+
+    def test_slow_and_silent_services_hold_each_host_for_the_promised_time(self):
+        for service in ("slow", "silent"):
+            with self.subTest(service):
+                run = self.run_against(service)
+                self.assertEqual(HOSTS, len(run.requests))
+                # So the time of the wait is what is measured.
+                self.assertGreaterEqual(min(start.post for start in run.starts), PROMISED - 1)
+
+    def test_service_that_is_gone_gets_nothing(self):
+        self.assertEqual([], self.run_against("gone").requests)
+
+
+if __name__ == "__main__":
+    unittest.main()

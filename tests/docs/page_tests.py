@@ -1,0 +1,103 @@
+"""The Markdown files: every link leads somewhere, and every snippet is code that the tests run."""
+
+import re
+import sys
+import tempfile
+import unittest
+from pathlib import Path
+from unittest import mock
+
+ROOT = Path(__file__).resolve().parent.parent.parent
+sys.path.insert(0, str(ROOT / "tools"))
+import site_pages  # noqa: E402
+
+COMMANDS = ("sh", "bat")
+"""What a start page may show that is in no file."""
+
+
+def anchors(file: Path) -> set[str]:
+    """Of the headings, as those who show Markdown make them."""
+    found: dict[str, int] = {}
+    for line, is_text in site_pages.outside_code(file.read_text(encoding="utf-8")):
+        if is_text and re.match("#+ ", line):
+            heading = re.sub(r"\[([^\]]*)\]\([^)]*\)", r"\1", line.lstrip("#").strip())
+            slug = re.sub(r"[^\w\- ]", "", heading.lower()).replace(" ", "-")
+            found[slug] = found.get(slug, 0) + 1
+    return {slug if number == 0 else f"{slug}-{number}" for slug, times in found.items() for number in range(times)}
+
+
+def problems_of(page: Path) -> list[str]:
+    found = []
+    for link in site_pages.links(page.read_text(encoding="utf-8")):
+        target = link["target"]
+        if site_pages.is_external(target):
+            continue
+        file, anchor = site_pages.target_of(page, target)
+        if not file.exists():
+            found.append(f"{target}: no such file")
+        elif anchor and file.suffix == ".md" and anchor not in anchors(file):
+            found.append(f"{target}: no such heading")
+    return found
+
+
+class Pages(unittest.TestCase):
+    def test_every_link_leads_to_a_file_and_a_heading(self):
+        for page in site_pages.markdown_files():
+            with self.subTest(str(page.relative_to(ROOT))):
+                self.assertEqual([], problems_of(page))
+
+    def test_wrong_links_are_found(self):
+        with tempfile.TemporaryDirectory() as name:
+            page = Path(name) / "page.md"
+            page.write_text("# One thing\n[a](gone.md) [b](#one-thing) [c](page.md#other) `[d](code.md)` [e](https://x.y/z)\n"
+                            "```\n[f](code.md)\n```\n")
+            self.assertEqual(["gone.md: no such file", "page.md#other: no such heading"], problems_of(page))
+
+
+class Snippets(unittest.TestCase):
+    def test_start_pages_show_no_code_but_that_of_the_samples(self):
+        for page in sorted((ROOT / "docs" / "start").glob("*.md")):
+            text = page.read_text(encoding="utf-8")
+            with self.subTest(page.name):
+                self.assertLessEqual(set(re.findall(r"^```(\w+)", text, re.MULTILINE)), set(COMMANDS))
+                shown = [link for link in site_pages.links(text) if site_pages.SNIPPET.fullmatch(link["title"] or "")]
+                self.assertGreater(len(shown), 0)
+                for link in shown:
+                    file, _ = site_pages.target_of(page, link["target"])
+                    self.assertIn(ROOT / "samples" / "start", file.parents)
+                    name = site_pages.SNIPPET.fullmatch(link["title"])["name"]
+                    self.assertNotEqual("", site_pages.snippet(file, name))
+
+    def test_first_page_shows_the_first_host(self):
+        code = re.search(r"^```cpp\n(.*?)^```", (ROOT / "README.md").read_text(encoding="utf-8"), re.DOTALL | re.MULTILINE)[1]
+        sample = ROOT / "samples" / "start" / "cpp" / "main.cpp"
+        self.assertTrue(code.endswith(f"\n\n{site_pages.snippet(sample, 'run')}\n"), code)
+        for line in code.partition("\n\n")[0].split("\n"):
+            self.assertIn(line, sample.read_text(encoding="utf-8").split("\n"))
+
+    def test_snippet_is_what_lies_between_its_markers(self):
+        with tempfile.TemporaryDirectory() as name:
+            file = Path(name) / "host.c"
+            file.write_text("first\n    /* [one] */\n    second\n      // [two]\n      third\n      // [/two]\n    /* [/one] */\n")
+            self.assertEqual("second\n  third", site_pages.snippet(file, "one"))
+            self.assertEqual("third", site_pages.snippet(file, "two"))
+            self.assertEqual("first\n    second\n      third", site_pages.snippet(file, None))
+            with mock.patch.object(site_pages, "ROOT", Path(name)), self.assertRaises(site_pages.BadPage):
+                site_pages.snippet(file, "three")
+
+    def test_page_gets_its_code_and_a_page_for_each_file_it_links_to(self):
+        with tempfile.TemporaryDirectory() as name:
+            root = Path(name) / "project"
+            (root / "docs").mkdir(parents=True)
+            (root / "host.py").write_text("# [run]\nstart()\n# [/run]\n")
+            (root / "docs" / "a.md").write_text('[host](../host.py "snippet run")\n\n[b](b.md#x) [file](../host.py)\n')
+            (root / "docs" / "b.md").write_text("# X\n")
+            with mock.patch.object(site_pages, "ROOT", root):
+                site_pages.Site(Path(name), {}).write_pages()
+            self.assertEqual('``` { .python title="host.py" }\nstart()\n```\n\n[b](b.md#x) [file](source/host.py.md)\n',
+                             (Path(name) / "a.md").read_text())
+            self.assertIn("start()", (Path(name) / "source" / "host.py.md").read_text())
+
+
+if __name__ == "__main__":
+    unittest.main()

@@ -1,0 +1,127 @@
+"""The documentation site, as tools/site builds it: links, anchors, headings, and what a browser asks for."""
+
+import functools
+import http.server
+import json
+import re
+import shutil
+import subprocess
+import tempfile
+import threading
+import unittest
+from html.parser import HTMLParser
+from pathlib import Path
+from urllib.parse import unquote, urljoin, urlparse
+
+ROOT = Path(__file__).resolve().parent.parent.parent
+SITE = ROOT / "build" / "site"
+BROWSER = shutil.which("chromium")
+TOOLS = Path("/usr/bin/mkdocs").exists() and shutil.which("doxygen")
+ADDRESSES = {"a": "href", "link": "href", "script": "src", "img": "src", "iframe": "src"}
+VIEWED = ("index.html", "start/cpp.html", "headers/LumeqApi.h.html")
+
+
+class Page(HTMLParser):
+    def __init__(self, text: str):
+        super().__init__()
+        self.links: list[tuple[str, str]] = []
+        """The element and the address."""
+        self.ids: set[str] = set()
+        self.headings: list[int] = []
+        self._is_content = False
+        self.feed(text)
+
+    def handle_starttag(self, tag: str, attributes: list) -> None:
+        values = dict(attributes)
+        self.ids.add(values.get("id") or values.get("name"))
+        if tag in ADDRESSES and values.get(ADDRESSES[tag]):
+            self.links.append((tag, values[ADDRESSES[tag]]))
+        self._is_content |= tag == "article"
+        if self._is_content and re.fullmatch("h[1-6]", tag):
+            self.headings.append(int(tag[1]))
+
+    def handle_endtag(self, tag: str) -> None:
+        self._is_content &= tag != "article"
+
+
+@functools.cache
+def page(file: Path) -> Page:
+    return Page(file.read_text(encoding="utf-8"))
+
+
+@unittest.skipUnless(TOOLS, "mkdocs and doxygen are not installed: tools/setup --all")
+class Site(unittest.TestCase):
+    @classmethod
+    def setUpClass(cls):
+        built = subprocess.run([ROOT / "tools" / "site"], stdout=subprocess.PIPE, stderr=subprocess.STDOUT, text=True)
+        if built.returncode != 0 or built.stdout:
+            raise AssertionError(built.stdout)
+        # It is for the server to show, at any address.
+        cls.pages = [file for file in sorted(SITE.rglob("*.html")) if file.name != "404.html"]
+
+    def test_every_link_leads_to_a_file_of_the_site_and_an_anchor(self):
+        self.assertGreater(len(self.pages), 40)
+        for file in self.pages:
+            wrong = [address for _, address in page(file).links if not self.leads_somewhere(file, address)]
+            self.assertEqual([], wrong, file.relative_to(SITE))
+
+    def leads_somewhere(self, file: Path, address: str) -> bool:
+        parts = urlparse(urljoin(file.as_uri(), address))
+        target = Path(unquote(parts.path))
+        if target.is_dir():
+            target = target / "index.html"
+        return (parts.scheme == "file" and SITE in target.parents and target.is_file()
+                and (not parts.fragment or target.suffix != ".html" or unquote(parts.fragment) in page(target).ids))
+
+    def test_every_page_has_one_title_and_no_level_without_the_one_above(self):
+        for file in self.pages:
+            levels = page(file).headings
+            with self.subTest(str(file.relative_to(SITE))):
+                self.assertEqual([1], [level for level in levels if level == 1])
+                self.assertEqual(1, levels[0])
+                self.assertLessEqual(max((after - before for before, after in zip(levels, levels[1:])), default=0), 1)
+
+    def test_every_document_is_in_the_navigation(self):
+        navigation = (ROOT / "docs" / "site" / "mkdocs.yml").read_text(encoding="utf-8")
+        for file in sorted((ROOT / "docs").rglob("*.md")):
+            self.assertRegex(navigation, rf"[ :]{re.escape(str(file.relative_to(ROOT / 'docs')))}\n")
+
+    def test_every_function_of_the_headers_has_an_entry(self):
+        for name, exports in (("LumeqApi.h", "exports.txt"), ("lumeq.h", "c_exports.txt")):
+            functions = (ROOT / "tests" / exports).read_text(encoding="utf-8").split()
+            self.assertEqual([], [function for function in functions
+                                  if function not in page(SITE / "headers" / f"{name}.html").ids])
+
+    @unittest.skipUnless(BROWSER, "chromium is not installed: tools/setup --all")
+    def test_browser_asks_nobody_but_the_sites_own_server(self):
+        handler = functools.partial(QuietHandler, directory=str(SITE))
+        with http.server.ThreadingHTTPServer(("127.0.0.1", 0), handler) as server, tempfile.TemporaryDirectory() as work:
+            threading.Thread(target=server.serve_forever, daemon=True).start()
+            origin = f"http://127.0.0.1:{server.server_port}"
+            for viewed in VIEWED:
+                asked = requests_by(origin, f"{origin}/{viewed}", Path(work))
+                self.assertIn(f"{origin}/lumeq.css", asked)
+                self.assertEqual([], [address for address in asked if not address.startswith((f"{origin}/", "data:"))])
+            server.shutdown()
+
+
+class QuietHandler(http.server.SimpleHTTPRequestHandler):
+    def log_message(self, *_) -> None:
+        pass
+
+
+def requests_by(origin: str, address: str, work: Path) -> list[str]:
+    """What a page asks for while the browser shows it. The browser's own requests have no origin, and resolve no name."""
+    log = work / "net.json"
+    subprocess.run([BROWSER, "--headless", "--no-sandbox", "--disable-gpu", "--no-first-run",
+                    "--host-resolver-rules=MAP * ~NOTFOUND , EXCLUDE 127.0.0.1", f"--user-data-dir={work}/profile",
+                    f"--log-net-log={log}", "--virtual-time-budget=3000", "--dump-dom", address],
+                   stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL, timeout=120, check=True)
+    log_of = json.loads(log.read_text(encoding="utf-8"))
+    start = log_of["constants"]["logEventTypes"]["URL_REQUEST_START_JOB"]
+    requests = [event["params"] for event in log_of["events"] if event["type"] == start and "params" in event]
+    return [request["url"] for request in requests if request.get("initiator") == origin]
+
+
+if __name__ == "__main__":
+    unittest.main()
