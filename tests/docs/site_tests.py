@@ -62,7 +62,8 @@ class Site(unittest.TestCase):
     def test_every_link_leads_to_a_file_of_the_site_and_an_anchor(self):
         self.assertGreater(len(self.pages), 40)
         for file in self.pages:
-            wrong = [address for _, address in page(file).links if not self.leads_somewhere(file, address)]
+            wrong = [address for tag, address in page(file).links
+                     if not (self.leads_somewhere(file, address) or tag == "a" and address.startswith("https://"))]
             self.assertEqual([], wrong, file.relative_to(SITE))
 
     def leads_somewhere(self, file: Path, address: str) -> bool:
@@ -82,9 +83,9 @@ class Site(unittest.TestCase):
                 self.assertLessEqual(max((after - before for before, after in zip(levels, levels[1:])), default=0), 1)
 
     def test_every_document_is_in_the_navigation(self):
-        navigation = (ROOT / "docs" / "site" / "mkdocs.yml").read_text(encoding="utf-8")
-        for file in sorted((ROOT / "docs").rglob("*.md")):
-            self.assertRegex(navigation, rf"[ :]{re.escape(str(file.relative_to(ROOT / 'docs')))}\n")
+        navigation = (ROOT / "docs" / "site" / "mkdocs.yml").read_text(encoding="utf-8").split()
+        documents = sorted(str(file.relative_to(ROOT / "docs")) for file in (ROOT / "docs").rglob("*.md"))
+        self.assertEqual([], [document for document in documents if document not in navigation])
 
     def test_every_function_of_the_headers_has_an_entry(self):
         for name, exports in (("LumeqApi.h", "exports.txt"), ("lumeq.h", "c_exports.txt")):
