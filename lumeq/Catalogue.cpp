@@ -1,6 +1,6 @@
 #include "lumeq/Catalogue.h"
 
-#include <windows.h>
+#include "lumeq/Resource.h"
 
 #include <filesystem>
 #include <fstream>
@@ -23,14 +23,6 @@ Json ParseCatalogue(std::string_view text, const std::string& source) {
     }
 }
 
-std::string_view CatalogueResource() {
-    const HRSRC found = FindResourceW(nullptr, L"CATALOGUE", RT_RCDATA);
-    const HGLOBAL loaded = found ? LoadResource(nullptr, found) : nullptr;
-    if (!loaded)
-        throw CatalogueError("the program has lost its catalogue");
-    return {static_cast<const char*>(LockResource(loaded)), SizeofResource(nullptr, found)};
-}
-
 } // namespace
 
 Catalogue Catalogue::ReadFrom(const std::string& path) {
@@ -42,7 +34,8 @@ Catalogue Catalogue::ReadFrom(const std::string& path) {
 }
 
 const Catalogue& Catalogue::OfThisProgram() {
-    static const Catalogue catalogue(ParseCatalogue(CatalogueResource(), "the program's catalogue"));
+    static const Catalogue catalogue(
+        ParseCatalogue(ProgramResource(L"CATALOGUE"), "the program's catalogue"));
     return catalogue;
 }
 

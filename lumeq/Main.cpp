@@ -1,6 +1,7 @@
 // lumeq: what hosts may send, and why a call is refused.
 #include "lumeq/Lint.h"
 #include "lumeq/Schema.h"
+#include "lumeq/view/View.h"
 
 #include <CLI/CLI.hpp>
 
@@ -20,6 +21,7 @@ Examples:
   lumeq schema show ButtonClicked     what a call may contain, and what is recorded of it
   lumeq lint calls.jsonl              which calls of a session are refused, and why
   lumeq explain mode dark__v2         whether a pattern accepts a text
+  lumeq view Lumeq.Log.txt            a page about what a host did and what came of it
 
 Exit codes: 0 nothing found, 1 something found, 2 the command line is wrong or a file cannot be read.
 Colours appear on a terminal only; NO_COLOR turns them off.)";
@@ -129,6 +131,30 @@ void AddExplain(CLI::App& app, Action& action) {
     });
 }
 
+void AddView(CLI::App& app, Action& action) {
+    static ViewOptions options;
+    CLI::App* view = app.add_subcommand("view", "Writes a page about what a host did and what came of it");
+    view->add_option(
+            "RUN", options.runs,
+            "a folder with the files of a run, a session, or a Lumeq.Log.txt alone; two are compared")
+        ->required();
+    view->add_option("-o,--output", options.page, "the page; - for standard output (default: lumeq.html)");
+    view->add_flag("--each", options.isEach, "show the runs one after the other");
+    view->add_flag("--text", options.isText, "print a line for each call instead");
+    view->add_flag("--unmasked", options.isUnmasked,
+                   "leave tokens, identifiers of devices and user names in paths readable");
+    view->footer(
+        "\nThe page is one HTML file that loads nothing. Its log needs the level \"trace\" for all calls.\n\n"
+        "Examples:\n  lumeq view run -o page.html        a run that tools/play left\n"
+        "  lumeq view Lumeq.Log.txt           the log that a customer sends\n"
+        "  lumeq view before after            two runs side by side\n"
+        "  lumeq view --each run1 run2 run3   several runs on one page\n"
+        "  lumeq view --text calls.jsonl      what the library would do with each call");
+    view->callback([&action] {
+        action = [](const Output& output) { return View(Catalogue::OfThisProgram(), options, output); };
+    });
+}
+
 ExitCode Run(std::vector<std::string> arguments) {
     CLI::App app("Says what hosts of Lumeq may send, and why a call is refused.", "lumeq");
     app.set_version_flag("--version", std::string("lumeq " LUMEQ_VERSION));
@@ -145,6 +171,7 @@ ExitCode Run(std::vector<std::string> arguments) {
     AddDiff(*schema, action);
     AddLint(app, action);
     AddExplain(app, action);
+    AddView(app, action);
     if (arguments.empty()) {
         Output(stderr).Line(app.help());
         return CannotRun;

@@ -66,7 +66,7 @@ void SessionCheck::Play(const Json& step) {
     if (step.contains("call"))
         Call(step);
     else if (step.contains("times"))
-        for (int round = 0; round < std::min(ValueOf(step, "times", 0), MostRounds); ++round)
+        for (int round = 0; round < std::min(ValueOf(step, "times", 0), _mostRounds); ++round)
             PlayAll(step.at("calls"));
     else if (step.contains("threads"))
         for (const Json& steps : step.at("threads"))
@@ -88,8 +88,15 @@ void SessionCheck::Call(const Json& call) {
         _calls.push_back({_line, name, false, {}, 0});
         Add(_line, name,
             {Severity::Error, "not-loaded", "", "the library is not loaded, so the call is not made", {}});
-        return;
+    } else {
+        CheckMadeCall(operation, call);
     }
+    if (_listener)
+        _listener(call, _calls.back());
+}
+
+void SessionCheck::CheckMadeCall(const Json& operation, const Json& call) {
+    const std::string name = TextOf(call, "call");
     const Tool::Findings refusals = Check(operation, call);
     _calls.push_back({_line, name, true, refusals, 0});
     for (const Finding& finding : refusals)

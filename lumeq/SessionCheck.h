@@ -4,6 +4,7 @@
 #include "lumeq/Catalogue.h"
 #include "lumeq/Finding.h"
 
+#include <functional>
 #include <map>
 #include <set>
 #include <string>
@@ -28,10 +29,15 @@ struct CheckedCall {
 
 class SessionCheck {
 public:
-    explicit SessionCheck(const Catalogue& catalogue) : _catalogue(catalogue) {}
+    /// Hears of each call once it is checked.
+    using Listener = std::function<void(const Json& call, const CheckedCall& checked)>;
+    static constexpr int MostRounds = 3;
 
-    /// Checks a line of the session. The threads of a line are checked one after the other, and at most
-    /// MostRounds of its repetitions.
+    explicit SessionCheck(const Catalogue& catalogue, int mostRounds = MostRounds, Listener listener = {})
+        : _catalogue(catalogue), _mostRounds(mostRounds), _listener(std::move(listener)) {}
+
+    /// Checks a line of the session. The threads of a line are checked one after the other, and at most so
+    /// many of its repetitions.
     void Line(int number, const std::string& line);
     /// Must follow the last line.
     void End();
@@ -39,8 +45,6 @@ public:
     /// In the order of the lines.
     std::vector<PlacedFinding> FindingsByLine() const;
     const std::vector<CheckedCall>& Calls() const { return _calls; }
-
-    static constexpr int MostRounds = 3;
 
 private:
     /// A variable of the host's for the handle of a task.
@@ -56,6 +60,7 @@ private:
     void Play(const Json& step);
     void PlayAll(const Json& steps);
     void Call(const Json& call);
+    void CheckMadeCall(const Json& operation, const Json& call);
     Tool::Findings Check(const Json& operation, const Json& call);
     void CheckOrder(const Json& operation);
     void Begin(const Json& operation, const Json& call, bool isRefused);
@@ -66,6 +71,8 @@ private:
     void Add(int line, const std::string& call, const Finding& finding);
 
     const Catalogue& _catalogue;
+    const int _mostRounds;
+    const Listener _listener;
     std::vector<PlacedFinding> _findings;
     std::set<std::string> _seen;
     std::vector<CheckedCall> _calls;

@@ -1,6 +1,7 @@
 """Plays sessions of the sample host against the built library, each on a machine of its own."""
 
 import contextlib
+import json
 import os
 import shutil
 import subprocess
@@ -179,6 +180,20 @@ def play_on(its_machine: Machine, session: Path, out: Path, conditions: Conditio
     status = its_machine.run_host(session, conditions, out / "host.jsonl", timeout, errors)
     its_machine.collect(out)
     return status
+
+
+def keep_conditions(session: Path, out: Path, conditions: Conditions) -> None:
+    """Adds the session and its conditions to the results, for `lumeq view`."""
+    shutil.copy(session, out / "session.jsonl")
+    about = {"session": f"{session.stem} on the {conditions.road} road", "road": conditions.road}
+    (out / "run.json").write_text(json.dumps(about) + "\n", encoding="utf-8")
+
+
+def write_page(runs: list[Path], page: Path, build: Path = DEFAULT_BUILD, options: tuple[str, ...] = ()) -> str:
+    """Returns what `lumeq view` prints. Raises if it fails."""
+    command = [ROOT / "tools" / "run-wine", build / "lumeq.exe", "view", *options, "-o", page.resolve(),
+               *(run.resolve() for run in runs)]
+    return subprocess.run(command, stdin=subprocess.DEVNULL, stdout=subprocess.PIPE, check=True, encoding="utf-8").stdout
 
 
 def play(session: Path, out: Path, conditions: Conditions = Conditions(), build: Path = DEFAULT_BUILD,

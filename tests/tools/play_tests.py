@@ -10,6 +10,7 @@ from pathlib import Path
 
 sys.path.insert(0, str(Path(__file__).resolve().parents[1] / "host"))
 from support import BUILD, ROOT, parse_log  # noqa: E402
+from support.basic_road_case import can_listen  # noqa: E402
 
 SCREEN = '{"call": "ScreenDisplayed", "screenName": "Home"}\n'
 OPT_IN = '{"call": "SetUserOptInEx", "userHasOptedIn": true}\n'
@@ -47,7 +48,10 @@ class Play(unittest.TestCase):
         return [line.severity for line in parse_log(log.read_text(encoding="utf-8"))] if log.exists() else []
 
     def left(self) -> set[str]:
-        return {file.name for file in self.out.iterdir()}
+        """Without what says what was played, which is always there."""
+        files = {file.name for file in self.out.iterdir()}
+        self.assertLessEqual({"session.jsonl", "run.json"}, files)
+        return files - {"session.jsonl", "run.json"}
 
     def test_leaves_what_came_to_be_and_nothing_else(self):
         played = self.play(SCREEN + OPT_IN + REFUSED)
@@ -97,6 +101,31 @@ class Play(unittest.TestCase):
         self.play(SCREEN + OPT_IN + REFUSED)
         self.play(SCREEN, "--log", "off", "--road", "basic")
         self.assertEqual({"host.jsonl"}, self.left())
+
+    def test_page_of_the_run(self):
+        page = self.folder / "page.html"
+        played = subprocess.run([ROOT / "tools" / "play", "--build", BUILD, self.file("session.jsonl", SCREEN + REFUSED),
+                                 "--html", page], stdout=subprocess.PIPE, stderr=subprocess.STDOUT, text=True)
+        self.assertEqual((0, ""), (played.returncode, played.stdout))
+        html = page.read_text(encoding="utf-8")
+        self.assertIn("<em>recorded</em> displayed screen /Home</td>", html)
+        self.assertIn("<em>refused</em> screenName &quot;&quot;</td>", html)
+
+    @unittest.skipUnless(can_listen("127.0.0.1"), "no privilege to listen on port 443, where the library goes")
+    def test_service_takes_the_message(self):
+        """The results have it byte by byte, and so has the page. They also say what was played."""
+        factory = self.file("factory.xml", (ROOT / "samples" / "sessions" / "basic-message.factory.xml").read_text())
+        start = '{"call": "StartupEx", "appName": "A", "whyType": 0, "howType": 0, "trackSystemInfo": false, ' \
+                '"trackPrintQueueInfo": false}\n'
+        page = self.folder / "page.html"
+        self.play(OPT_IN + start, "--road", "basic", "--service", "--factory", factory, "--html", page)
+        self.assertEqual(OPT_IN + start, (self.out / "session.jsonl").read_text())
+        self.assertEqual({"session": "session on the basic road", "road": "basic"},
+                         json.loads((self.out / "run.json").read_text()))
+        request = (self.out / "request-1.http").read_bytes()
+        self.assertTrue(request.startswith(b"POST /projects/0123456789ABCDEF01234567/queues/sys_info_base/messages"))
+        self.assertIn(f"{len(request)} bytes on the wire", page.read_text(encoding="utf-8"))
+        self.assertIn("<em>accepted</em> sends the message about the machine</td>", page.read_text(encoding="utf-8"))
 
     def test_missing_file_is_named(self):
         played = self.play(SCREEN, "--settings", self.folder / "nowhere.xml")
