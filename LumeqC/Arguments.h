@@ -2,6 +2,8 @@
 // count beyond what lumeq.h asks of callers.
 #pragma once
 
+#include "LumeqC/CallFrame.h"
+
 #include <Lumeq/LumeqApi.h>
 #include <Lumeq/lumeq.h>
 
@@ -14,16 +16,19 @@ namespace Zuvan::Lumeq {
 
 inline std::wstring RequiredText(const wchar_t* text) { return text ? std::wstring(text) : std::wstring(); }
 
-/// A text of its own, or null.
+/// A text or null: the caller's own where the call is made before it returns, else a copy.
 class OptionalText {
 public:
-    explicit OptionalText(const wchar_t* text) : _isGiven(text != nullptr), _text(RequiredText(text)) {}
+    explicit OptionalText(const wchar_t* text) : _callers(text) {
+        if (UsesWorker())
+            _copy = RequiredText(text);
+    }
 
-    const wchar_t* Get() const noexcept { return _isGiven ? _text.c_str() : nullptr; }
+    const wchar_t* Get() const noexcept { return _callers && UsesWorker() ? _copy.c_str() : _callers; }
 
 private:
-    bool _isGiven;
-    std::wstring _text;
+    const wchar_t* _callers; // only compared with null once the caller may have freed it
+    std::wstring _copy;
 };
 
 /// The part of a caller's struct that both sides know; all zero for null and for a size of zero. Only whole

@@ -7,7 +7,7 @@
 namespace Zuvan::Lumeq {
 
 /// While one exists, operator new takes what this thread allocates from one block, while it has room. The
-/// block goes back to the heap when all of it has been returned, on whichever thread. One inside another, or
+/// block is used again when all of it has been returned, on whichever thread. One inside another, or
 /// beside that of an unlucky other thread, does nothing.
 class CallMemory {
 public:

@@ -10,6 +10,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <initializer_list>
+#include <iterator>
 #include <optional>
 #include <string>
 #include <utility>
@@ -304,20 +305,25 @@ private:
 class borrowed_fields {
 public:
     explicit borrowed_fields(const fields& from) {
-        _list.reserve(from._entries.size());
+        lumeq_field* list = _few;
+        if (from._entries.size() > std::size(_few)) {
+            _many.resize(from._entries.size());
+            list = _many.data();
+        }
+        _dictionary = {list, from._entries.size()};
         for (const auto& [name, value] : from._entries)
-            _list.push_back({name.c_str(), value.c_str()});
-        _dictionary = {_list.data(), _list.size()};
+            *list++ = {name.c_str(), value.c_str()};
     }
-    borrowed_fields(borrowed_fields&&) = default; // the elements of a moved vector stay where they are
-    borrowed_fields& operator=(borrowed_fields&&) = delete;
+    borrowed_fields(const borrowed_fields&) = delete;
+    borrowed_fields& operator=(const borrowed_fields&) = delete;
 
     lumeq_dictionary dictionary() const noexcept { return _dictionary; }
     /// Null for no fields.
-    const lumeq_dictionary* local() const noexcept { return _list.empty() ? nullptr : &_dictionary; }
+    const lumeq_dictionary* local() const noexcept { return _dictionary.count == 0 ? nullptr : &_dictionary; }
 
 private:
-    std::vector<lumeq_field> _list;
+    lumeq_field _few[8]; // saves most events an allocation
+    std::vector<lumeq_field> _many;
     lumeq_dictionary _dictionary{};
 };
 

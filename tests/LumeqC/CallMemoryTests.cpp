@@ -75,6 +75,39 @@ TEST(CallMemoryTest, OneInsideAnotherEndsNothing) {
     FreeForCall(second);
 }
 
+TEST(CallMemoryTest, UsesABlockAgainOnceAllOfItWasReturned) {
+    const auto take = [] {
+        const CallMemory memory;
+        return AllocateForCall(16);
+    };
+    void* const first = take();
+    void* const second = take();
+    EXPECT_NE(first, second);
+    std::thread([=] { FreeForCall(first); }).join();
+    void* const third = take();
+    EXPECT_EQ(first, third);
+    FreeForCall(second);
+    FreeForCall(third);
+}
+
+TEST(CallMemoryTest, CountsWhatItsOwnThreadAndOthersReturnMeanwhile) {
+    void* last = nullptr;
+    void* first = nullptr;
+    {
+        const CallMemory memory;
+        first = AllocateForCall(16);
+        void* const own = AllocateForCall(16);
+        last = AllocateForCall(16);
+        FreeForCall(own);
+        std::thread([=] { FreeForCall(first); }).join();
+    }
+    const CallMemory whileLastIsUsed;
+    void* const other = AllocateForCall(16);
+    EXPECT_NE(first, other);
+    FreeForCall(other);
+    FreeForCall(last);
+}
+
 TEST(CallMemoryTest, RefusesASizeThatNoHeaderFitsBefore) {
     EXPECT_EQ(nullptr, AllocateForCall(SIZE_MAX));
     FreeForCall(nullptr);
