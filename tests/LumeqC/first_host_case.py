@@ -1,4 +1,4 @@
-"""The test case that runs a first host of samples/start: each kind tells the same short story."""
+"""The test case that runs a first host of samples/start: each kind does the same and leaves the same records."""
 
 from pathlib import Path
 
@@ -41,7 +41,7 @@ FULL = _operations({"shortcut": "save_pdf", "shortcut_variance": "original", "it
 
 
 class FirstHostTestCase(DayTestCase):
-    def assert_tells_the_story(self, host: Path, *arguments: str, operations: list = SHORT):
+    def assert_leaves_its_records(self, host: Path, *arguments: str, operations: list = SHORT):
         outcome = self.run_host(host, "managed", list(arguments), START / "LumeqConfig.xml")
         self.assertEqual(0, outcome.status, outcome.errors)
         self.assertEqual([], outcome.error_file)

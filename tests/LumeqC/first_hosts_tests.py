@@ -34,16 +34,16 @@ class FirstHosts(FirstHostTestCase):
         return WORK / "build" / kind / f"scan-studio-{kind}.exe"
 
     def test_cpp_exports(self):
-        self.assert_tells_the_story(self.built("cpp"), operations=FULL)
+        self.assert_leaves_its_records(self.built("cpp"), operations=FULL)
 
     def test_cpp_of_any_compiler(self):
-        self.assert_tells_the_story(self.built("hpp"))
+        self.assert_leaves_its_records(self.built("hpp"))
 
     def test_c(self):
-        self.assert_tells_the_story(self.built("c"))
+        self.assert_leaves_its_records(self.built("c"))
 
     def test_loading_at_run_time(self):
-        self.assert_tells_the_story(self.built("loader"))
+        self.assert_leaves_its_records(self.built("loader"))
 
     def test_loading_at_run_time_works_without_the_library(self):
         alone = WORK / "alone"
@@ -59,7 +59,7 @@ class FirstHosts(FirstHostTestCase):
             "-Werror", "-I", PACKAGE / "include", "-c", START / "c" / "main.c", "-o", source)
         run(LINKER, "/nologo", "/nodefaultlib", "/entry:main", "/subsystem:console", f"/out:{program}", source,
             PACKAGE / "lib" / "LumeqC.lib")
-        self.assert_tells_the_story(program)
+        self.assert_leaves_its_records(program)
 
 
 if __name__ == "__main__":

@@ -20,13 +20,13 @@ class NodeHost(FirstHostTestCase):
     def test_plays_the_day(self):
         self.assert_plays_the_day(NODE, f"Z:{ROOT}/samples/hosts/node/day.js")
 
-    def test_first_host_tells_the_story(self):
+    def test_first_host_leaves_its_records(self):
         # As npm installs it from the package.
         module = BUILD / "node" / "node_modules" / "lumeq"
         shutil.rmtree(module, ignore_errors=True)
         shutil.copytree(ROOT / "bindings" / "node", module)
         main = shutil.copy(START / "node" / "main.js", module.parent.parent)
-        self.assert_tells_the_story(NODE, f"Z:{main}")
+        self.assert_leaves_its_records(NODE, f"Z:{main}")
 
 
 if __name__ == "__main__":

@@ -62,8 +62,8 @@ class RustHost(FirstHostTestCase):
     def test_plays_the_day(self):
         self.assert_plays_the_day(self.built_sample(ROOT / "samples" / "hosts" / "rust", "day-rust"))
 
-    def test_first_host_tells_the_story(self):
-        self.assert_tells_the_story(self.built_sample(START / "rust", "scan-studio"))
+    def test_first_host_leaves_its_records(self):
+        self.assert_leaves_its_records(self.built_sample(START / "rust", "scan-studio"))
 
     def test_wrong_details_and_wrong_enumeration_do_not_compile(self):
         good = "use lumeq::*; fn main() { Task::<DeviceConfig>::begin(&Context::default())" \
