@@ -1,6 +1,7 @@
 """The documentation site, as tools/site builds it: links, anchors, headings, and what a browser asks for."""
 
 import functools
+import hashlib
 import http.server
 import json
 import re
@@ -56,7 +57,7 @@ class Site(unittest.TestCase):
         built = subprocess.run([ROOT / "tools" / "site"], stdout=subprocess.PIPE, stderr=subprocess.STDOUT, text=True)
         if built.returncode != 0 or built.stdout:
             raise AssertionError(built.stdout)
-        # It is for the server to show, at any address.
+        # The page for wrong addresses has absolute links, because it is shown at any.
         cls.pages = [file for file in sorted(SITE.rglob("*.html")) if file.name != "404.html"]
 
     def test_every_link_leads_to_a_file_of_the_site_and_an_anchor(self):
@@ -82,6 +83,11 @@ class Site(unittest.TestCase):
                 self.assertEqual(1, levels[0])
                 self.assertLessEqual(max((after - before for before, after in zip(levels, levels[1:])), default=0), 1)
 
+    def test_same_pages_are_the_same_bytes(self):
+        before = contents()
+        subprocess.run([ROOT / "tools" / "site"], check=True)
+        self.assertEqual(before, contents())
+
     def test_every_document_is_in_the_navigation(self):
         navigation = (ROOT / "docs" / "site" / "mkdocs.yml").read_text(encoding="utf-8").split()
         documents = sorted(str(file.relative_to(ROOT / "docs")) for file in (ROOT / "docs").rglob("*.md"))
@@ -104,6 +110,10 @@ class Site(unittest.TestCase):
                 self.assertIn(f"{origin}/lumeq.css", asked)
                 self.assertEqual([], [address for address in asked if not address.startswith((f"{origin}/", "data:"))])
             server.shutdown()
+
+
+def contents() -> dict[Path, str]:
+    return {file: hashlib.sha256(file.read_bytes()).hexdigest() for file in SITE.rglob("*") if file.is_file()}
 
 
 class QuietHandler(http.server.SimpleHTTPRequestHandler):
