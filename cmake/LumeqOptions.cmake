@@ -31,9 +31,9 @@ else()
                             $<$<NOT:$<CONFIG:Debug>>:-U_FORTIFY_SOURCE;-D_FORTIFY_SOURCE=2>)
   target_link_options(lumeq_options INTERFACE -fstack-protector-strong -Wl,--no-insert-timestamp)
   if(LUMEQ_SYMBOLS)
-    # The last one that fits counts. No file shows where it was built, so builds in different folders are equal.
-    target_compile_options(lumeq_options INTERFACE -g -ffile-prefix-map=${PROJECT_SOURCE_DIR}=.
-                                                   -ffile-prefix-map=${PROJECT_BINARY_DIR}=./build)
+    # No file shows where it was built, so builds in different folders are equal. The last one that fits counts.
+    target_compile_options(lumeq_options INTERFACE -g -ffile-prefix-map=${PROJECT_SOURCE_DIR}=/lumeq
+                                                   -ffile-prefix-map=${PROJECT_BINARY_DIR}=/lumeq/build)
   endif()
   if(CMAKE_CXX_COMPILER_ID STREQUAL "Clang")
     # Making patterns into tables takes more steps than Clang allows by default.

@@ -11,7 +11,7 @@ int main(int count, char** arguments) {
     if (count < 4)
         return 2;
     const HANDLE process = GetCurrentProcess();
-    SymSetOptions(SYMOPT_EXACT_SYMBOLS | SYMOPT_FAIL_CRITICAL_ERRORS | SYMOPT_PUBLICS_ONLY);
+    SymSetOptions(SYMOPT_EXACT_SYMBOLS | SYMOPT_FAIL_CRITICAL_ERRORS);
     if (!SymInitialize(process, arguments[2], FALSE))
         return 3;
     const DWORD64 base = SymLoadModuleEx(process, nullptr, arguments[1], nullptr, 0x10000000, 0, nullptr, 0);

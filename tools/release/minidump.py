@@ -3,13 +3,13 @@
 
   tools/release/minidump.py CRASH.dmp SYMBOLS
 
-SYMBOLS is the unpacked lumeq-<version>-win64-symbols.zip. The first line is where the host crashed. The others are
-addresses of the release's files on the thread's stack, newest first. They may include some that earlier calls left there.
+SYMBOLS is the unpacked lumeq-<version>-win64-symbols.zip. The first line is where the host crashed, if it crashed in one
+of our files. The others are addresses of code of ours on the thread's stack, newest first; earlier calls may have left
+some of them there.
 """
 
 import argparse
 import re
-import shutil
 import struct
 import subprocess
 import sys
@@ -18,11 +18,11 @@ from pathlib import Path
 from typing import Iterator, NamedTuple, Optional
 
 sys.path.insert(0, str(Path(__file__).resolve().parent))
-import pdb_file  # noqa: E402
+from pe_file import EXECUTABLE, PeFile  # noqa: E402
 
 THREADS, MODULES, EXCEPTION = 3, 4, 6
 CONTEXT_RSP, CONTEXT_RIP = 0x98, 0xF8
-SYMBOLIZER = ("llvm-symbolizer-14", "llvm-symbolizer")
+ADDR2LINE = "x86_64-w64-mingw32-addr2line"
 
 
 class Module(NamedTuple):
@@ -87,40 +87,37 @@ class Minidump:
         return uuid.UUID(bytes_le=self.content[place + 4:place + 20])
 
 
-def symbols_of(module: Module, folder: Path) -> Optional[Path]:
-    """The complete symbols, beside the PDB whose identifier the dump has."""
-    for pdb in sorted(folder.rglob("*.pdb")):
-        if module.identifier and pdb_file.identifier_of(pdb) == module.identifier:
-            return next(pdb.parent.glob("*.debug"))
+def symbols_of(module: Module, folder: Path) -> Optional[PeFile]:
+    """The complete symbols, which have the build identifier too. Wine's dumps have none, so the name decides."""
+    name = re.split(r"[\\/]", module.name)[-1]
+    for file in sorted(folder.rglob("*.debug")):
+        if not module.identifier and file.name == f"{name}.debug":
+            return PeFile(file)
+        if module.identifier and (symbols := PeFile(file)).symbols()[0] == module.identifier:
+            return symbols
     return None
 
 
-def preferred_base(symbols: Path) -> int:
-    with open(symbols, "rb") as file:
-        head = file.read(4096)
-    start, = struct.unpack_from("<I", head, 0x3C)
-    return struct.unpack_from("<Q", head, start + 48)[0]
-
-
-def functions_at(symbols: Path, offsets: list[int]) -> list[list[str]]:
+def functions_at(symbols: PeFile, offsets: list[int]) -> list[list[str]]:
     """For each offset its function and line, the innermost inlined one first. Empty where no function is."""
-    base = preferred_base(symbols)
-    program = next((name for name in SYMBOLIZER if shutil.which(name)), None)
-    if not program:
-        raise FileNotFoundError(f"none of {', '.join(SYMBOLIZER)} is installed")
-    printed = subprocess.run([program, f"--obj={symbols}", "--demangle", *(f"{base + offset:#x}" for offset in offsets)],
+    printed = subprocess.run([ADDR2LINE, "-e", symbols.path, "--addresses", "--functions", "--inlines", "--demangle",
+                              *(f"{symbols.image_base + offset:#x}" for offset in offsets)],
                              check=True, stdout=subprocess.PIPE, text=True).stdout
     found = []
-    for answer in printed.rstrip("\n").split("\n\n"):
+    for answer in re.split(r"^0x[0-9a-f]+\n", printed, flags=re.MULTILINE)[1:]:
         lines = answer.splitlines()
-        found.append([f"{name} ({re.sub(r':[0-9]+$', '', place)})" for name, place in zip(lines[::2], lines[1::2])
-                      if name != "??"])
+        found.append([f"{name} ({place})" for name, place in zip(lines[::2], lines[1::2]) if name != "??"])
     return found
+
+
+def is_code(symbols: PeFile, offset: int) -> bool:
+    return any(section.flags & EXECUTABLE and section.address <= offset < section.address + section.size
+               for section in symbols.sections)
 
 
 class Address(NamedTuple):
     module: Module
-    symbols: Path
+    symbols: PeFile
     offset: int
     before: int
     """The address to ask about: a return address is after its call, which may be the last instruction of its function."""
@@ -131,14 +128,15 @@ def addresses_of(crash: Crash, folder: Path) -> list[Address]:
     symbols = {module: found for module in crash.modules if (found := symbols_of(module, folder))}
     return [Address(module, found, address - module.base, address - module.base - back)
             for address, back in [(crash.address, 0), *((word, 1) for word in crash.stack)]
-            for module, found in symbols.items() if module.base <= address < module.base + module.size]
+            for module, found in symbols.items()
+            if module.base <= address < module.base + module.size and is_code(found, address - module.base)]
 
 
 def report(crash: Crash, folder: Path) -> Iterator[str]:
     addresses = addresses_of(crash, folder)
     names = {}
-    for symbols in {address.symbols for address in addresses}:
-        asked = [address for address in addresses if address.symbols == symbols]
+    for symbols in {address.symbols.path: address.symbols for address in addresses}.values():
+        asked = [address for address in addresses if address.symbols is symbols]
         names.update(zip(asked, functions_at(symbols, [address.before for address in asked])))
     for address in addresses:
         for function in names[address]:
