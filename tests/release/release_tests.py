@@ -1,0 +1,140 @@
+"""The version in each place that states it, the form of the changelog, and the steps of ./release that need no build."""
+
+import argparse
+import json
+import os
+import re
+import struct
+import tempfile
+import unittest
+import zipfile
+from datetime import date
+from pathlib import Path
+
+from release_tools import ROOT
+import archive
+import interfaces
+import make
+import pdb_file
+
+VERSION = interfaces.version()
+CHANGELOG = (ROOT / "CHANGELOG.md").read_text(encoding="utf-8")
+
+
+class Version(unittest.TestCase):
+    def test_is_the_same_in_every_place(self):
+        header = (ROOT / "include" / "Lumeq" / "lumeq.h").read_text(encoding="utf-8")
+        numbers = re.findall(r"#define LUMEQ_VERSION_(?:MAJOR|MINOR|PATCH) (\d+)", header)
+        crate = (ROOT / "bindings" / "rust" / "Cargo.toml").read_text(encoding="utf-8")
+        module = json.loads((ROOT / "bindings" / "node" / "package.json").read_text(encoding="utf-8"))
+        self.assertEqual(VERSION, ".".join(numbers))
+        self.assertEqual(VERSION, re.search(r'^version = "(.*)"$', crate, re.MULTILINE)[1])
+        self.assertEqual(VERSION, module["version"])
+
+    def test_is_a_semantic_one(self):
+        self.assertRegex(VERSION, r"^(0|[1-9]\d*)\.(0|[1-9]\d*)\.(0|[1-9]\d*)$")
+
+
+class Changelog(unittest.TestCase):
+    def test_has_a_dated_section_for_the_version(self):
+        releases = re.findall(r"^## \[(.+?)\](?: - (\S+))?$", CHANGELOG, re.MULTILINE)
+        self.assertEqual(("Unreleased", ""), releases[0])
+        self.assertIn(VERSION, dict(releases))
+        for version, day in releases[1:]:
+            with self.subTest(version):
+                self.assertEqual(day, date.fromisoformat(day).isoformat())
+
+    def test_has_no_headings_but_those_of_its_form(self):
+        kinds = re.findall(r"^### (.*)$", CHANGELOG, re.MULTILINE)
+        self.assertLessEqual(set(kinds), {"Added", "Changed", "Deprecated", "Removed", "Fixed", "Security"})
+        self.assertEqual([], re.findall(r"^#{4,}|^## [^\[].*$", CHANGELOG, re.MULTILINE))
+
+
+class Keys(unittest.TestCase):
+    def key_of(self, text: str) -> str:
+        with tempfile.TemporaryDirectory() as folder:
+            file = Path(folder, "key")
+            file.write_text(text)
+            return make.key_of(argparse.Namespace(demo_key=False, key=file))
+
+    def test_of_a_file(self):
+        self.assertEqual("0f" * 64, self.key_of("0f" * 64 + "\n"))
+
+    def test_malformed_and_public_ones_are_refused(self):
+        for text, reason in (("0f" * 63, "does not hold 128"), ("0F" * 64, "does not hold 128"), ("", "does not hold 128"),
+                             (make.default_key(), "Use --demo-key")):
+            with self.subTest(text), self.assertRaisesRegex(SystemExit, reason):
+                self.key_of(text)
+
+    def test_public_one_needs_its_option(self):
+        self.assertEqual(make.default_key(), make.key_of(argparse.Namespace(demo_key=True, key=None)))
+
+
+class Archive(unittest.TestCase):
+    EPOCH = 1_700_000_000
+
+    def packed(self, folder: Path, names: list[str], mode: int) -> bytes:
+        package = folder / "package"
+        for name in names:
+            file = package / name
+            file.parent.mkdir(parents=True, exist_ok=True)
+            file.write_text(name)
+            file.chmod(mode)
+            os.utime(file, (mode, mode))
+        archive.write_zip(package, folder / "package.zip", self.EPOCH)
+        return (folder / "package.zip").read_bytes()
+
+    def test_depends_on_nothing_but_the_files(self):
+        names = ["b/one.dll", "a.txt", "b-c.txt", "b/deep/two.h"]
+        with tempfile.TemporaryDirectory() as one, tempfile.TemporaryDirectory() as other:
+            first = self.packed(Path(one), names, 0o644)
+            self.assertEqual(first, self.packed(Path(other), names[::-1], 0o755))
+            with zipfile.ZipFile(Path(one, "package.zip")) as packed:
+                self.assertEqual([f"package/{name}" for name in sorted(names)], packed.namelist())
+                self.assertEqual({(2023, 11, 14, 22, 13, 20)}, {entry.date_time for entry in packed.infolist()})
+
+    def test_another_file_makes_another_archive(self):
+        with tempfile.TemporaryDirectory() as one, tempfile.TemporaryDirectory() as other:
+            self.assertNotEqual(self.packed(Path(one), ["a"], 0o644), self.packed(Path(other), ["b"], 0o644))
+
+    def test_differing_builds_are_noticed(self):
+        with tempfile.TemporaryDirectory() as folder:
+            builds = make.Made(Path(folder, "one")), make.Made(Path(folder, "other"))
+            for build in builds:
+                for part in (build.stage, build.archives):
+                    part.mkdir(parents=True)
+                (build.stage / "same").write_text("same")
+                (build.stage / "file").write_text("text")
+            self.assertEqual([], make.differences(*builds))
+            (builds[0].stage / "file").write_text("other")
+            (builds[1].archives / "more").write_text("")
+            self.assertEqual(["stage/file", "archives/more"], make.differences(*builds))
+
+
+class Pdb(unittest.TestCase):
+    """A file of three blocks of 64 bytes: its head, the directory's place and directory, and the stream."""
+
+    def setUp(self):
+        block = 64
+        head = pdb_file.SIGNATURE + struct.pack("<6I", block, 0, 5, 16, 0, 1)
+        directory = struct.pack("<4I", 2, 0, 28, 3)
+        stream = struct.pack("<3I", 20000404, 1795341939, 1) + bytes(range(16))
+        self.content = b"".join(part.ljust(block, b"\0") for part in (head, struct.pack("<I", 2), directory, stream))
+
+    def test_time_is_replaced_and_nothing_else(self):
+        with tempfile.TemporaryDirectory() as folder:
+            file = Path(folder, "x.pdb")
+            file.write_bytes(self.content)
+            before = pdb_file.identifier_of(file)
+            self.assertEqual(bytes(range(16)), before.bytes_le)
+            pdb_file.set_time(file, 5)
+            self.assertEqual(self.content.replace(struct.pack("<I", 1795341939), struct.pack("<I", 5)), file.read_bytes())
+            self.assertEqual(before, pdb_file.identifier_of(file))
+
+    def test_other_files_are_refused(self):
+        with self.assertRaises(ValueError):
+            pdb_file.identifier_of(ROOT / "README.md")
+
+
+if __name__ == "__main__":
+    unittest.main()
