@@ -159,8 +159,8 @@ class PlantedViolations(unittest.TestCase):
 class TemplateOfTheFactoryFile(SessionTestCase):
     TEMPLATE = PACKAGE / "share" / "Lumeq" / "LumeqConfig.template.xml"
 
-    def test_names_the_keys_that_the_readme_explains(self):
-        explained = set(re.findall(r"^\| `(\w+)` \|", (ROOT / "README.md").read_text(), re.MULTILINE))
+    def test_names_the_keys_that_the_page_for_operators_explains(self):
+        explained = set(re.findall(r"^\| `(\w+)` \|", (ROOT / "docs" / "operating.md").read_text(), re.MULTILINE))
         text = self.TEMPLATE.read_text()
         for key in ("ProjectId", "LUMServerUri", "AuthenticationToken", "AppDeployedId"):
             self.assertIn(key, explained)
