@@ -16,6 +16,8 @@ SNIPPET = re.compile(r"snippet(?: (?P<name>[\w-]+))?")
 MARKER = re.compile(r"^\s*(//|/\*|#)\s*\[(?P<name>/?[\w-]+)\]\s*(\*/)?\s*$")
 LANGUAGES = {".c": "c", ".h": "cpp", ".hpp": "cpp", ".cpp": "cpp", ".js": "javascript", ".json": "json", ".py": "python",
              ".rs": "rust", ".toml": "toml", ".txt": "text", ".xml": "xml", ".cmake": "cmake"}
+SOURCES = "source"
+"""The folder of the pages that show files."""
 FENCE = re.compile(r"^ *(```|~~~)")
 class BadPage(Exception):
     """A link or a snippet that leads nowhere."""
@@ -115,7 +117,7 @@ class Site:
         for page, place in self._pages.items():
             self.write(place, self._resolved(page, place))
         for file in sorted(self._shown):
-            self.write(self._place_of(file), "---\nhide: [navigation, toc]\nsearch: {exclude: true}\n---\n\n"
+            self.write(self._place_of(file), "---\nhide: [navigation, toc]\n---\n\n"
                        f"# {file.name}\n\n{code_block(file, file.read_text(encoding='utf-8').rstrip())}\n")
 
     def _resolved(self, page: Path, place: PurePosixPath) -> str:
@@ -138,4 +140,4 @@ class Site:
         if file in self._places:
             return self._places[file]
         self._shown.add(file)
-        return PurePosixPath("source", f"{file.relative_to(ROOT)}.md")
+        return PurePosixPath(SOURCES, f"{file.relative_to(ROOT)}.md")

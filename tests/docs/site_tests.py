@@ -99,6 +99,12 @@ class Site(unittest.TestCase):
             self.assertEqual([], [function for function in functions
                                   if function not in page(SITE / "headers" / f"{name}.html").ids])
 
+    def test_search_finds_functions_and_no_files(self):
+        entries = json.loads((SITE / "search" / "search_index.json").read_text(encoding="utf-8"))["docs"]
+        places = [entry["location"] for entry in entries]
+        self.assertIn("headers/LumeqApi.h.html#StartupEx", places)
+        self.assertEqual([], [place for place in places if place.startswith("source/")])
+
     @unittest.skipUnless(BROWSER, "chromium is not installed: tools/setup --all")
     def test_browser_asks_nobody_but_the_sites_own_server(self):
         handler = functools.partial(QuietHandler, directory=str(SITE))
