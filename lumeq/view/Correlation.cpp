@@ -36,6 +36,22 @@ void Give(LoggedCall& logged, ViewedCall& call) {
     call.log = std::move(logged.lines);
 }
 
+/// Long lines are cut, and texts can look like other arguments. What is left of a name is paired in order if
+/// nothing of it is lost.
+void AttachByName(std::vector<LoggedCall>& logged, std::vector<SoughtCall>& calls) {
+    Queues lines, sought;
+    for (std::size_t i = 0; i < logged.size(); ++i)
+        if (!logged[i].lines.empty())
+            lines[logged[i].name].push_back(i);
+    for (std::size_t i = 0; i < calls.size(); ++i)
+        if (calls[i].call.log.empty() && !calls[i].logKey.empty())
+            sought[LoggedNameOf(calls[i].call.name)].push_back(i);
+    for (const auto& [name, left] : sought)
+        if (const auto& its = lines[name]; its.size() == left.size())
+            for (std::size_t i = 0; i < left.size(); ++i)
+                Give(logged[its[i]], calls[left[i]].call);
+}
+
 /// "PostEventInternal clicked button /Home#ok"
 std::string KeyOfOperation(const Json& operation) {
     std::string key = TextOf(operation, "operation");
@@ -123,21 +139,13 @@ std::vector<std::string> PrinterKeys(const Json& call) {
 } // namespace
 
 void AttachLog(const Catalogue& catalogue, LoggedCalls logged, std::vector<SoughtCall>& calls, Run& run) {
-    Queues byKey, byName;
+    Queues byKey;
     for (std::size_t i = 0; i < logged.calls.size(); ++i)
         byKey[KeyOf(catalogue, logged.calls[i])].push_back(i);
     for (SoughtCall& sought : calls)
         if (const std::size_t i = TakeFirst(byKey, sought.logKey); i != None)
             Give(logged.calls[i], sought.call);
-    for (std::size_t i = 0; i < logged.calls.size(); ++i)
-        if (!logged.calls[i].lines.empty())
-            byName[logged.calls[i].name].push_back(i);
-    for (SoughtCall& sought : calls) {
-        if (!sought.call.log.empty())
-            continue;
-        if (const std::size_t i = TakeFirst(byName, LoggedNameOf(sought.call.name)); i != None)
-            Give(logged.calls[i], sought.call);
-    }
+    AttachByName(logged.calls, calls);
     run.otherLines = std::move(logged.otherLines);
     for (LoggedCall& left : logged.calls)
         std::move(left.lines.begin(), left.lines.end(), std::back_inserter(run.otherLines));

@@ -5,8 +5,10 @@
 #include "lumeq/view/Counts.h"
 #include "lumeq/view/Markup.h"
 #include "lumeq/view/Masking.h"
+#include "lumeq/view/Outcome.h"
 #include "lumeq/view/Sections.h"
 
+#include <map>
 #include <set>
 
 namespace Zuvan::Lumeq::Tool {
@@ -24,23 +26,68 @@ std::string Head(const std::string& title, std::string_view style, std::string_v
            Element("title", Html(title)) + "\n" + Element("style", style) + "\n";
 }
 
+using CountsByName = std::map<std::string, std::size_t>;
+
+std::string OptionsHtml(const CountsByName& counts) {
+    std::string options = "<option value=\"\">all</option>";
+    for (const auto& [name, count] : counts)
+        options +=
+            Element("option", Attribute("value", name), Html(name) + " (" + std::to_string(count) + ")");
+    return options;
+}
+
 /// Hidden until the script runs.
-std::string FiltersHtml() {
+std::string FiltersHtml(const std::vector<Run>& runs, bool isComparison) {
+    CountsByName exports, verdicts;
+    for (const Run& run : runs)
+        for (const ViewedCall& call : run.calls) {
+            ++exports[call.name];
+            ++verdicts[VerdictWord(call)];
+        }
     return R"(<form class="filters" role="search" hidden>
 <label>Text <input type="search" name="text" placeholder="in calls, records and log lines" autocomplete="off" spellcheck="false"></label>
-<label>Export <select name="export"><option value="">all</option></select></label>
-<label>Verdict <select name="verdict"><option value="">all</option></select></label>
+<label>Export <select name="export">)" +
+           OptionsHtml(exports) + R"(</select></label>
+<label>Verdict <select name="verdict">)" +
+           OptionsHtml(verdicts) +
+           (isComparison ? R"(<option value="different">different</option><option value="same">same</option>)"
+                         : "") +
+           R"(</select></label>
 <output aria-live="polite"></output>
 <button type="reset">Clear</button>
-<p class="keys"><kbd>/</kbd> search <kbd>j</kbd> <kbd>k</kbd> move <kbd>Enter</kbd> details <kbd>Esc</kbd> close</p>
+<p class="keys"><kbd>/</kbd> search <kbd>j</kbd><kbd>k</kbd> move <kbd>Enter</kbd> details <kbd>Esc</kbd> close</p>
 </form>
 )";
 }
 
-std::string RunSection(const Catalogue& catalogue, const Run& run, const Place& place) {
+std::string MaskingNote(bool isUnmasked) {
+    return Element("p", " class=\"masking\"",
+                   isUnmasked ? "Nothing is masked: this page can contain tokens and identifiers."
+                              : "Tokens, identifiers of devices and user names in paths are masked with "
+                                "\u201cx\u201d; a number at "
+                                "the end says which value is the same.");
+}
+
+std::string RunSection(const Catalogue& catalogue, const Run& run, const Place& place, bool isAlone) {
+    // The page's header names and describes a run that is alone.
+    const std::string heading = isAlone ? "" : Element("h2", Html(run.name)) + DescriptionHtml(run);
     return Element("section", Attribute("class", "run") + Attribute("id", place.prefix + "run"),
-                   Element("h2", Html(run.name)) + DescriptionHtml(run) + SummaryHtml(catalogue, run, place) +
-                       CallsHtml(run, place) + RestHtml(run)) +
+                   heading + SummaryHtml(catalogue, run, place) + CallsHtml(run, place) + RestHtml(run)) +
+           "\n";
+}
+
+std::string TitleOf(const std::vector<Run>& runs, const PageOptions& options) {
+    if (!options.title.empty())
+        return options.title;
+    if (options.isComparison)
+        return runs[0].name + " and " + runs[1].name;
+    return runs.size() == 1 ? runs[0].name : std::to_string(runs.size()) + " runs";
+}
+
+std::string Header(const std::vector<Run>& runs, const std::string& title, bool isUnmasked) {
+    return Element("header", "<p class=\"brand\">Lumeq</p>" + Element("h1", Html(title)) +
+                                 (runs.size() == 1 ? DescriptionHtml(runs[0]) : "") +
+                                 MaskingNote(isUnmasked)) +
            "\n";
 }
 
@@ -88,35 +135,27 @@ std::string WordsBlock(const Catalogue& catalogue, const std::vector<Run>& runs)
     return Element("script", " type=\"application/json\" id=\"words\"", DataBlockJson(words)) + "\n";
 }
 
-std::string MaskingNote(bool isUnmasked) {
-    return Element("p", " class=\"masking\"",
-                   isUnmasked ? "Nothing is masked: this page can contain tokens and identifiers."
-                              : "Tokens, identifiers of devices and user names in paths are masked with "
-                                "\u201cx\u201d; a number at "
-                                "the end says which value is the same.");
-}
-
 } // namespace
 
 std::string RenderPage(const Catalogue& catalogue, std::vector<Run> runs, const PageOptions& options) {
     if (!options.isUnmasked)
         Masking(catalogue).Hide(runs);
     const std::string_view style = ProgramResource(L"PAGE_CSS"), script = ProgramResource(L"PAGE_JS");
-    std::string body =
-        Element("header", Element("h1", Html(options.title)) + MaskingNote(options.isUnmasked)) + "\n";
+    const std::string title = TitleOf(runs, options);
+    std::string body = Header(runs, title, options.isUnmasked);
     if (runs.size() > 1 && !options.isComparison)
         body += Contents(runs);
-    body += FiltersHtml() + "<main>\n";
+    body += FiltersHtml(runs, options.isComparison) + "<main>\n";
     if (options.isComparison)
         body += ComparisonHtml(runs);
     else
         for (std::size_t i = 0; i < runs.size(); ++i)
-            body += RunSection(catalogue, runs[i], PlaceOf(i, runs.size()));
+            body += RunSection(catalogue, runs[i], PlaceOf(i, runs.size()), runs.size() == 1);
     body += "</main>\n";
     for (std::size_t i = 0; i < runs.size(); ++i)
         body += DataBlock(runs[i], PlaceOf(i, runs.size()));
     body += WordsBlock(catalogue, runs) + Element("script", script);
-    return "<!DOCTYPE html>\n<html lang=\"en\">\n" + Element("head", Head(options.title, style, script)) +
+    return "<!DOCTYPE html>\n<html lang=\"en\">\n" + Element("head", Head("Lumeq: " + title, style, script)) +
            "\n" + Element("body", body) + "\n</html>\n";
 }
 

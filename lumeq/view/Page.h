@@ -9,7 +9,7 @@
 namespace Zuvan::Lumeq::Tool {
 
 struct PageOptions {
-    std::string title = "Lumeq";
+    std::string title;         ///< Empty: the names of the runs.
     bool isUnmasked = false;   ///< Tokens, identifiers of devices and user names in paths stay readable.
     bool isComparison = false; ///< Two runs side by side instead of one after the other.
 };

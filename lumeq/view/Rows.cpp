@@ -2,6 +2,7 @@
 #include "lumeq/view/Outcome.h"
 #include "lumeq/view/Sections.h"
 
+#include <algorithm>
 #include <cstdio>
 
 namespace Zuvan::Lumeq::Tool {
@@ -58,13 +59,22 @@ std::string TimeCell(const std::optional<std::int64_t>& time, const std::optiona
     return Element("td", " class=\"time\"", text);
 }
 
+/// The browser lays out only the groups in sight, so that a long table opens at once.
+constexpr std::size_t RowsOfGroup = 100;
+
 std::string Table(const std::string& kind, const std::string& data, const std::vector<std::string>& heads,
-                  const std::string& rows) {
-    std::string head;
+                  const std::vector<std::string>& rows) {
+    std::string head, groups;
     for (const std::string& text : heads)
         head += Element("th", " scope=\"col\"", Html(text));
+    for (std::size_t begin = 0; begin < rows.size(); begin += RowsOfGroup) {
+        std::string group;
+        for (std::size_t i = begin; i < std::min(begin + RowsOfGroup, rows.size()); ++i)
+            group += rows[i] + "\n";
+        groups += Element("tbody", group) + "\n";
+    }
     return Element("table", Attribute("class", kind) + data,
-                   Element("thead", Element("tr", head)) + "\n" + Element("tbody", rows)) +
+                   Element("thead", Element("tr", head)) + "\n" + groups) +
            "\n";
 }
 
@@ -109,23 +119,22 @@ Place PlaceOf(std::size_t run, std::size_t runs) {
 
 std::string CallsHtml(const Run& run, const Place& place) {
     std::optional<std::int64_t> begin;
-    std::string rows;
+    std::vector<std::string> rows;
     for (std::size_t i = 0; i < run.calls.size(); ++i) {
         const ViewedCall& call = run.calls[i];
         if (!begin)
             begin = call.time;
         const std::string id = place.IdOf(i);
-        rows += Element("tr", Attribute("id", id) + Attribute("class", ClassOf(call)),
-                        LinkCell(id, std::to_string(i + 1)) + TimeCell(call.time, begin) + CallCell(call) +
-                            OutcomeCell(&call)) +
-                "\n";
+        rows.push_back(Element("tr", Attribute("id", id) + Attribute("class", ClassOf(call)),
+                               LinkCell(id, std::to_string(i + 1)) + TimeCell(call.time, begin) +
+                                   CallCell(call) + OutcomeCell(&call)));
     }
     return Table("calls", Attribute("data-details", place.data), {"#", "Seconds", "Call", "What came of it"},
                  rows);
 }
 
 std::string ComparedCallsHtml(const Run& a, const Run& b, const std::vector<ComparedCall>& calls) {
-    std::string rows;
+    std::vector<std::string> rows;
     for (std::size_t i = 0; i < calls.size(); ++i) {
         const ComparedCall& compared = calls[i];
         const ViewedCall* const left = compared.a ? &a.calls[*compared.a] : nullptr;
@@ -140,11 +149,10 @@ std::string ComparedCallsHtml(const Run& a, const Run& b, const std::vector<Comp
             attributes += Attribute("data-a", std::to_string(*compared.a));
         if (right)
             attributes += Attribute("data-b", std::to_string(*compared.b));
-        rows += Element("tr", attributes,
-                        LinkCell(id, std::to_string(i + 1)) +
-                            Element("td", " class=\"differences\"", words.empty() ? "same" : words) +
-                            CallCell(left ? *left : *right) + OutcomeCell(left) + OutcomeCell(right)) +
-                "\n";
+        rows.push_back(Element("tr", attributes,
+                               LinkCell(id, std::to_string(i + 1)) +
+                                   Element("td", " class=\"differences\"", words.empty() ? "same" : words) +
+                                   CallCell(left ? *left : *right) + OutcomeCell(left) + OutcomeCell(right)));
     }
     return Table("calls compared", "", {"#", "Difference", "Call", "A: " + a.name, "B: " + b.name}, rows);
 }

@@ -72,7 +72,8 @@ std::string ReasonsHtml(const Run& run, const Place& place) {
     std::string rows;
     for (const auto& [kind, group] : sorted)
         rows += Element("tr", Element("td", " class=\"count\"", std::to_string(group.count)) +
-                                  Element("td", Html(kind)) + Element("td", Html(group.layer)) +
+                                  Element("td", Html(kind)) +
+                                  Element("td", " class=\"tight\"", Html(group.layer)) +
                                   Element("td", LinkTo(place, group.first)));
     if (rows.empty())
         return "";
@@ -118,13 +119,14 @@ std::string TasksHtml(const Run& run, const Place& place) {
     std::string rows;
     for (std::size_t i = 0; i < std::min(MostTasks, run.tasks.size()); ++i) {
         const ViewedTask& task = run.tasks[i];
-        rows += Element(
-            "tr", Element("td", Html(task.name)) +
-                      Element("td", LinkTo(place, task.begun) +
+        rows += Element("tr",
+                        Element("td", " class=\"tight\"", Html(task.name)) +
+                            Element("td", " class=\"tight\"",
+                                    LinkTo(place, task.begun) +
                                         (task.completed ? " \u2013 " + LinkTo(place, *task.completed) : "")) +
-                      Element("td", Html(task.result)) +
-                      Element("td", " class=\"count\"", DurationText(task)) +
-                      Element("td", " class=\"bar\"", BarHtml(run, task, span)));
+                            Element("td", Html(task.result)) +
+                            Element("td", " class=\"count\"", DurationText(task)) +
+                            Element("td", " class=\"bar\"", BarHtml(run, task, span)));
     }
     std::string more;
     if (run.tasks.size() > MostTasks)
@@ -142,7 +144,7 @@ std::string TasksHtml(const Run& run, const Place& place) {
 std::string MeaningOf(const Catalogue& catalogue, const std::string& name) {
     for (const Json& field : catalogue.Whole().at("message").at("fields"))
         if (field.at("field") == name)
-            return TextOf(field, "meaning");
+            return field.contains("constant") ? "Always this." : TextOf(field, "meaning");
     return {};
 }
 

@@ -57,12 +57,6 @@ ExitCode Print(const Catalogue& catalogue, std::vector<Run> runs, bool isUnmaske
     return Clean;
 }
 
-std::string TitleOf(const std::vector<Run>& runs, bool isComparison) {
-    if (isComparison)
-        return runs[0].name + " and " + runs[1].name;
-    return runs.size() == 1 ? runs[0].name : std::to_string(runs.size()) + " runs";
-}
-
 } // namespace
 
 ExitCode View(const Catalogue& catalogue, const ViewOptions& options, const Output& output) {
@@ -74,8 +68,7 @@ ExitCode View(const Catalogue& catalogue, const ViewOptions& options, const Outp
     if (options.isText)
         return Print(catalogue, std::move(runs), options.isUnmasked, output);
     const bool isComparison = runs.size() == 2 && !options.isEach;
-    const std::string page = RenderPage(
-        catalogue, runs, {"Lumeq: " + TitleOf(runs, isComparison), options.isUnmasked, isComparison});
+    const std::string page = RenderPage(catalogue, runs, {"", options.isUnmasked, isComparison});
     if (options.page == "-") {
         output.Line(page);
         return Clean;

@@ -13,7 +13,7 @@
     return JSON.parse(blocks.get(id)[index]);
   };
   const rows = tables.flatMap((table) =>
-    [...table.tBodies[0].rows].map((element, index) => ({ element, index, table })));
+    [...table.rows].slice(1).map((element, index) => ({ element, index, table })));
   const rowOf = new Map(rows.map((row) => [row.element, row]));
   const isComparison = tables.some((table) => table.classList.contains("compared"));
 
@@ -23,7 +23,8 @@
     return [a === undefined ? null : detailsOf("data-1", a), b === undefined ? null : detailsOf("data-2", b)];
   };
   const exportOf = (row) => row.element.querySelector(".call b").textContent;
-  const verdictsOf = (row) => [...row.element.querySelectorAll(".outcome em")].map((each) => each.textContent);
+  const hasVerdict = (row, verdict) => row.element.classList.contains(verdict)
+    || [...row.element.querySelectorAll(".outcome em")].some((each) => each.textContent === verdict);
 
   // Building details.
 
@@ -54,7 +55,8 @@
   const reason = (its) => {
     const item = make("li", `${its.message}, by the ${its.layer}`);
     if (its.words) {
-      item.append(make("br"), refusedText(its), make("br"), its.words);
+      if (its.text) item.append(make("br"), refusedText(its));
+      item.append(make("br"), its.words);
       if (its.nearest) item.append(" Nearest: ", make("code", its.nearest));
     }
     return item;
@@ -110,43 +112,28 @@
     row.searchText ??= [row.element.textContent, ...sidesOf(row).flatMap((its) => stringsIn(its))].join("\n").toLowerCase();
     return row.searchText;
   };
-  const count = (values) => {
-    const counts = new Map();
-    for (const value of values) counts.set(value, (counts.get(value) ?? 0) + 1);
-    return counts;
-  };
-  const offer = (select, counts) => {
-    for (const [value, number] of counts) {
-      const option = make("option", `${value} (${number})`);
-      option.value = value;
-      select.append(option);
-    }
-  };
   const applyFilters = () => {
     const text = filters.elements.text.value.trim().toLowerCase();
     const wantedExport = filters.elements.export.value;
     const wantedVerdict = filters.elements.verdict.value;
     let shown = 0;
+    const groups = new Set();
     for (const row of rows) {
       const fits = (!wantedExport || exportOf(row) === wantedExport)
-        && (!wantedVerdict || row.verdicts.includes(wantedVerdict))
+        && (!wantedVerdict || hasVerdict(row, wantedVerdict))
         && (!text || searchTextOf(row).includes(text));
       if (row.element.hidden === fits) {
         row.element.hidden = !fits;
         if (isOpen(row)) row.element.nextElementSibling.hidden = !fits;
       }
       shown += fits;
+      if (fits) groups.add(row.element.parentElement);
     }
+    for (const table of tables) for (const group of table.tBodies) group.hidden = !groups.has(group);
     filters.querySelector("output").textContent =
       shown === rows.length ? `${rows.length} calls` : `${shown} of ${rows.length} calls`;
   };
   const setUpFilters = () => {
-    for (const row of rows) {
-      row.verdicts = verdictsOf(row);
-      if (isComparison) row.verdicts.push(row.element.className);
-    }
-    offer(filters.elements.export, [...count(rows.map(exportOf))].sort());
-    offer(filters.elements.verdict, count(rows.flatMap((row) => [...new Set(row.verdicts)])));
     filters.hidden = false;
     let waiting = 0;
     filters.addEventListener("input", () => {
@@ -170,6 +157,8 @@
     }
     open(row);
     row.element.scrollIntoView({ block: "center" });
+    // Following the link has moved the focus away.
+    row.element.querySelector("a").focus({ preventScroll: true });
   };
   document.addEventListener("click", (event) => {
     const row = rowAt(event.target);
@@ -208,7 +197,11 @@
     }
   });
 
-  for (const row of rows) row.element.querySelector("a").setAttribute("aria-expanded", "false");
+  // Not for ten thousand links at once.
+  document.addEventListener("focusin", ({ target }) => {
+    const row = rowAt(target);
+    if (row && target.closest("a")) target.setAttribute("aria-expanded", String(isOpen(row)));
+  });
   setUpFilters();
   followLink();
 })();

@@ -82,6 +82,12 @@ class Session(ViewTestCase):
         self.assertEqual([[["TRACE", click_line("A")]], None, [["TRACE", click_line("C")]]],
                          [its.get("log") for its in self.page(folder).details()])
 
+    def test_cut_log_line_is_paired_if_nothing_is_lost(self):
+        cut = click_line("B")[:-40]
+        for names, is_paired in (("AB", True), ("ABC", False)):
+            folder = self.write_run(session=[click(name) for name in names], log=[click_line("A"), cut])
+            self.assertEqual([["TRACE", cut]] if is_paired else None, self.page(folder).details()[1].get("log"))
+
     def test_refused_call_takes_no_record(self):
         folder = self.write_run(session=[click(mode=""), click()], companion=[event("clicked", "button", "/Home#ok")])
         self.assertEqual([("ButtonClicked", 'refused mode ""'), ("ButtonClicked", "recorded clicked button /Home#ok")],
