@@ -41,10 +41,11 @@ struct Slot {
     std::atomic<DWORD> thread{0};
     Block* block = nullptr;
     std::size_t used = 0;
-    /// Pieces of the block that this thread took and did not return. Apart from those of other threads, because counting
-    /// across threads is most of what a piece costs.
+    /// Pieces of the block that this thread took and did not return. Apart from those of other threads,
+    /// because counting across threads is most of what a piece costs.
     std::size_t pieces = 0;
-    /// Saves a direct call the heap. A queued call may still hold pieces of it, so the next takes one of the heap.
+    /// Saves a direct call the heap. A queued call may still hold pieces of it, so the next takes one of the
+    /// heap.
     Block own;
 };
 

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <atomic>
 #include <cstdlib>
 #include <cstring>
 #include <thread>
@@ -48,6 +49,30 @@ TEST(CallMemoryTest, LeavesOtherThreadsToTheHeap) {
         for (void* piece : {own, next, other})
             FreeForCall(piece);
     }).join();
+}
+
+TEST(CallMemoryTest, LeavesThreadsThatShareItsSlotToTheHeap) {
+    // Identifiers of threads that live at the same time take every slot more than once.
+    constexpr std::size_t Threads = 64;
+    const CallMemory memory;
+    void* const own = AllocateForCall(16);
+    std::atomic<std::size_t> live = 0;
+    void* pieces[Threads];
+    std::vector<std::thread> threads;
+    for (void*& piece : pieces)
+        threads.emplace_back([&live, &piece] {
+            for (++live; live < Threads;)
+                std::this_thread::yield();
+            piece = AllocateForCall(16);
+        });
+    for (std::thread& thread : threads)
+        thread.join();
+    void* const next = AllocateForCall(16);
+    EXPECT_TRUE(AreNeighbours(own, next));
+    for (void* piece : {own, next})
+        FreeForCall(piece);
+    for (void* piece : pieces)
+        FreeForCall(piece);
 }
 
 TEST(CallMemoryTest, TakesTheHeapWhenTheBlockIsFull) {

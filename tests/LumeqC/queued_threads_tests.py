@@ -1,4 +1,4 @@
-"""Eight threads that queue calls for the worker thread over the real DLLs; many_threads_tests.py calls them directly."""
+"""Calls that threads queue for the worker thread, over the real DLLs; many_threads_tests.py makes them directly."""
 
 import os
 import re
@@ -44,6 +44,15 @@ class EightThreads(SessionTestCase):
         self.assertEqual({"set", "null"}, {line["handle"] for line in outcome.host if "handle" in line})
         threads = {LINE.fullmatch(line)["thread"] for line in lines_of(outcome.text("Lumeq.Log.txt"))}
         self.assertEqual(1, len(threads), "one thread makes all calls")
+
+    def test_calls_use_nothing_up(self):
+        # The question waits for its turn, so that the queue is empty at each measurement.
+        calls = {"times": 300, "calls": [call("ButtonClicked", screenName="Home", controlName="ok"), call("GetUserOptInEx")]}
+        outcome = self.play_to_end(*[calls, {"measure": True}] * 4, log="off")
+        measured = [line["bytes"] for line in outcome.host if "bytes" in line]
+        self.assertEqual(4, len(measured))
+        growths = [after - before for before, after in zip(measured, measured[1:])]
+        self.assertLess(min(growths), 10_000, growths)
 
 
 if __name__ == "__main__":
