@@ -18,9 +18,8 @@ std::wstring GetHostFilePath() {
 
 std::wstring GetExecutableName() { return PathFindFileNameW(GetHostFilePath().c_str()); }
 
-std::wstring GetHostFileVersion() {
+std::wstring GetHostFileVersion(const std::wstring& path) {
     constexpr wchar_t NoVersion[] = L"0.0.0.0";
-    const std::wstring path = GetHostFilePath();
     return path.empty() ? NoVersion : GetFileVersion(path, NoVersion);
 }
 

@@ -11,8 +11,8 @@ std::wstring GetHostFilePath();
 /// Last component of GetHostFilePath.
 std::wstring GetExecutableName();
 
-/// Four-part file version of the host's executable; "0.0.0.0" if it has none.
-std::wstring GetHostFileVersion();
+/// Four-part file version of a host's executable; "0.0.0.0" if it has none or the path is empty.
+std::wstring GetHostFileVersion(const std::wstring& path = GetHostFilePath());
 
 /// Four-part file version of any file. Returns `fallback` if the file has no version resource, and "0.0.0.0"
 /// if the resource has no valid fixed block.

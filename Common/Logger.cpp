@@ -2,6 +2,7 @@
 
 #include "Common/Clock.h"
 #include "Common/Debugger.h"
+#include "Common/LogPlaces.h"
 #include "Common/LogPolicy.h"
 #include "Common/SystemHandles.h"
 #include "Common/Utf.h"
@@ -23,8 +24,6 @@ namespace {
 constexpr LogSource Log(L"Common\\Logger");
 constexpr wchar_t InitializationFailed[] = L"ERROR: Logger failed to initialize: ";
 constexpr wchar_t WritingFailed[] = L"ERROR: Unable to write log information to file: ";
-constexpr wchar_t MutexName[] = L"Global\\LumeqLoggingMutex";
-constexpr DWORD MutexWaitMilliseconds = 1000;
 constexpr wchar_t TruncationMark[] = L"<TRUNCATED>";
 
 struct LogPaths {
@@ -83,18 +82,13 @@ bool MakeFolder(const std::wstring& folder) {
 
 /// Returns false if there is no folder to log in.
 bool FindLogFiles() {
-    wchar_t temporary[MAX_PATH + 1] = {};
-    GetTempPathW(MAX_PATH + 1, temporary);
-    // A relative path would lead into the current folder, which anybody may own.
-    if (PathIsRelativeW(temporary))
-        return false;
-    const std::wstring folder = JoinPath(temporary, L"Zuvan\\LUMEQ");
-    if (!MakeFolder(folder))
+    const std::wstring folder = LogFolder();
+    if (folder.empty() || !MakeFolder(folder))
         return false;
     auto paths = std::make_unique<LogPaths>();
-    paths->error = JoinPath(folder.c_str(), L"Lumeq.Error.txt");
-    paths->data = JoinPath(folder.c_str(), L"Lumeq.Data.txt");
-    paths->log = JoinPath(folder.c_str(), L"Lumeq.Log.txt");
+    paths->error = JoinPath(folder.c_str(), ErrorLogName);
+    paths->data = JoinPath(folder.c_str(), DataLogName);
+    paths->log = JoinPath(folder.c_str(), LogName);
     logPaths.Set(std::move(paths));
     return true;
 }
@@ -158,8 +152,8 @@ void WriteSerialized(const LogPaths& paths, SeverityLevel level, const std::stri
                      const std::wstring& message) {
     // Opened for each line. A mutex whose owner was killed vanishes with its last handle; a handle kept open
     // would let it cost another process a line.
-    UniqueKernelObject mutex(CreateMutexW(nullptr, FALSE, MutexName));
-    const DWORD waited = WaitForSingleObject(mutex.Get(), MutexWaitMilliseconds);
+    UniqueKernelObject mutex(CreateMutexW(nullptr, FALSE, LogMutexName));
+    const DWORD waited = WaitForSingleObject(mutex.Get(), LogMutexWaitMilliseconds);
     if (waited != WAIT_OBJECT_0) {
         OutputDebugStringW(L"ERROR: Logger mutex timed out!\n");
         BreakIfDebugged();
@@ -188,6 +182,13 @@ std::wstring MessageText(const wchar_t* format, std::va_list arguments) {
 }
 
 } // namespace
+
+std::wstring LogFolder() {
+    wchar_t temporary[MAX_PATH + 1] = {};
+    GetTempPathW(MAX_PATH + 1, temporary);
+    // A relative path would lead into the current folder, which anybody may own.
+    return PathIsRelativeW(temporary) ? std::wstring() : JoinPath(temporary, L"Zuvan\\LUMEQ");
+}
 
 void LogMessage(SeverityLevel level, const wchar_t* /*sourceFile*/, int /*sourceLine*/,
                 const wchar_t* functionName, const wchar_t* format, ...) {

@@ -7,8 +7,6 @@
 
 #include <Lumeq/LumeqRecords.h>
 
-#include <string>
-
 namespace Zuvan::LumeqShim {
 
 namespace {
@@ -29,17 +27,17 @@ std::wstring CompanionPathBeside(const std::wstring& modulePath) {
     return modulePath.empty() ? std::wstring() : Lumeq::Common::InFolderOf(modulePath, CompanionFileName);
 }
 
-/// The path beside the host executable, unless the file exists only beside our own module.
-std::wstring CompanionPath() {
-    const std::wstring besideHost = CompanionPathBeside(ModulePath(nullptr));
+} // namespace
+
+std::wstring CompanionPathFor(const std::wstring& host, const std::wstring& module) {
+    const std::wstring besideHost = CompanionPathBeside(host);
     if (IsFile(besideHost))
         return besideHost;
-    const std::wstring besideOwnModule = CompanionPathBeside(OwnModulePath());
-    return IsFile(besideOwnModule) ? besideOwnModule : besideHost;
+    const std::wstring besideModule = CompanionPathBeside(module);
+    return IsFile(besideModule) ? besideModule : besideHost;
 }
 
-HMODULE LoadCompanionLibrary() {
-    const std::wstring path = CompanionPath();
+void* LoadCompanionFrom(const std::wstring& path) {
     if (!IsFile(path))
         throw FileNotFoundException(path.empty() ? CompanionFileName : path,
                                     L"The companion library was not found");
@@ -55,11 +53,10 @@ HMODULE LoadCompanionLibrary() {
     return library.Release();
 }
 
-} // namespace
-
 void* FindCompanionOperation(const char* name) {
     if (!companionLibrary)
-        companionLibrary = LoadCompanionLibrary();
+        companionLibrary =
+            static_cast<HMODULE>(LoadCompanionFrom(CompanionPathFor(ModulePath(nullptr), OwnModulePath())));
     void* const operation = reinterpret_cast<void*>(GetProcAddress(companionLibrary, name));
     if (!operation)
         throw FileFormatException(

@@ -8,7 +8,16 @@
 #include "Common/ComSession.h"
 #include "LumeqShim/ForeignCall.h"
 
+#include <string>
+
 namespace Zuvan::LumeqShim {
+
+/// The path beside the executable `host`, unless the file exists only beside the module. Empty if `host` is.
+std::wstring CompanionPathFor(const std::wstring& host, const std::wstring& module);
+
+/// Loads the library and returns its handle, which the caller does not free. Throws FileNotFoundException or
+/// FileFormatException.
+void* LoadCompanionFrom(const std::wstring& path);
 
 /// The address of an operation of the companion library, never null. If the library or the operation is
 /// missing, throws a VestoException that names it; the next call tries again.

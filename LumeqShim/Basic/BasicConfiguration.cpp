@@ -22,7 +22,6 @@ constexpr wchar_t ProjectIdKey[] = L"ProjectId";
 constexpr wchar_t ServerUrlKey[] = L"LUMServerUri";
 constexpr wchar_t AppDeployedIdKey[] = L"AppDeployedId";
 constexpr wchar_t AuthTokenKey[] = L"AuthenticationToken";
-constexpr wchar_t AppDeployedUuidKey[] = L"AppDeployedUuid";
 
 /// The same for the life of the process.
 const std::wstring& SessionGuid() {
@@ -38,8 +37,20 @@ std::wstring MakeAppDeployedUuid(Settings& settings) {
     return uuid;
 }
 
-bool ReadConfiguration(Settings& settings, BasicConfiguration& configuration) {
-    const auto factory = [&settings](const wchar_t* key) { return settings.GetFactorySetting(key, L""); };
+std::wstring AppDeployedUuidOf(Settings& settings) {
+    const std::wstring uuid = settings.GetLocalSetting(AppDeployedUuidKey, L"");
+    return uuid.empty() ? MakeAppDeployedUuid(settings) : uuid;
+}
+
+ConfigurationSource SourceIn(Settings& settings) {
+    return {[&settings](const wchar_t* key) { return settings.GetFactorySetting(key, L""); },
+            [&settings] { return AppDeployedUuidOf(settings); }};
+}
+
+} // namespace
+
+bool ReadConfiguration(const ConfigurationSource& source, BasicConfiguration& configuration) {
+    const auto& factory = source.factory;
     configuration.projectId = factory(ProjectIdKey);
     if (Lumeq::Common::IsBlank(configuration.projectId)) {
         Log(SeverityLevel::WARNING, L"Project ID is empty. Ensure *LumeqConfig.xml is in path!");
@@ -47,9 +58,7 @@ bool ReadConfiguration(Settings& settings, BasicConfiguration& configuration) {
     }
     configuration.appDeployedId = factory(AppDeployedIdKey);
     configuration.serverUrl = factory(ServerUrlKey);
-    configuration.appDeployedUuid = settings.GetLocalSetting(AppDeployedUuidKey, L"");
-    if (configuration.appDeployedUuid.empty())
-        configuration.appDeployedUuid = MakeAppDeployedUuid(settings);
+    configuration.appDeployedUuid = source.appDeployedUuid();
     configuration.sessionUuid = UuidFromGuid(SessionGuid());
 
     // Some of these are read for the second time, because the debugger channel shows each missing key as
@@ -65,15 +74,14 @@ bool ReadConfiguration(Settings& settings, BasicConfiguration& configuration) {
     return true;
 }
 
-} // namespace
-
 bool GetConfigFileData(BasicConfiguration& configuration) {
     Log(SeverityLevel::DEBUG, L"GetConfigFileData()");
     // Not the frame's result, because a failure after the last value leaves the configuration complete.
     bool complete = false;
     RunInCom(ReadConfigFileData, [&] {
-        return Lumeq::Core::Utils::WithSettings(
-            [&](Settings& settings) { return complete = ReadConfiguration(settings, configuration); });
+        return Lumeq::Core::Utils::WithSettings([&](Settings& settings) {
+            return complete = ReadConfiguration(SourceIn(settings), configuration);
+        });
     });
     Log(SeverityLevel::DEBUG, L"GetConfigFileData returns %s:", complete ? L"true" : L"false");
     return complete;

@@ -1,6 +1,7 @@
 // What the settings say about the basic road's message.
 #pragma once
 
+#include <functional>
 #include <string>
 
 namespace Zuvan::LumeqShim {
@@ -13,6 +14,21 @@ struct BasicConfiguration {
     std::wstring authToken;       ///< In rotated form.
     std::wstring sessionUuid;     ///< Of this process, lower case, no braces.
 };
+
+/// Where a configuration comes from.
+struct ConfigurationSource {
+    /// Returns the factory setting of a key, empty if there is none.
+    std::function<std::wstring(const wchar_t* key)> factory;
+    /// Returns the installation's UUID.
+    std::function<std::wstring()> appDeployedUuid;
+};
+
+/// Fills the configuration. If there is no project, logs that and returns false. Throws what the source
+/// throws.
+bool ReadConfiguration(const ConfigurationSource& source, BasicConfiguration& configuration);
+
+/// The key of the installation's UUID in the local file.
+inline constexpr wchar_t AppDeployedUuidKey[] = L"AppDeployedUuid";
 
 /// Reads the settings files afresh; a missing value is empty. Creates and stores the installation's UUID if
 /// there is none. If there is no project or the settings cannot be read, logs that and returns false with

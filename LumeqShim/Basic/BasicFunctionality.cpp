@@ -5,8 +5,6 @@
 #include "Common/Text.h"
 #include "LumeqLib/Extra/Collection/MachineIdentifier.h"
 #include "LumeqLib/Extra/Collection/SystemInformation.h"
-#include "LumeqShim/Basic/BasicConfiguration.h"
-#include "LumeqShim/Basic/BasicMessage.h"
 #include "LumeqShim/Basic/BasicOptIn.h"
 #include "LumeqShim/Post/PostMessage.h"
 
@@ -19,15 +17,10 @@ namespace {
 using Lumeq::Common::SeverityLevel;
 
 constexpr Lumeq::Common::LogSource Log(L"LumeqShim\\BasicFunctionality");
-constexpr wchar_t QueueName[] = L"sys_info_base";
 
 // Both are used only under the API lock, and a shutdown resets neither.
 constinit bool BasicMessageSent = false;
 std::wstring BasicAppName; // The last basic start's. Only a debugger reads it.
-
-std::wstring AppId(const std::wstring& appName) {
-    return appName + L"/" + Lumeq::Common::GetHostFileVersion();
-}
 
 void SendMessageAsConfigured(MessageDictionary message, const std::wstring& userAgent,
                              std::wstring& deployedId) {
@@ -36,15 +29,31 @@ void SendMessageAsConfigured(MessageDictionary message, const std::wstring& user
         return;
     if (deployedId.empty())
         deployedId = configuration.appDeployedId;
-    message[L"app_deployed_id"] = deployedId;
-    message[L"app_deployed_uuid"] = configuration.appDeployedUuid;
-    message[L"app_session_uuid"] = configuration.sessionUuid;
-    std::wstring text = SerializeFlatJson(std::move(message));
-    PostMessageAndForget(configuration.serverUrl, userAgent, configuration.projectId, QueueName, text,
+    std::wstring text = MessageText(std::move(message), configuration, deployedId);
+    PostMessageAndForget(configuration.serverUrl, userAgent, configuration.projectId, BasicQueueName, text,
                          Lumeq::Common::Rot13Wide(configuration.authToken));
 }
 
 } // namespace
+
+std::wstring AppId(const std::wstring& appName, const std::wstring& host) {
+    return appName + L"/" + Lumeq::Common::GetHostFileVersion(host);
+}
+
+MessageDictionary CollectMessage(const std::wstring& appName, const std::wstring& host) {
+    MessageDictionary message = Lumeq::Extra::Collection::GetSysInfoBase();
+    message[L"app_id"] = AppId(appName, host);
+    message[L"sys_uuid"] = Lumeq::Extra::Collection::GetMachineUuid();
+    return message;
+}
+
+std::wstring MessageText(MessageDictionary message, const BasicConfiguration& configuration,
+                         const std::wstring& deployedId) {
+    message[L"app_deployed_id"] = deployedId.empty() ? configuration.appDeployedId : deployedId;
+    message[L"app_deployed_uuid"] = configuration.appDeployedUuid;
+    message[L"app_session_uuid"] = configuration.sessionUuid;
+    return SerializeFlatJson(std::move(message));
+}
 
 void BasicStart(const std::wstring& appName) {
     BasicAppName = appName;
@@ -62,11 +71,9 @@ void BasicImplementation(const std::wstring& appName, std::wstring& deployedId) 
     Log(SeverityLevel::DEBUG, L"Executing Basic Functionality %s", appName.c_str());
     Log(SeverityLevel::DEBUG, L"------------------------------");
 
-    const std::wstring userAgent = AppId(appName);
-    MessageDictionary message = Lumeq::Extra::Collection::GetSysInfoBase();
-    message[L"app_id"] = AppId(appName);
-    message[L"sys_uuid"] = Lumeq::Extra::Collection::GetMachineUuid();
-    SendMessageAsConfigured(std::move(message), userAgent, deployedId);
+    const std::wstring host = Lumeq::Common::GetHostFilePath();
+    const std::wstring userAgent = AppId(appName, host);
+    SendMessageAsConfigured(CollectMessage(appName, host), userAgent, deployedId);
 
     Log(SeverityLevel::DEBUG, L"Executing Basic Functionality");
     Log(SeverityLevel::DEBUG, L"------------------------------");

@@ -28,9 +28,6 @@ constexpr BasicOperation ClearOptIn{Log, L"BasicClearOptIn", L"BasicClearOptIn C
 constexpr BasicOperation LocalSubfolderPath{Log, L"BasicLocalSubfolderPath", nullptr,
                                             L"BasicLocalSubfolderPath(\"%s\")"};
 
-bool IsTrue(const std::wstring& value) { return Lumeq::Common::ToLower(value) == L"true"; }
-bool IsFalse(const std::wstring& value) { return Lumeq::Common::ToLower(value) == L"false"; }
-
 /// Runs `work` on the settings in the frame of the operation. `finish` makes the operation's result of what
 /// the work returns, and logs it.
 template <class Work, class Finish, class... LabelArguments>
@@ -42,12 +39,18 @@ bool RunOnSettings(const BasicOperation& operation, Work work, Finish finish,
 
 } // namespace
 
+bool IsTrueFlag(const std::wstring& value) { return Lumeq::Common::ToLower(value) == L"true"; }
+
+bool IsFlag(const std::wstring& value) {
+    return IsTrueFlag(value) || Lumeq::Common::ToLower(value) == L"false";
+}
+
 bool BasicGetUserOptIn(const std::wstring& key) {
     const auto read = [&key](const Settings& settings) { return settings.GetLocalSetting(key, L""); };
     const auto finish = [](std::wstring value) {
         if (Lumeq::Common::IsBlank(value))
             value = L"False";
-        const bool result = IsTrue(value);
+        const bool result = IsTrueFlag(value);
         // Shows the value, not the key: readers of the log depend on it.
         Log(SeverityLevel::DEBUG, L"Basic Get User Opt-In returns %d for key '%s'", result, value.c_str());
         return result;
@@ -70,7 +73,7 @@ void BasicSetUserOptIn(bool value, const std::wstring& key) {
 bool BasicDidUserOpted(const std::wstring& key) {
     const auto read = [&key](const Settings& settings) { return settings.GetLocalSetting(key, L""); };
     const auto finish = [](const std::wstring& value) {
-        const bool result = IsTrue(value) || IsFalse(value);
+        const bool result = IsFlag(value);
         Log(SeverityLevel::DEBUG, L"Basic Did User Opted returns %d from %s", result, value.c_str());
         return result;
     };

@@ -12,6 +12,10 @@ namespace Zuvan::LumeqShim {
 /// Whether the user opted in.
 inline constexpr wchar_t UserOptInKey[] = L"UserOptIn";
 
+/// What a stored value means: "True", and one of the two words, in any letter case. Pure.
+bool IsTrueFlag(const std::wstring& value);
+bool IsFlag(const std::wstring& value);
+
 /// Returns false for anything but "True" in any letter case.
 bool BasicGetUserOptIn(const std::wstring& key);
 

@@ -48,10 +48,7 @@ std::wstring FactoryPath() {
         return factorySettingsPathOverride;
     const std::wstring host = Common::GetHostFilePath();
     // A bare file name would lead into the current folder, which anybody may own.
-    if (host.empty())
-        return {};
-    const std::wstring path = WithoutExtension(host) + FactorySuffix;
-    return Common::Exists(path) ? path : CombinePath(FolderOf(host), FactoryName);
+    return host.empty() ? std::wstring() : FactoryPathOf(host);
 }
 
 /// Found once in an apartment, because the shell takes its time.
@@ -64,11 +61,8 @@ std::wstring AllUsersFolder() {
     return cache->allUsersFolder;
 }
 
-std::wstring SharedLocalPath() {
-    std::wstring folder = CombinePath(AllUsersFolder(), L"Zuvan");
-    if (!Common::IsBlank(localSubfolder))
-        folder = CombinePath(folder, localSubfolder);
-    const std::wstring path = CombinePath(CombinePath(folder, L"LUMEQ"), LocalName);
+std::wstring MakeSharedLocalPath() {
+    const std::wstring path = SharedLocalPath();
     EnsureSharedFolder(path);
     return path;
 }
@@ -136,6 +130,24 @@ std::wstring CombinePath(const std::wstring& left, const std::wstring& right) {
     return combined;
 }
 
+std::wstring OwnFactoryPathOf(const std::wstring& host) { return WithoutExtension(host) + FactorySuffix; }
+
+std::wstring SharedFactoryPathOf(const std::wstring& host) {
+    return CombinePath(FolderOf(host), FactoryName);
+}
+
+std::wstring FactoryPathOf(const std::wstring& host) {
+    const std::wstring path = OwnFactoryPathOf(host);
+    return Common::Exists(path) ? path : SharedFactoryPathOf(host);
+}
+
+std::wstring SharedLocalPath() {
+    std::wstring folder = CombinePath(AllUsersFolder(), L"Zuvan");
+    if (!Common::IsBlank(localSubfolder))
+        folder = CombinePath(folder, localSubfolder);
+    return CombinePath(CombinePath(folder, L"LUMEQ"), LocalName);
+}
+
 std::wstring FindFactorySettingsPath() {
     const std::wstring path = FactoryPath();
     Common::TraceToDebugger(L"TRACE: FactorySettingsPath is '" + path + L"'\n");
@@ -146,7 +158,7 @@ std::wstring FindFactorySettingsPath() {
 
 std::wstring FindLocalSettingsPath() {
     const std::wstring path =
-        Common::IsBlank(localSettingsPathOverride) ? SharedLocalPath() : localSettingsPathOverride;
+        Common::IsBlank(localSettingsPathOverride) ? MakeSharedLocalPath() : localSettingsPathOverride;
     Common::TraceToDebugger(L"TRACE: LocalSettingsPath is '" + path + L"'\n");
     return path;
 }

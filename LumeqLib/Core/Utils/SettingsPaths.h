@@ -37,6 +37,18 @@ std::wstring FindAllUsersFolder(const AllUsersFolderSystem& system = AllUsersFol
 /// Returns the joined path, shorter than 261 characters, or throws ArgumentException.
 std::wstring CombinePath(const std::wstring& left, const std::wstring& right);
 
+/// The factory file of one host, and the one that all hosts of a folder share. `host` is the full path of an
+/// executable. The files need not exist. Throw ArgumentException for a path that is too long.
+std::wstring OwnFactoryPathOf(const std::wstring& host);
+std::wstring SharedFactoryPathOf(const std::wstring& host);
+
+/// The one of the two that the host uses: its own if that exists.
+std::wstring FactoryPathOf(const std::wstring& host);
+
+/// The local file under all users' data. Neither it nor its folder need exist. Throws VestoException or
+/// ArgumentException.
+std::wstring SharedLocalPath();
+
 /// The file beside the host's executable. Throws FileNotFoundException if there is none, or if the system
 /// does not know where the executable is.
 std::wstring FindFactorySettingsPath();

@@ -69,12 +69,6 @@ bool HasDocumentType(IXMLDOMDocument& document) {
     return type != nullptr;
 }
 
-std::wstring NodeName(IXMLDOMNode& node) {
-    _bstr_t name;
-    ThrowIfFailed(node.get_nodeName(name.GetAddress()));
-    return FromBstr(name);
-}
-
 bool NamesForeignEncoding(const std::wstring& declaration) {
     const std::wstring text = Common::ToLower(declaration);
     return text.find(L"encoding") != std::wstring::npos && text.find(L"utf-8") == std::wstring::npos;
@@ -217,6 +211,12 @@ XmlNodePointer FindNode(IXMLDOMNode& root, const std::wstring& query) {
     XmlNodePointer node;
     ThrowIfFailed(root.selectSingleNode(ToBstr(query), &node));
     return node;
+}
+
+std::wstring NodeName(IXMLDOMNode& node) {
+    _bstr_t name;
+    ThrowIfFailed(node.get_nodeName(name.GetAddress()));
+    return FromBstr(name);
 }
 
 std::wstring NodeText(IXMLDOMNode& node) {

@@ -55,6 +55,7 @@ void ReplaceRoot(IXMLDOMElement& oldRoot, IXMLDOMElement& newRoot);
 
 /// Null if nothing is found.
 XmlNodePointer FindNode(IXMLDOMNode& root, const std::wstring& query);
+std::wstring NodeName(IXMLDOMNode& node);
 std::wstring NodeText(IXMLDOMNode& node);
 void SetNodeText(IXMLDOMNode& node, const std::wstring& text);
 
