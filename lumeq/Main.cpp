@@ -1,6 +1,8 @@
 // lumeq: what hosts may send, and why a call is refused.
 #include "lumeq/Lint.h"
 #include "lumeq/Schema.h"
+#include "lumeq/doctor/CompanionLoading.h"
+#include "lumeq/doctor/Doctor.h"
 #include "lumeq/view/View.h"
 
 #include <CLI/CLI.hpp>
@@ -22,6 +24,7 @@ Examples:
   lumeq lint calls.jsonl              which calls of a session are refused, and why
   lumeq explain mode dark__v2         whether a pattern accepts a text
   lumeq view Lumeq.Log.txt            a page about what a host did and what came of it
+  lumeq doctor scan.exe               why nothing arrives from this machine
 
 Exit codes: 0 nothing found, 1 something found, 2 the command line is wrong or a file cannot be read.
 Colours appear on a terminal only; NO_COLOR turns them off.)";
@@ -155,6 +158,45 @@ void AddView(CLI::App& app, Action& action) {
     });
 }
 
+void AddDoctor(CLI::App& app, Action& action) {
+    static Doctor::DoctorOptions options;
+    CLI::App* doctor = app.add_subcommand("doctor", "Says why nothing arrives from this machine");
+    auto* const host = doctor->add_option("HOST", options.host, "the application's executable");
+    doctor->add_option("--pid", options.processId, "the number of a process of the application")
+        ->excludes(host);
+    doctor->add_flag("--json", options.asJson, "print the report as JSON");
+    doctor->add_option("--bundle", options.bundle,
+                       "write report, settings and logs to this ZIP file, without secrets");
+    doctor->add_option("--only", options.only, "run these checks only, for example network")->delimiter(',');
+    doctor->add_option("--app-name", options.appName, "the name that the application passes to StartupEx");
+    doctor->add_option("--subfolder", options.subfolder,
+                       "the subfolder of the settings that it chose, if any");
+    doctor->add_option("--seconds", options.seconds, "how long each answer may take (default: 10)")
+        ->check(CLI::Range(0.1, 600.0));
+    doctor->add_flag("!--no-load", options.loadsCompanion,
+                     "do not load the companion library, which runs its code in a process of its own");
+    doctor->add_flag("--list", options.listsKinds, "list everything that can be found, as a table");
+    doctor->footer(
+        "\nChanges nothing on the machine and sends no message. The exit code is 1 if something keeps events "
+        "or\nmessages from arriving, and 2 if there is no such application.\n\nExamples:\n"
+        "  lumeq doctor \"C:\\Program Files\\Scan Studio\\scan.exe\"\n  lumeq doctor --pid 4711 --json\n"
+        "  lumeq doctor scan.exe --bundle for-support.zip\n  lumeq doctor scan.exe --only network,wmi");
+    doctor->callback([&action] { action = [](const Output& output) { return RunDoctor(options, output); }; });
+}
+
+/// For `lumeq doctor` itself, so it is in no help.
+void AddCompanionLoading(CLI::App& app, Action& action) {
+    static std::string companion, host;
+    CLI::App* loading = app.add_subcommand(Doctor::LoadingCommand)->group("");
+    loading->add_option("COMPANION", companion)->required();
+    loading->add_option("HOST", host)->required();
+    loading->callback([&action] {
+        action = [](const Output&) {
+            return static_cast<ExitCode>(Doctor::LoadCompanionHere(companion, host));
+        };
+    });
+}
+
 ExitCode Run(std::vector<std::string> arguments) {
     CLI::App app("Says what hosts of Lumeq may send, and why a call is refused.", "lumeq");
     app.set_version_flag("--version", std::string("lumeq " LUMEQ_VERSION));
@@ -172,6 +214,8 @@ ExitCode Run(std::vector<std::string> arguments) {
     AddLint(app, action);
     AddExplain(app, action);
     AddView(app, action);
+    AddDoctor(app, action);
+    AddCompanionLoading(app, action);
     if (arguments.empty()) {
         Output(stderr).Line(app.help());
         return CannotRun;

@@ -51,16 +51,20 @@ class Validity(NamedTuple):
 
 
 def make_server_certificate(folder: Path, kind: str, address: str) -> ServerCertificate:
-    """One of KINDS, for this IP address. What the folder holds is used again."""
+    """One of KINDS, for this IP address or name. What the folder holds is used again."""
     authority = _authority(folder / "untrusted" if kind == "untrusted-root" else folder)
     stem = f"{kind}-{address}"
     made = ServerCertificate(authority / f"{stem}.chain.pem", authority / f"{stem}.key")
     if not made.chain.exists():
-        name = f"DNS:{WRONG_NAME}" if kind == "wrong-name" else f"IP:{address}"
+        name = f"DNS:{WRONG_NAME}" if kind == "wrong-name" else _alternative_name(address)
         _issue(authority, stem, address, f"{SERVER_EXTENSIONS}subjectAltName = {name}\n",
                _validity(ended=kind == "expired"), "issuer")
         made.chain.write_text("".join((authority / f"{part}.pem").read_text() for part in (stem, "issuer")))
     return made
+
+
+def _alternative_name(address: str) -> str:
+    return f"IP:{address}" if address[0].isdigit() else f"DNS:{address}"
 
 
 def make_root(folder: Path) -> Path:

@@ -90,11 +90,6 @@ DWORD Open(const std::wstring& path, DWORD access, DWORD sharing, DWORD disposit
     return file ? ERROR_SUCCESS : GetLastError();
 }
 
-bool IsReadOnly(const std::wstring& path) {
-    const DWORD attributes = GetFileAttributesW(path.c_str());
-    return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_READONLY) != 0;
-}
-
 /// The error of opening the file for writing; none if there is no file. Replacing a file needs fewer rights
 /// than writing it, but a file that must not be written has to stay.
 DWORD WritingError(const std::wstring& path) {
@@ -164,6 +159,11 @@ DWORD SaveByReplacing(IXMLDOMDocument& document, const std::wstring& path) {
 }
 
 } // namespace
+
+bool IsReadOnly(const std::wstring& path) {
+    const DWORD attributes = GetFileAttributesW(path.c_str());
+    return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_READONLY) != 0;
+}
 
 bool LoadWithRetry(IXMLDOMDocument& document, const std::wstring& path) {
     if (LoadXml(document, path))

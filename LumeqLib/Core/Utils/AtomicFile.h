@@ -7,6 +7,9 @@
 
 namespace Zuvan::Lumeq::Core::Utils {
 
+/// Whether there is such a file, and it is marked as read-only. Saving then fails.
+bool IsReadOnly(const std::wstring& path);
+
 /// Calls LoadXml, which can meet a file that another process is still writing, and, if that fails, once more
 /// after the writer has closed the file. Waits up to 200 ms for that and keeps new writers out during the
 /// second attempt. Otherwise other processes are not disturbed.

@@ -1,0 +1,161 @@
+#include "lumeq/doctor/Masking.h"
+
+#include <algorithm>
+#include <cctype>
+#include <string_view>
+
+namespace Zuvan::Lumeq::Tool::Doctor {
+
+namespace {
+
+constexpr std::string_view Mask = "***";
+
+/// What follows `start` is masked, up to the first of `ends` or the end of the line.
+struct Rule {
+    std::string_view start;
+    std::string_view ends;
+};
+
+constexpr Rule Rules[] = {
+    // The token: in the headers, in the log of the configuration, and in settings files.
+    {"bearer ", " \\\""},
+    {"authtoken=", ""},
+    {"<authenticationtoken", "<"},
+    // Identifiers of the machine, the installation and its devices.
+    {"<appdeployeduuid", "<"},
+    {"appdeployeduuid=", ","},
+    {"\"sys_uuid\":\"", "\""},
+    {"\"pc_sku\":\"", "\""},
+    {"\"app_deployed_uuid\":\"", "\""},
+    {"\"app_session_uuid\":\"", "\""},
+    {"\\\"sys_uuid\\\":\\\"", "\\\""},
+    {"\\\"pc_sku\\\":\\\"", "\\\""},
+    {"deviceuuid: \"", "\""},
+    {"biid: \"", "\""},
+    // A message in Base64.
+    {".b64?=", "\\\""},
+    // Names of users, with slashes, backslashes and backslashes of JSON.
+    {"\\users\\", "\\/\"'<"},
+    {"\\\\users\\\\", "\\/\"'<"},
+    {"/users/", "\\/\"'<"},
+    {"/home/", "\\/\"'<"},
+    {"\\documents and settings\\", "\\/\"'<"},
+    {"\\\\documents and settings\\\\", "\\/\"'<"},
+};
+
+char Lower(char unit) { return static_cast<char>(std::tolower(static_cast<unsigned char>(unit))); }
+
+std::string Lowered(std::string_view text) {
+    std::string lowered(text);
+    std::transform(lowered.begin(), lowered.end(), lowered.begin(), Lower);
+    return lowered;
+}
+
+/// Replaces each text that `find` returns as a pair of positions, from left to right. `find` gets the text in
+/// lower case, and where to start.
+template <class Find>
+std::string Replaced(const std::string& text, Find find) {
+    const std::string lower = Lowered(text);
+    std::string result;
+    std::size_t at = 0;
+    for (;;) {
+        const auto [from, to] = find(lower, at);
+        if (from == lower.npos)
+            return result + text.substr(at);
+        result += text.substr(at, from - at);
+        if (to > from)
+            result += Mask;
+        at = to;
+    }
+}
+
+using Range = std::pair<std::size_t, std::size_t>;
+
+std::string MaskedBy(const Rule& rule, const std::string& text) {
+    return Replaced(text, [&rule](const std::string& lower, std::size_t at) -> Range {
+        const std::size_t start = lower.find(rule.start, at);
+        if (start == lower.npos)
+            return {start, start};
+        std::size_t from = start + rule.start.size();
+        // An element's own tag may have attributes.
+        if (rule.start.front() == '<')
+            from = std::min(lower.find('>', from), lower.size() - 1) + 1;
+        const std::size_t end = lower.find_first_of(std::string(rule.ends) + "\r\n", from);
+        return {from, std::min(end, lower.size())};
+    });
+}
+
+std::string WithoutText(const std::string& secret, const std::string& text) {
+    const std::string wanted = Lowered(secret);
+    return Replaced(text, [&wanted](const std::string& lower, std::size_t at) -> Range {
+        const std::size_t from = lower.find(wanted, at);
+        return {from, from + wanted.size()};
+    });
+}
+
+/// The call that posts is logged with the token as its last argument.
+std::string WithoutPostedTokens(const std::string& text) {
+    return Replaced(text, [](const std::string& lower, std::size_t at) -> Range {
+        const std::size_t call = lower.find("postmessageandforget(", at);
+        if (call == lower.npos)
+            return {call, call};
+        const std::size_t end = std::min(lower.find_first_of("\r\n", call), lower.size());
+        const std::size_t comma = lower.rfind(", ", end);
+        return comma == lower.npos || comma < call ? Range{end, end} : Range{comma + 2, end};
+    });
+}
+
+/// Runs of hexadecimal digits and hyphens, as long as a GUID or a hash.
+std::string WithoutIdentifiers(const std::string& text) {
+    constexpr std::size_t Shortest = 32;
+    const auto belongs = [](char unit) {
+        return std::isxdigit(static_cast<unsigned char>(unit)) || unit == '-';
+    };
+    return Replaced(text, [&](const std::string& lower, std::size_t at) -> Range {
+        for (std::size_t from = at; from < lower.size();) {
+            const auto first =
+                std::find_if(lower.begin() + static_cast<std::ptrdiff_t>(from), lower.end(), belongs);
+            const auto last = std::find_if_not(first, lower.end(), belongs);
+            from = static_cast<std::size_t>(first - lower.begin());
+            const std::size_t end = static_cast<std::size_t>(last - lower.begin());
+            const auto hyphens = static_cast<std::size_t>(std::count(first, last, '-'));
+            if (end - from - hyphens >= Shortest)
+                return {from, end};
+            from = end;
+        }
+        return {lower.npos, lower.npos};
+    });
+}
+
+std::string WithoutAddresses(const std::string& text) {
+    const auto belongs = [](char unit) {
+        return std::isalnum(static_cast<unsigned char>(unit)) ||
+               std::string_view("._%+-").find(unit) != std::string_view::npos;
+    };
+    return Replaced(text, [&](const std::string& lower, std::size_t at) -> Range {
+        for (std::size_t sign = lower.find('@', at); sign != lower.npos; sign = lower.find('@', sign + 1)) {
+            std::size_t from = sign, to = sign + 1;
+            while (from > at && belongs(lower[from - 1]))
+                --from;
+            while (to < lower.size() && belongs(lower[to]))
+                ++to;
+            if (from < sign && to > sign + 1)
+                return {from, to};
+        }
+        return {lower.npos, lower.npos};
+    });
+}
+
+} // namespace
+
+std::string Masking::Masked(std::string text) const {
+    text = WithoutPostedTokens(text);
+    for (const Rule& rule : Rules)
+        text = MaskedBy(rule, text);
+    for (const std::string& secret : _secrets)
+        if (secret.size() >= 3)
+            text = WithoutText(secret, text);
+    return WithoutAddresses(WithoutIdentifiers(text));
+}
+
+} // namespace Zuvan::Lumeq::Tool::Doctor
