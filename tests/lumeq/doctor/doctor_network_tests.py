@@ -96,8 +96,6 @@ class Network(ServedTestCase):
                          r"^127\.0\.0\.1: .*\(10061\)$")
 
     def test_servers_without_an_encrypted_connection(self):
-        with self.serve(misbehaviour="reset"):
-            self.check_network({"handshake-fails"})
         with self.serve(plain=True):
             self.check_network({"handshake-fails"}, "--seconds", "1")
         with self.serve(misbehaviour="no-handshake"):
