@@ -28,8 +28,8 @@ SYMBOLS = Path(os.environ.get("LUMEQ_SYMBOLS", ""))
 ORIGINS = {"GCC runtime libraries": r"/usr/lib/gcc/x86_64-w64-mingw32/12-posix/[^/]+\.a$",
            "winpthreads": r"/x86_64-w64-mingw32/lib/lib(win)?pthread\.a$",
            "mingw-w64 runtime": r"/x86_64-w64-mingw32/lib/(?!lib(win)?pthread)[^/]+\.a$"}
-# By the folder of the headers, which the debugger's information names where their code was compiled in.
-HEADERS = {"JSON for Modern C++": b"host-headers/nlohmann", "CLI11": b"host-headers/CLI"}
+# By the name space, which mangled names of the debugger's information have where the headers' code was compiled in.
+HEADERS = {"JSON for Modern C++": b"N8nlohmann", "CLI11": b"N3CLI"}
 
 
 def executables() -> list[Path]:

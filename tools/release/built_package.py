@@ -11,6 +11,7 @@ from pathlib import Path
 
 # Where the black-box tests look for the files that they test.
 VIEW = {"Lumeq.dll": "bin/Lumeq.dll", "LumeqC.dll": "bin/LumeqC.dll", "lumeq.exe": "bin/lumeq.exe",
+        "libLumeqC.dll.a": "lib/libLumeqC.dll.a", "LumeqC.lib": "lib/LumeqC.lib",
         "lumeq-host.exe": "samples/bin/lumeq-host.exe",
         "companion/LumeqShim.Managed.dll": "samples/bin/LumeqShim.Managed.dll"}
 # Part of no package.
