@@ -74,6 +74,16 @@ class Papers(unittest.TestCase):
                 self.assertIn("GCC runtime libraries", linked)
                 self.assertEqual(linked, self.listed_for(file))
 
+    def test_list_names_the_theme_of_each_page_and_script(self):
+        site = PACKAGE / "share" / "doc" / "Lumeq" / "site"
+        self.assertTrue((site / "index.html").exists())
+        theme = {relation["spdxElementId"] for relation in self.materials["relationships"]
+                 if self.packages.get(relation["relatedSpdxElement"], {}).get("name") == "Material for MkDocs"}
+        listed = {self.files[name]["fileName"] for name in theme}
+        for file in site.rglob("*"):
+            if file.suffix in (".html", ".js", ".css"):
+                self.assertIn(f"./{file.relative_to(PACKAGE).as_posix()}", listed)
+
     def test_list_has_each_file_with_its_checksums(self):
         present = {f"./{file.relative_to(PACKAGE).as_posix()}": file for file in PACKAGE.rglob("*") if file.is_file()}
         del present["./sbom.spdx.json"]

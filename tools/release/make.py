@@ -134,6 +134,13 @@ def stage(made: Made, package: Path) -> None:
                 shutil.copy(file, place)
 
 
+def add_site(made: Made, package: Path) -> None:
+    """The documentation, without what only its makers or a web server need."""
+    run(made.source / "tools" / "site", stderr=subprocess.STDOUT)
+    shutil.copytree(made.source / "build" / "site", package / third_parties.SITE,
+                    ignore=shutil.ignore_patterns("*.map", "sitemap.xml*"))
+
+
 def write_introduction(source: Source, made: Made, package: Path, with_demo_key: bool) -> None:
     text = (made.source / "tools" / "release" / "introduction.md").read_text(encoding="utf-8")
     key = ("the public key of the demonstration. Identifiers made with it hide nothing, so do not ship it"
@@ -151,8 +158,9 @@ def make(source: Source, made: Made, arguments: argparse.Namespace, key: str) ->
     build(made, key)
     package = made.stage / source.name
     stage(made, package)
+    add_site(made, package)
     write_introduction(source, made, package, arguments.demo_key)
-    parties = third_parties.linked_into(package, made.build)
+    parties = [*third_parties.linked_into(package, made.build), third_parties.in_the_site(package)]
     (package / "THIRD-PARTY-NOTICES.txt").write_text(third_parties.notices(parties), encoding="utf-8")
     sbom.write(package, parties, source.version, source.commit, source.epoch)
     symbols = stage_symbols(source, made)

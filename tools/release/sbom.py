@@ -62,6 +62,7 @@ def own_package(version: str, commit: str, files: list[dict]) -> dict:
 
 
 def foreign_package(party: Party) -> dict:
+    is_code = any(kind_of(name) == "STATIC_LINK" for name in party.files)
     locator = f"pkg:deb/debian/{party.package}@{urllib.parse.quote(party.version, safe='')}?arch=amd64&distro=bookworm"
     return {
         "SPDXID": identifier("Package", party.licence.name),
@@ -69,7 +70,7 @@ def foreign_package(party: Party) -> dict:
         "versionInfo": party.upstream,
         "supplier": "Organization: Debian",
         "downloadLocation": "NOASSERTION",
-        "primaryPackagePurpose": "LIBRARY",
+        "primaryPackagePurpose": "LIBRARY" if is_code else "FRAMEWORK",
         "filesAnalyzed": False,
         "licenseConcluded": party.licence.expression,
         "licenseDeclared": party.licence.expression,
@@ -82,11 +83,15 @@ def relation(one: str, kind: str, other: str) -> dict:
     return {"spdxElementId": one, "relationshipType": kind, "relatedSpdxElement": other}
 
 
+def kind_of(name: str) -> str:
+    return "STATIC_LINK" if Path(name).suffix in archive.PROGRAMS else "CONTAINS"
+
+
 def document(package: Path, parties: list[Party], version: str, commit: str, epoch: int) -> dict:
     files = [file_entry(package, file) for file in archive.files_in(package) if file.name != NAME]
     relations = [relation("SPDXRef-DOCUMENT", "DESCRIBES", PACKAGE)]
     relations += [relation(PACKAGE, "CONTAINS", file["SPDXID"]) for file in files]
-    relations += [relation(identifier("File", name), "STATIC_LINK", identifier("Package", party.licence.name))
+    relations += [relation(identifier("File", name), kind_of(name), identifier("Package", party.licence.name))
                   for party in parties for name in sorted(party.files)]
     texts = {reference: party.notice for party in parties
              for reference in re.findall(r"LicenseRef-[\w.-]+", party.licence.expression)}

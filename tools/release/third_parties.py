@@ -33,7 +33,12 @@ LICENCES = {
     "mingw-w64-common": [Licence("mingw-w64 runtime", "ZPL-2.1 AND LicenseRef-mingw-w64-runtime")],
     "nlohmann-json3-dev": [Licence("JSON for Modern C++", "MIT")],
     "libcli11-dev": [Licence("CLI11", "BSD-3-Clause")],
+    "mkdocs-material": [Licence("Material for MkDocs", "MIT AND LicenseRef-mkdocs-material")],
 }
+
+
+# Of the package.
+SITE = PurePosixPath("share/doc/Lumeq/site")
 
 
 @dataclass
@@ -112,6 +117,14 @@ def linked_into(package: Path, build: Path) -> list[Party]:
     return [parties[name] for name in sorted(parties)]
 
 
+def in_the_site(package: Path) -> Party:
+    """The theme of the documentation, whose scripts, styles and icons are in every page."""
+    theme = "mkdocs-material"
+    files = {file.relative_to(package).as_posix() for file in archive.files_in(package)
+             if SITE in file.relative_to(package).parents and file.suffix in (".html", ".js", ".css")}
+    return Party(LICENCES[theme][0], theme, *versions(theme), files)
+
+
 def licences_of(debian: str, names: set[str]) -> set[Licence]:
     rows = LICENCES[debian]
     return {next(row for row in rows if re.fullmatch(row.covers or ".*", name)) for name in names}
@@ -119,17 +132,21 @@ def licences_of(debian: str, names: set[str]) -> set[Licence]:
 
 HEAD = """Third-party notices
 
-The files of this package contain code of others, compiled in or linked statically. sbom.spdx.json lists it for each
-file. The texts below are those of the packages of the build machine.
+The files of this package contain code of others: compiled in, linked statically, or scripts and styles of the pages.
+sbom.spdx.json lists it for each file. The texts below are those of the packages of the build machine.
 
 The licence of the GCC runtime libraries has an exception that allows conveying a work compiled with GCC under terms of
 one's own choice. Nothing here restricts how a host is licensed.
 """
 
 
+def places_of(party: Party) -> list[str]:
+    return sorted({f"{SITE}/" if name.startswith(f"{SITE}/") else name for name in party.files})
+
+
 def notices(parties: list[Party]) -> str:
     text = HEAD + "".join(
-        f"\n  {party.licence.name} {party.upstream}: {party.licence.expression}\n    in {', '.join(sorted(party.files))}\n"
+        f"\n  {party.licence.name} {party.upstream}: {party.licence.expression}\n    in {', '.join(places_of(party))}\n"
         for party in parties)
     shown = set()
     for party in parties:
