@@ -13,7 +13,6 @@ from pathlib import Path
 
 sys.path.insert(0, str(Path(__file__).resolve().parents[1] / "host"))
 from support import BUILD, ROOT, SessionTestCase  # noqa: E402
-import release_tools  # noqa: E402, F401
 import minidump  # noqa: E402
 from pe_file import PeFile  # noqa: E402
 from session_player import Conditions  # noqa: E402

@@ -16,7 +16,6 @@ from pathlib import Path
 
 sys.path.insert(0, str(Path(__file__).resolve().parents[1] / "host"))
 from support import ROOT, SessionTestCase, call  # noqa: E402
-import release_tools  # noqa: E402, F401
 import pdb_file  # noqa: E402
 import spdx_rules  # noqa: E402
 from pe_file import PeFile  # noqa: E402

@@ -11,7 +11,6 @@ from pathlib import Path
 
 sys.path.insert(0, str(Path(__file__).resolve().parents[1] / "host"))
 from support import BUILD, ROOT  # noqa: E402
-import release_tools  # noqa: E402, F401
 import interfaces  # noqa: E402
 
 TOOLCHAIN = ROOT / "cmake" / "mingw-w64.cmake"

@@ -1,16 +1,28 @@
-"""What the tools for executable files print about a DLL."""
+"""What a DLL or program is as a file."""
 
-import re
-import subprocess
 from pathlib import Path
 
-from .paths import OBJDUMP
-
-
-def headers_of(library: Path) -> str:
-    return subprocess.run([OBJDUMP, "-p", library], check=True, stdout=subprocess.PIPE, text=True).stdout
+from .paths import BUILD  # Which also finds the tools of a release.
+import interfaces
+from pe_file import PeFile
+from shipped_files import problems_of
 
 
 def exports_of(library: Path) -> list[str]:
-    table = headers_of(library).split("[Ordinal/Name Pointer] Table")[1].split("\n\n")[0]
-    return re.findall(r"^\s*\[ *\d+\] (?:\+base\[ *\d+\] +[0-9a-f]+ )?(\S+)$", table, re.MULTILINE)
+    return sorted(export.name for export in PeFile(library).exports())
+
+
+def imports_of(library: Path) -> dict[str, set[str]]:
+    """Functions by library, in lower case."""
+    return {name.lower(): set(functions) for name, functions in PeFile(library).imports().items()}
+
+
+def is_the_build_that_ships() -> bool:
+    cache = (BUILD / "CMakeCache.txt").read_text()
+    return "CMAKE_BUILD_TYPE:STRING=Release" in cache and "LUMEQ_CHECKED:BOOL=ON" not in cache
+
+
+def shipping_problems(library: Path) -> list[str]:
+    """Protections, imports, version, traces of the build; the size, if this is the build that ships."""
+    return [problem for problem in problems_of(library, interfaces.version(), [str(interfaces.ROOT), str(BUILD)])
+            if is_the_build_that_ships() or " bytes of " not in problem]
