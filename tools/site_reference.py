@@ -1,87 +1,12 @@
 """The site's reference: a page of Markdown for each public header, from Doxygen's XML."""
 
-import html
 import re
-import subprocess
-import sys
 import textwrap
 import xml.etree.ElementTree as ElementTree
 from pathlib import Path
 from typing import Iterator
 
-WIDTH = 90
-CODE = re.compile(r"`([^`]*)`")
-QUOTED = re.compile(r'("[^"]*")')
-HEX = re.compile(r"x-([0-9a-f]*)-x")
-SETTINGS = """
-OUTPUT_DIRECTORY = {output}
-INPUT = {headers}
-FILTER_PATTERNS = *="{python} -B {filter}"
-GENERATE_HTML = NO
-GENERATE_LATEX = NO
-GENERATE_XML = YES
-XML_PROGRAMLISTING = NO
-EXTRACT_ALL = YES
-WARN_IF_UNDOCUMENTED = NO
-WARN_AS_ERROR = YES
-QUIET = YES
-MACRO_EXPANSION = YES
-EXPAND_ONLY_PREDEF = YES
-PREDEFINED = LUMEQ_API= LUMEQ_C_API= __cplusplus=201703L
-SORT_MEMBER_DOCS = NO
-SORT_BRIEF_DOCS = NO
-"""
-
-
-def filtered(line: str) -> str:
-    """A comment line as Doxygen must see it. It reads commands and the ends of comments even inside code spans, so these
-    pass as hexadecimal; elsewhere its special characters are escaped."""
-    if "///" not in line:
-        return line
-    code, mark, comment = re.split(r"(///<?)", line, maxsplit=1)
-    parts = CODE.split(comment)
-    parts[::2] = map(_escaped, parts[::2])
-    parts[1::2] = [f"`x-{part.encode().hex()}-x`" for part in parts[1::2]]
-    return f"{code}{mark}{''.join(parts)}"
-
-
-def _escaped(text: str) -> str:
-    """Doxygen takes what is in quotation marks as it is."""
-    parts = QUOTED.split(text)
-    parts[::2] = [re.sub(r"([\\%<>&#])", r"\\\1", part) for part in parts[::2]]
-    return "".join(parts)
-
-
-def run_doxygen(headers: list[Path], output: Path) -> Path:
-    """Returns the folder of the XML files."""
-    output.mkdir(parents=True, exist_ok=True)
-    settings = SETTINGS.format(output=output, headers=" ".join(map(str, headers)), python=sys.executable, filter=__file__)
-    subprocess.run(["doxygen", "-"], input=settings, text=True, check=True)
-    return output / "xml"
-
-
-def text_of(element: ElementTree.Element) -> str:
-    """The text of a description in HTML, without its parameters."""
-    parts = [html.escape(element.text or "", quote=False)]
-    for child in element:
-        if child.tag not in ("parameterlist", "simplesect"):
-            inner = text_of(child)
-            parts.append({"computeroutput": f"<code>{_decoded(inner)}</code>", "para": f"<p>{inner}</p>"}
-                         .get(child.tag, inner))
-        parts.append(html.escape(child.tail or "", quote=False))
-    return "".join(parts).replace("<p> </p>", "").strip()
-
-
-def _decoded(text: str) -> str:
-    return HEX.sub(lambda found: html.escape(bytes.fromhex(found[1]).decode(), quote=False), text)
-
-
-def description(member: ElementTree.Element) -> str:
-    return text_of(member.find("briefdescription")) + text_of(member.find("detaileddescription"))
-
-
-def plain(member: ElementTree.Element) -> str:
-    return " ".join(html.unescape(re.sub("<[^>]*>", "", description(member))).split())
+from site_doxygen import WIDTH, declaration, description, field, plain, text_of, type_of
 
 
 def parameters(member: ElementTree.Element) -> str:
@@ -89,34 +14,8 @@ def parameters(member: ElementTree.Element) -> str:
     for item in member.iter("parameteritem"):
         name = item.findtext(".//parametername")
         what = re.sub("</?p>", "", text_of(item.find("parameterdescription")))
-        rows.append(f"<tr><td><code>{name}</code></td><td>{what}</td></tr>")
-    return f'<table class="parameters"><tbody>\n{chr(10).join(rows)}\n</tbody></table>\n' if rows else ""
-
-
-def declaration(member: ElementTree.Element) -> str:
-    def argument(parameter: ElementTree.Element) -> str:
-        type_ = _type(parameter.find("type"))
-        array = parameter.findtext("array") or ""
-        default = f" = {_all_text(parameter.find('defval'))}" if parameter.find("defval") is not None else ""
-        return f"{type_} {parameter.findtext('declname') or ''}".replace("* ", "*").strip() + array + default
-
-    arguments = [argument(parameter).replace("*", "* ") for parameter in member.findall("param")]
-    arguments = [re.sub(r" ?([*&]+) ?", r"\1 ", text).strip() for text in arguments]
-    head = f"{_type(member.find('type'))} {member.findtext('name')}".strip()
-    tail = " const" if member.get("const") == "yes" else ""
-    one_line = f"{head}({', '.join(arguments)}){tail};"
-    if len(one_line) <= WIDTH:
-        return one_line
-    return head + "(\n    " + ",\n    ".join(arguments) + f"){tail};"
-
-
-def _type(element: ElementTree.Element) -> str:
-    return re.sub(r" ([*&])", r"\1", _all_text(element)).removeprefix("static inline ").removeprefix("constexpr ")
-
-
-def _all_text(element: ElementTree.Element) -> str:
-    text = "".join(element.itertext()).strip()
-    return re.sub(r"([*&]) +(?=[,>])", r"\1", text.replace("< ", "<").replace(" >", ">"))
+        rows.append(f"<tr><td><code>{name}</code></td><td>{what}</td></tr>\n")
+    return f'<table class="parameters"><tbody>\n{"".join(rows)}</tbody></table>\n' if rows else ""
 
 
 def fenced(code: str) -> str:
@@ -147,20 +46,16 @@ def synopsis(compound: ElementTree.Element) -> str:
         comment = plain(member)
         if comment:
             lines += textwrap.wrap(comment, WIDTH - 7, initial_indent="// ", subsequent_indent="// ")
-        lines += (declaration(member) if member.get("kind") == "function" else _field(member)).split("\n")
+        lines += (declaration(member) if member.get("kind") == "function" else field(member)).split("\n")
     body = "".join(f"    {line}\n" for line in lines)
     code = f"{compound.get('kind')} {name} {{\n{body}}};"
     return f"### {name} {{#{name}}}\n\n{description(compound)}\n\n{fenced(code)}\n"
 
 
-def _field(member: ElementTree.Element) -> str:
-    return f"{_type(member.find('type'))} {member.findtext('name')};"
-
-
 def alias(member: ElementTree.Element) -> str:
     name, definition = member.findtext("name"), member.findtext("definition")
     if definition.startswith("using"):
-        definition = f"using {name} = {_type(member.find('type')).removeprefix('typedef ')}"
+        definition = f"using {name} = {type_of(member).removeprefix('typedef ')}"
     return f"### {name} {{#{name}}}\n\n{description(member)}\n\n{fenced(definition + ';')}\n"
 
 
@@ -222,7 +117,3 @@ class Header:
             if text:
                 parts.append(f"## {heading}\n\n{text}")
         return "".join(parts)
-
-
-if __name__ == "__main__":
-    sys.stdout.writelines(map(filtered, open(sys.argv[1], encoding="utf-8")))
