@@ -1,6 +1,6 @@
 """Symbols of a release: a crash inside Lumeq.dll resolves to its functions.
 
-LUMEQ_PACKAGE names the unpacked release, LUMEQ_SYMBOLS its symbols.
+LUMEQ_PACKAGE and LUMEQ_SYMBOLS name the unpacked archives of a release.
 """
 
 import os

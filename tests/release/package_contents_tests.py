@@ -1,6 +1,6 @@
 """The papers of a release: its list of materials, its notices, its archive.
 
-LUMEQ_PACKAGE names the unpacked release, LUMEQ_SYMBOLS its symbols and the linker's maps.
+LUMEQ_PACKAGE names the unpacked release, LUMEQ_LINK_MAPS the folder of the build with the linker's maps and symbols.
 """
 
 import copy
@@ -21,7 +21,7 @@ import spdx_rules  # noqa: E402
 from pe_file import PeFile  # noqa: E402
 
 PACKAGE = Path(os.environ.get("LUMEQ_PACKAGE", ""))
-SYMBOLS = Path(os.environ.get("LUMEQ_SYMBOLS", ""))
+LINK_MAPS = Path(os.environ.get("LUMEQ_LINK_MAPS", ""))
 
 # By the folder in which the toolchain keeps its archives.
 ORIGINS = {"GCC runtime libraries": r"/usr/lib/gcc/x86_64-w64-mingw32/12-posix/[^/]+\.a$",
@@ -38,7 +38,7 @@ def executables() -> list[Path]:
 def parties_by_symbols(file: Path) -> set[str]:
     """Whose code is in a file, without asking how the list of materials was made."""
     identifier = PeFile(file).symbols()[0]
-    folder = next(pdb.parent for pdb in SYMBOLS.rglob("*.pdb") if pdb_file.identifier_of(pdb) == identifier)
+    folder = next(pdb.parent for pdb in LINK_MAPS.rglob("*.pdb") if pdb_file.identifier_of(pdb) == identifier)
     mapped = next(folder.glob("*.map")).read_text(errors="replace")
     archives = {os.path.normpath(path) for path in re.findall(r"(\S+\.a)\([^)\s]+\)", mapped) if path.startswith("/usr/")}
     found = {party for party, pattern in ORIGINS.items() for path in archives if re.search(pattern, path)}

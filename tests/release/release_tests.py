@@ -4,7 +4,7 @@ import argparse
 import json
 import os
 import re
-import struct
+import subprocess
 import tempfile
 import unittest
 import zipfile
@@ -16,6 +16,7 @@ import archive
 import interfaces
 import make
 import pdb_file
+from pe_file import PeFile
 
 VERSION = interfaces.version()
 CHANGELOG = (ROOT / "CHANGELOG.md").read_text(encoding="utf-8")
@@ -112,24 +113,48 @@ class Archive(unittest.TestCase):
 
 
 class Pdb(unittest.TestCase):
-    """A file of three blocks of 64 bytes: its head, the directory's place and directory, and the stream."""
+    EPOCH = 1_700_000_000
 
-    def setUp(self):
-        block = 64
-        head = pdb_file.SIGNATURE + struct.pack("<6I", block, 0, 5, 16, 0, 1)
-        directory = struct.pack("<4I", 2, 0, 28, 3)
-        stream = struct.pack("<3I", 20000404, 1795341939, 1) + bytes(range(16))
-        self.content = b"".join(part.ljust(block, b"\0") for part in (head, struct.pack("<I", 2), directory, stream))
+    def linked(self, folder: Path) -> Path:
+        """A PDB of the linker's, of an object in that folder."""
+        folder.mkdir(parents=True)
+        (folder / "zoom.c").write_text("int zoom(int x) { return x + 1; }\n")
+        for command in (["-c", "zoom.c", "-o", "zoom.o"],
+                        ["-shared", "-nostdlib", "-Wl,--no-insert-timestamp,--build-id,--pdb=zoom.pdb,--entry=zoom", "zoom.o", "-o", "zoom.dll"]):
+            subprocess.run(["x86_64-w64-mingw32-gcc-posix", *command], cwd=folder, check=True)
+        return folder / "zoom.pdb"
 
-    def test_time_is_replaced_and_nothing_else(self):
+    def test_of_two_folders_are_the_same(self):
+        with tempfile.TemporaryDirectory() as folder:
+            places = Path(folder, "one"), Path(folder, "in", "another-folder")
+            files = [self.linked(place) for place in places]
+            before = [pdb_file.read(file) for file in files]
+            self.assertNotEqual(files[0].read_bytes(), files[1].read_bytes())
+            for file, place in zip(files, places):
+                pdb_file.settle(file, self.EPOCH, str(place), "/zoom")
+            self.assertEqual(files[0].read_bytes(), files[1].read_bytes())
+            after = pdb_file.read(files[0])
+            self.assertIn(b"/zoom/zoom.o\0", after.streams[pdb_file.OBJECTS])
+            self.assertNotIn(folder.encode(), files[0].read_bytes())
+            changed = [number for number, streams in enumerate(zip(before[0].streams, after.streams)) if len(set(streams)) > 1]
+            # The last is that of the linker itself.
+            self.assertEqual([pdb_file.INFORMATION, pdb_file.OBJECTS], changed[:2])
+            self.assertEqual(3, len(changed))
+
+    def test_has_the_identifier_of_its_file(self):
+        with tempfile.TemporaryDirectory() as folder:
+            file = self.linked(Path(folder, "one"))
+            identifier, age, name = PeFile(file.with_suffix(".dll")).symbols()
+            self.assertEqual((identifier, 1, "zoom.pdb"), (pdb_file.identifier_of(file), age, name))
+
+    def test_of_many_blocks_is_read_as_it_was_written(self):
+        pdb = pdb_file.Pdb(64, [b"", bytes(range(200)), b"x" * 64, b"y" * 9000])
         with tempfile.TemporaryDirectory() as folder:
             file = Path(folder, "x.pdb")
-            file.write_bytes(self.content)
-            before = pdb_file.identifier_of(file)
-            self.assertEqual(bytes(range(16)), before.bytes_le)
-            pdb_file.set_time(file, 5)
-            self.assertEqual(self.content.replace(struct.pack("<I", 1795341939), struct.pack("<I", 5)), file.read_bytes())
-            self.assertEqual(before, pdb_file.identifier_of(file))
+            pdb_file.write(pdb, file)
+            self.assertEqual(pdb, pdb_file.read(file))
+            content = file.read_bytes()
+            self.assertEqual([0, 0], [sum(content[64 * number:64 * (number + 1)]) for number in (65, 66)])
 
     def test_other_files_are_refused(self):
         with self.assertRaises(ValueError):

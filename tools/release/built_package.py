@@ -42,8 +42,10 @@ TESTS = (
 
 def test(packed: Path, source: Path, build: Path, folder: Path) -> None:
     """Ends the program if a test fails."""
-    with zipfile.ZipFile(packed) as files:
-        files.extractall(folder)
+    symbols = packed.with_stem(f"{packed.stem}-symbols")
+    for file in (packed, symbols):
+        with zipfile.ZipFile(file) as files:
+            files.extractall(folder)
     package = folder / packed.stem
     view = folder / "view"
     for name, place in VIEW.items():
@@ -56,7 +58,8 @@ def test(packed: Path, source: Path, build: Path, folder: Path) -> None:
     wine.mkdir(parents=True, exist_ok=True)
     (source / "build" / "wine").symlink_to(wine)
 
-    environment = dict(os.environ, LUMEQ_PACKAGE=str(package), LUMEQ_BUILD_DIR=str(view), LUMEQ_SYMBOLS=str(build / "symbols"),
+    environment = dict(os.environ, LUMEQ_PACKAGE=str(package), LUMEQ_BUILD_DIR=str(view),
+                       LUMEQ_SYMBOLS=str(folder / symbols.stem), LUMEQ_LINK_MAPS=str(build / "symbols"),
                        LUMEQ_TOOLCHAIN_FILE=str(source / "cmake" / "mingw-w64.cmake"), LUMEQ_CXX="x86_64-w64-mingw32-g++-posix")
     failed = [] if passes(FIRST, source, folder, environment) else [FIRST]
     for host in (view / "package-tests" / "sample-hosts" / "hosts").glob("*.exe"):

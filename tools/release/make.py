@@ -178,7 +178,7 @@ def stage_symbols(source: Source, made: Made) -> Path:
             target.parent.mkdir(parents=True, exist_ok=True)
             shutil.copy(file, target)
             if file.suffix == ".pdb":
-                pdb_file.set_time(target, source.epoch)
+                pdb_file.settle(target, source.epoch, str(made.build), "/lumeq/build")
     return folder
 
 

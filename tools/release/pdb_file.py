@@ -1,37 +1,116 @@
-"""The few bytes of a PDB, a file of numbered streams, that say which executable file it belongs to."""
+"""The linker's PDB: which executable file it belongs to, and the same bytes wherever and whenever it was written.
+
+A PDB is a file of numbered streams, each in blocks that a directory lists.
+"""
 
 import struct
 import uuid
 from pathlib import Path
+from typing import NamedTuple
 
 SIGNATURE = b"Microsoft C/C++ MSF 7.00\r\n\x1aDS\0\0\0"
-INFORMATION = 1
-"""The stream that starts with version, time, age and identifier."""
+ABSENT = 0xFFFFFFFF
+
+# Streams. The first starts with version, time, age and identifier; the other with a table of the linked objects.
+INFORMATION, OBJECTS = 1, 3
+OBJECTS_SIZE, OBJECTS_START = 24, 64
+
+# Of an object: the part before its names, and where that has the number of its stream and the size of its symbols there.
+FIXED_PART, SYMBOLS, NO_STREAM = 64, 34, 0xFFFF
+SYMBOLS_START, ENVIRONMENT = 4, 0x113D
 
 
-def _stream(content: bytes, wanted: int) -> int:
-    """Where the stream's first block starts. It holds all that is read here."""
+class Pdb(NamedTuple):
+    block: int
+    """Size of a block."""
+    streams: list[bytes]
+
+
+def _blocks(size: int, block: int) -> int:
+    return -(-size // block)
+
+
+def read(path: Path) -> Pdb:
+    content = path.read_bytes()
     if not content.startswith(SIGNATURE):
-        raise ValueError("not a PDB")
-    block, _, _, directory_size, _, directory_map = struct.unpack_from("<6I", content, len(SIGNATURE))
-    blocks = -(-directory_size // block)
-    places = struct.unpack_from(f"<{blocks}I", content, directory_map * block)
-    directory = b"".join(content[place * block:(place + 1) * block] for place in places)
+        raise ValueError(f"{path} is no PDB")
+    block, _, _, size, _, place = struct.unpack_from("<6I", content, len(SIGNATURE))
+
+    def joined(numbers: tuple[int, ...], length: int) -> bytes:
+        return b"".join(content[number * block:(number + 1) * block] for number in numbers)[:length]
+
+    directory = joined(struct.unpack_from(f"<{_blocks(size, block)}I", content, place * block), size)
     count, = struct.unpack_from("<I", directory)
-    sizes = [0 if size == 0xFFFFFFFF else size for size in struct.unpack_from(f"<{count}I", directory, 4)]
-    before = sum(-(-size // block) for size in sizes[:wanted])
-    first, = struct.unpack_from("<I", directory, 4 + 4 * count + 4 * before)
-    return first * block
+    sizes = [0 if length == ABSENT else length for length in struct.unpack_from(f"<{count}I", directory, 4)]
+    streams, at = [], 4 + 4 * count
+    for length in sizes:
+        numbers = struct.unpack_from(f"<{_blocks(length, block)}I", directory, at)
+        streams.append(joined(numbers, length))
+        at += 4 * len(numbers)
+    return Pdb(block, streams)
+
+
+def write(pdb: Pdb, path: Path) -> None:
+    block, blocks = pdb.block, [b"", b"", b""]
+
+    def place(data: bytes) -> list[int]:
+        numbers = []
+        for start in range(0, len(data), block):
+            while len(blocks) % block in (1, 2):  # Reserved for the lists of free blocks.
+                blocks.append(b"")
+            numbers.append(len(blocks))
+            blocks.append(data[start:start + block])
+        return numbers
+
+    numbers = [place(stream) for stream in pdb.streams]
+    directory = struct.pack(f"<{len(numbers) + 1}I", len(numbers), *map(len, pdb.streams))
+    directory += b"".join(struct.pack(f"<{len(its)}I", *its) for its in numbers)
+    listed = place(directory)
+    map_of_directory, = place(struct.pack(f"<{len(listed)}I", *listed))
+    blocks[0] = SIGNATURE + struct.pack("<6I", block, 1, len(blocks), len(directory), 0, map_of_directory)
+    path.write_bytes(b"".join(data.ljust(block, b"\0") for data in blocks))
 
 
 def identifier_of(path: Path) -> uuid.UUID:
-    content = path.read_bytes()
-    start = _stream(content, INFORMATION)
-    return uuid.UUID(bytes_le=content[start + 12:start + 28])
+    return uuid.UUID(bytes_le=read(path).streams[INFORMATION][12:28])
 
 
-def set_time(path: Path, epoch: int) -> None:
-    """The linker writes the time of its run, which nothing reads."""
-    content = bytearray(path.read_bytes())
-    struct.pack_into("<I", content, _stream(content, INFORMATION) + 4, epoch & 0xFFFFFFFF)
-    path.write_bytes(content)
+def _without_environment(stream: bytes, size: int) -> bytes:
+    """A stream of an object's symbols, which take the first `size` bytes, without folders and command line of the linker."""
+    kept, at = stream[:SYMBOLS_START], SYMBOLS_START
+    while at < size:
+        length, kind = struct.unpack_from("<HH", stream, at)
+        if kind != ENVIRONMENT:
+            kept += stream[at:at + 2 + length]
+        at += 2 + length
+    return kept + stream[max(size, SYMBOLS_START):]
+
+
+def _settle_objects(streams: list[bytes], old: bytes, new: bytes) -> None:
+    """With the folder `new` instead of `old` in the names of the objects, of which each has two."""
+    table = streams[OBJECTS]
+    size, = struct.unpack_from("<I", table, OBJECTS_SIZE)
+    settled, at = b"", OBJECTS_START
+    while at < OBJECTS_START + size:
+        fixed = bytearray(table[at:at + FIXED_PART])
+        name, archive, _ = table[at + FIXED_PART:].split(b"\0", 2)
+        number, symbols = struct.unpack_from("<HI", fixed, SYMBOLS)
+        if number != NO_STREAM and symbols:
+            before = len(streams[number])
+            streams[number] = _without_environment(streams[number], symbols)
+            struct.pack_into("<I", fixed, SYMBOLS + 2, symbols - before + len(streams[number]))
+        entry = fixed + b"".join(its.replace(old, new, 1) + b"\0" for its in (name, archive))
+        settled += entry.ljust((len(entry) + 3) & ~3, b"\0")
+        at += (FIXED_PART + len(name) + len(archive) + 2 + 3) & ~3
+    streams[OBJECTS] = (table[:OBJECTS_SIZE] + struct.pack("<I", len(settled)) + table[OBJECTS_SIZE + 4:OBJECTS_START] +
+                        settled + table[OBJECTS_START + size:])
+
+
+def settle(path: Path, epoch: int, old: str, new: str) -> None:
+    """Replaces the time at which the linker ran and the folder `old` in the names of the objects, and removes how the
+    linker was called."""
+    pdb = read(path)
+    information = pdb.streams[INFORMATION]
+    pdb.streams[INFORMATION] = information[:4] + struct.pack("<I", epoch & 0xFFFFFFFF) + information[8:]
+    _settle_objects(pdb.streams, old.encode("utf-8"), new.encode("utf-8"))
+    write(pdb, path)

@@ -26,8 +26,9 @@ MAY_IMPORT = {
     "LumeqC.dll": {"kernel32.dll", "msvcrt.dll", "ntdll.dll", "ole32.dll", "lumeq.dll"},
 }
 # What each Windows has, for programs and the DLLs of the tests.
-SYSTEM = {"advapi32.dll", "kernel32.dll", "msvcrt.dll", "ntdll.dll", "ole32.dll", "oleaut32.dll", "psapi.dll", "rpcrt4.dll",
-          "shell32.dll", "shlwapi.dll", "urlmon.dll", "user32.dll", "version.dll", "wininet.dll", "ws2_32.dll"}
+SYSTEM = {"advapi32.dll", "crypt32.dll", "kernel32.dll", "msvcrt.dll", "ntdll.dll", "ole32.dll", "oleaut32.dll", "psapi.dll",
+          "rpcrt4.dll", "secur32.dll", "shell32.dll", "shlwapi.dll", "urlmon.dll", "user32.dll", "version.dll", "winhttp.dll",
+          "wininet.dll", "ws2_32.dll"}
 
 # Bytes, also checked by the library's own tests: hosts carry both files in their installers.
 LARGEST = {"Lumeq.dll": 640_000, "LumeqC.dll": 300_000}
@@ -42,8 +43,9 @@ BUILD_PLACES = ("/build/", "/home/", "/root/", "/tmp/", "/usr/")
 def paths_in(content: bytes, places: Iterable[str]) -> list[str]:
     found = set()
     for place in places:
-        for pattern, encoding in ((re.escape(place.encode()) + rb"[ -~]*", "ascii"),
-                                  (re.escape(place.encode("utf-16-le")) + rb"(?:[ -~]\0)*", "utf-16-le")):
+        # Followed by a name, because a program may look for such places.
+        for pattern, encoding in ((re.escape(place.encode()) + rb"[\w/.+-][ -~]*", "ascii"),
+                                  (re.escape(place.encode("utf-16-le")) + rb"[\w/.+-]\0(?:[ -~]\0)*", "utf-16-le")):
             found.update(match.decode(encoding) for match in re.findall(pattern, content))
     return sorted(found)
 
