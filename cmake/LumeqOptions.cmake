@@ -34,6 +34,10 @@ else()
     # No file shows where it was built, so builds in different folders are equal. The last one that fits counts.
     target_compile_options(lumeq_options INTERFACE -g -ffile-prefix-map=${PROJECT_SOURCE_DIR}=/lumeq
                                                    -ffile-prefix-map=${PROJECT_BINARY_DIR}=/lumeq/build)
+    if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+      target_compile_options(lumeq_options INTERFACE
+                             "SHELL:-wrapper python3,${PROJECT_SOURCE_DIR}/tools/release/codeview.py")
+    endif()
   endif()
   if(CMAKE_CXX_COMPILER_ID STREQUAL "Clang")
     # Making patterns into tables takes more steps than Clang allows by default.

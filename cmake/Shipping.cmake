@@ -27,8 +27,8 @@ endfunction()
 # lumeq_stripped(target): strips a DLL or program that ships. With LUMEQ_SYMBOLS, what was stripped goes to the folder
 # symbols/<target>/ of the build:
 #   <file>.debug   DWARF for gdb, addr2line and llvm-symbolizer, found by the file's .gnu_debuglink
-#   <name>.pdb     names of functions for WinDbg, Visual Studio and symbol servers, found by the file's build identifier.
-#                  The linker writes it from the symbols of the objects, because GCC 12 writes no CodeView.
+#   <name>.pdb     functions and lines for WinDbg, Visual Studio and symbol servers, found by the file's build identifier.
+#                  The linker writes it, from what tools/release/codeview.py adds to GCC's output.
 #   <file>.map     what was linked, for the list of third parties
 function(lumeq_stripped target)
   if(MSVC)

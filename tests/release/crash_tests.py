@@ -24,11 +24,19 @@ CRASHED = 42
 
 
 def addresses(name: str) -> dict[str, int]:
-    """Of the functions in the complete symbols, by mangled name, from the start of the file."""
+    """Of the functions in the complete symbols, those of one object included, by mangled name, from the start of the
+    file."""
     symbols = PeFile(SYMBOLS / "Lumeq" / f"{name}.debug")
-    base = symbols.image_base
     listed = subprocess.run(["x86_64-w64-mingw32-nm", symbols.path], check=True, stdout=subprocess.PIPE, text=True).stdout
-    return {found[1]: int(found[0], 16) - base for found in re.findall(r"^(\w+) T (_Z\w+)$", listed, re.MULTILINE)}
+    return {found[1]: int(found[0], 16) - symbols.image_base
+            for found in re.findall(r"^(\w+) [Tt] (_Z\w+)$", listed, re.MULTILINE)}
+
+
+def line_at(name: str, offset: int) -> str:
+    """By the complete symbols."""
+    symbols = PeFile(SYMBOLS / "Lumeq" / f"{name}.debug")
+    return subprocess.run([minidump.ADDR2LINE, "-e", symbols.path, f"{symbols.image_base + offset:#x}"], check=True,
+                          stdout=subprocess.PIPE, text=True).stdout.split()[0]
 
 
 @unittest.skipUnless("LUMEQ_PACKAGE" in os.environ, "of a release")
@@ -65,30 +73,33 @@ class Symbols(SessionTestCase):
         crash = self.crash()
         self.assertEqual([], list(minidump.report(crash, HERE)))
 
-    def names(self, folder: Path, offsets: list[int]) -> list[str]:
+    def described(self, folder: Path, offsets: list[int]) -> list[tuple[str, str]]:
+        """Function and line of each."""
         program = self.build("NameFunctions.cpp", "-ldbghelp")
         printed = subprocess.run([ROOT / "tools" / "run-wine", program, PACKAGE / "bin" / "Lumeq.dll", folder,
                                   *(f"{offset:x}" for offset in offsets)],
                                  check=True, stdout=subprocess.PIPE, text=True,
                                  env=dict(os.environ, WINEPREFIX=str(self.machine.prefix)))
-        return printed.stdout.split()
+        return [tuple(line.split()) for line in printed.stdout.splitlines()]
 
-    def test_pdb_names_functions_in_the_systems_debugging_library(self):
-        wanted = {name: offset for name, offset in addresses("Lumeq.dll").items() if "Eventing" in name}
-        self.assertGreater(len(wanted), 50)
-        sample = sorted(wanted)[::10]
-        found = self.names(SYMBOLS / "Lumeq", [wanted[name] for name in sample])
-        same_place = {offset: {name for name, its in wanted.items() if its == offset} for offset in wanted.values()}
-        for name, its_name in zip(sample, found):
+    def test_pdb_describes_functions_in_the_systems_debugging_library(self):
+        ours = {name: offset for name, offset in addresses("Lumeq.dll").items() if "5Zuvan" in name}
+        statics = [name for name in ours if "_GLOBAL__N_" in name]
+        self.assertGreater(len(ours), 300)
+        self.assertGreater(len(statics), 20)
+        sample = sorted(ours)[::10] + statics[:20]
+        same_place = {offset: {name for name, its in ours.items() if its == offset} for offset in ours.values()}
+        for name, (function, line) in zip(sample, self.described(SYMBOLS / "Lumeq", [ours[name] for name in sample])):
             with self.subTest(name):
-                self.assertIn(its_name, same_place[wanted[name]])
+                self.assertIn(function, same_place[ours[name]])
+                self.assertEqual(line_at("Lumeq.dll", ours[name]), line)
 
     def test_pdb_of_another_file_names_nothing(self):
         folder = self.machine.host_folder / "other"
         folder.mkdir()
         shutil.copy(SYMBOLS / "LumeqC" / "LumeqC.pdb", folder / "Lumeq.pdb")
         offset = min(addresses("Lumeq.dll").values())
-        self.assertEqual(["?"], self.names(folder, [offset]))
+        self.assertEqual([("?", "?:0")], self.described(folder, [offset]))
 
     def test_each_shipped_file_has_its_symbols(self):
         for file in sorted(PACKAGE.rglob("*.dll")) + sorted(PACKAGE.rglob("*.exe")):

@@ -13,6 +13,7 @@ from pathlib import Path
 
 from release_tools import ROOT
 import archive
+import codeview
 import interfaces
 import make
 import pdb_file
@@ -110,6 +111,46 @@ class Archive(unittest.TestCase):
             (builds[0].stage / "file").write_text("other")
             (builds[1].archives / "more").write_text("")
             self.assertEqual(["stage/file", "archives/more"], make.differences(*builds))
+
+
+class CodeView(unittest.TestCase):
+    """What the linker and LLVM make of what the tool adds to GCC's output."""
+
+    SOURCE = """namespace { __attribute__((noinline)) int hidden(int x) {
+    return x * 3;
+} }
+template <class T> __attribute__((noinline)) T twice(T x) {
+    return x + x;
+}
+extern "C" int zoom(int x) {
+    return hidden(x) + twice(x);
+}
+"""
+
+    def test_names_functions_and_lines(self):
+        with tempfile.TemporaryDirectory() as name:
+            folder = Path(name)
+            (folder / "zoom.cpp").write_text(self.SOURCE)
+            wrapper = f"python3,{ROOT}/tools/release/codeview.py"
+            for command in (["-c", "zoom.cpp", "-g", "-O1", "-wrapper", wrapper, "-o", "zoom.o"],
+                            ["-shared", "-nostdlib", "-Wl,--build-id,--pdb=zoom.pdb,--entry=zoom", "zoom.o", "-o", "zoom.dll"]):
+                subprocess.run(["x86_64-w64-mingw32-g++-posix", *command], cwd=folder, check=True)
+            symbols = subprocess.run(["x86_64-w64-mingw32-nm", "zoom.dll"], cwd=folder, check=True, stdout=subprocess.PIPE,
+                                     text=True).stdout
+            pdb_file.settle(folder / "zoom.pdb", 0, name, "/zoom")
+            subprocess.run(["x86_64-w64-mingw32-strip", "zoom.dll"], cwd=folder, check=True)
+            for symbol, function, line in (("_ZN12_GLOBAL__N_16hiddenEi", "(anonymous namespace)::hidden(int)", 1),
+                                           ("_Z5twiceIiET_S0_", "int twice<int>(int)", 4), ("zoom", "zoom", 7)):
+                with self.subTest(symbol):
+                    address = re.search(rf"^(\w+) . {symbol}$", symbols, re.MULTILINE)[1]
+                    shown = subprocess.run(["llvm-symbolizer-14", "--obj=zoom.dll", f"0x{address}"], cwd=folder, check=True,
+                                           stdout=subprocess.PIPE, text=True).stdout.split("\n")
+                    self.assertEqual(function, shown[0])
+                    self.assertRegex(shown[1], rf"zoom\.cpp:{line}:0$")
+
+    def test_adds_nothing_to_assembly_without_functions(self):
+        text = '\t.file\t"x.cpp"\n\t.data\n'
+        self.assertEqual(text, codeview.Assembly(text).with_codeview())
 
 
 class Pdb(unittest.TestCase):
