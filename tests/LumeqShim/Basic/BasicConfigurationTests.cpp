@@ -58,10 +58,10 @@ struct FailingSettingsLock {
             return;
         // The thread holds the lock already, and this kind of lock refuses that.
         whole = std::exchange(*Native(), PTHREAD_ERRORCHECK_MUTEX_INITIALIZER);
-        Lumeq::Core::Utils::SettingsLock().lock();
+        pthread_mutex_lock(Native());
     }
     static void Mend() {
-        Lumeq::Core::Utils::SettingsLock().unlock();
+        pthread_mutex_unlock(Native());
         *Native() = whole;
     }
     static pthread_mutex_t* Native() { return Lumeq::Core::Utils::SettingsLock().native_handle(); }
