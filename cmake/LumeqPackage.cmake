@@ -5,15 +5,18 @@
 #   Companion      LumeqRecords.h, which only the maker of the companion library needs
 #   Tools          lumeq.exe
 #   Documentation  further pages, for hosts and operators
+#   Test           the recording double in a folder of its own, with its import libraries, headers and page
 include(CMakePackageConfigHelpers)
 set(_package ${CMAKE_INSTALL_LIBDIR}/cmake/Lumeq)
 set(_headers ${CMAKE_INSTALL_INCLUDEDIR}/Lumeq)
 set(_data ${CMAKE_INSTALL_DATADIR}/Lumeq)
 
+set(LUMEQ_DOUBLE_DESTINATION ${CMAKE_INSTALL_LIBDIR}/Lumeq/double)
+
 configure_package_config_file(
   cmake/LumeqConfig.cmake.in ${PROJECT_BINARY_DIR}/LumeqConfig.cmake
   INSTALL_DESTINATION ${_package}
-  PATH_VARS CMAKE_INSTALL_INCLUDEDIR CMAKE_INSTALL_BINDIR CMAKE_INSTALL_LIBDIR)
+  PATH_VARS CMAKE_INSTALL_INCLUDEDIR CMAKE_INSTALL_BINDIR CMAKE_INSTALL_LIBDIR LUMEQ_DOUBLE_DESTINATION)
 write_basic_package_version_file(${PROJECT_BINARY_DIR}/LumeqConfigVersion.cmake COMPATIBILITY SameMajorVersion)
 configure_file(cmake/LumeqToolchain.cmake.in ${PROJECT_BINARY_DIR}/LumeqToolchain.cmake @ONLY)
 
@@ -24,7 +27,7 @@ if(TARGET LumeqC_lib)
 endif()
 install(EXPORT LumeqTargets NAMESPACE Lumeq:: DESTINATION ${_package} COMPONENT Development)
 install(FILES ${PROJECT_BINARY_DIR}/LumeqConfig.cmake ${PROJECT_BINARY_DIR}/LumeqConfigVersion.cmake
-              ${PROJECT_BINARY_DIR}/LumeqToolchain.cmake cmake/LumeqC.cmake
+              ${PROJECT_BINARY_DIR}/LumeqToolchain.cmake cmake/LumeqC.cmake cmake/LumeqTest.cmake
         DESTINATION ${_package} COMPONENT Development)
 install(FILES include/Lumeq/LumeqApi.h include/Lumeq/lumeq.h include/Lumeq/lumeq.hpp include/Lumeq/lumeq_loader.h
               include/Lumeq/lumeq_table.h ${PROJECT_BINARY_DIR}/include/Lumeq/LumeqToolchain.h
@@ -36,7 +39,16 @@ install(FILES packaging/LumeqConfig.template.xml DESTINATION ${_data} COMPONENT 
 install(FILES docs/compatibility.md docs/doctor.md docs/lint.md docs/privacy.md docs/reference.md CHANGELOG.md SECURITY.md
         DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT Documentation EXCLUDE_FROM_ALL)
 
-install(DIRECTORY samples/hosts samples/start DESTINATION ${_data}/samples COMPONENT Samples EXCLUDE_FROM_ALL)
+if(TARGET lumeq_double)
+  # The same file name as the library's, so never the same folder.
+  install(TARGETS lumeq_double RUNTIME DESTINATION ${LUMEQ_DOUBLE_DESTINATION} COMPONENT Test EXCLUDE_FROM_ALL)
+  install(FILES ${LUMEQ_TEST_IMPORT_LIBRARIES} DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT Test EXCLUDE_FROM_ALL)
+  install(FILES include/Lumeq/lumeq_test.h include/Lumeq/lumeq_test_gtest.h DESTINATION ${_headers} COMPONENT Test
+          EXCLUDE_FROM_ALL)
+  install(FILES docs/unit-tests.md DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT Test EXCLUDE_FROM_ALL)
+endif()
+
+install(DIRECTORY samples/hosts samples/start samples/unit-tests DESTINATION ${_data}/samples COMPONENT Samples EXCLUDE_FROM_ALL)
 if(TARGET lumeq_host)
   install(TARGETS lumeq_host RUNTIME COMPONENT Samples EXCLUDE_FROM_ALL)
 endif()

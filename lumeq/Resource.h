@@ -5,7 +5,7 @@
 
 namespace Zuvan::Lumeq::Tool {
 
-/// Throws std::runtime_error if the program has lost it.
+/// One of the program, or of the DLL, with this code. Throws std::runtime_error if it has lost it.
 std::string_view ProgramResource(const wchar_t* name);
 
 } // namespace Zuvan::Lumeq::Tool

@@ -27,6 +27,7 @@ INSTALLED = {
         "lib/cmake/Lumeq/LumeqConfigVersion.cmake",
         "lib/cmake/Lumeq/LumeqTargets-release.cmake",
         "lib/cmake/Lumeq/LumeqTargets.cmake",
+        "lib/cmake/Lumeq/LumeqTest.cmake",
         "lib/cmake/Lumeq/LumeqToolchain.cmake",
         "lib/libLumeqC.dll.a",
         "share/Lumeq/LumeqConfig.template.xml",
@@ -71,11 +72,26 @@ INSTALLED = {
         "share/Lumeq/samples/start/node/main.js",
         "share/Lumeq/samples/start/rust/Cargo.toml",
         "share/Lumeq/samples/start/rust/src/main.rs",
+        "share/Lumeq/samples/unit-tests/CMakeLists.txt",
+        "share/Lumeq/samples/unit-tests/ScanDialog.cpp",
+        "share/Lumeq/samples/unit-tests/ScanDialog.h",
+        "share/Lumeq/samples/unit-tests/ScanDialogTests.cpp",
+        "share/Lumeq/samples/unit-tests/toolbar.c",
+        "share/Lumeq/samples/unit-tests/toolbar.h",
+        "share/Lumeq/samples/unit-tests/toolbar_tests.c",
     ],
     "Companion": ["include/Lumeq/LumeqRecords.h"],
+    "Test": [
+        "include/Lumeq/lumeq_test.h",
+        "include/Lumeq/lumeq_test_gtest.h",
+        "lib/Lumeq/double/Lumeq.dll",
+        "lib/LumeqTest.lib",
+        "lib/libLumeqTest.dll.a",
+        "share/doc/Lumeq/unit-tests.md",
+    ],
     "Tools": ["bin/lumeq.exe"],
     "Documentation": [f"share/doc/Lumeq/{name}.md" for name in (
-        "CHANGELOG", "SECURITY", "compatibility", "lint", "privacy", "reference")],
+        "CHANGELOG", "SECURITY", "compatibility", "doctor", "lint", "privacy", "reference")],
 }
 
 CONSUMER = ROOT / "tests" / "consumer"
@@ -189,6 +205,31 @@ class Package(unittest.TestCase):
                            source=CONSUMER / "foreign", toolchain=str(CONSUMER / "foreign" / "toolchain.cmake"))
         self.assertIn("LumeqC.dll", run(OBJDUMP, "-p", WORK / "foreign" / "foreign.exe").stdout)
 
+    def test_sample_unit_tests_run_on_the_double_and_leave_the_library_alone(self):
+        prefix = WORK / "with-double"
+        for component in ("Runtime", "Development", "Samples", "Test"):
+            install(prefix, "--component", component)
+        self.assertEqual((BUILD / "Lumeq.dll").stat().st_size, (prefix / "bin" / "Lumeq.dll").stat().st_size)
+        headers = WORK / "googletest"
+        headers.mkdir()
+        for part, folder in (("gtest", "googletest"), ("gmock", "googlemock")):
+            (headers / part).symlink_to(f"/usr/src/googletest/{folder}/include/{part}")
+        libraries = {"GTEST_LIBRARY": "gtest", "GTEST_MAIN_LIBRARY": "gtest", "GMOCK_LIBRARY": "gmock",
+                     "GMOCK_MAIN_LIBRARY": "gmock_main"}
+        self.assert_builds("unit-tests", f"-DCMAKE_PREFIX_PATH={prefix}", f"-DGTEST_INCLUDE_DIR={headers}",
+                           *(f"-D{name}={BUILD}/lib/lib{library}.a" for name, library in libraries.items()),
+                           source=prefix / "share" / "Lumeq" / "samples" / "unit-tests")
+        folder = WORK / "unit-tests" / "scan_dialog_tests-on-double"
+        self.assertEqual((BUILD / "double" / "Lumeq.dll").read_bytes(), (folder / "Lumeq.dll").read_bytes())
+        played = run("ctest", "--test-dir", WORK / "unit-tests", "--verbose")
+        self.assertEqual(0, played.returncode, played.stdout)
+        self.assertIn("[  PASSED  ] 4 tests.", played.stdout)
+        self.assertIn("2: 0 failures", played.stdout)
+
+    def test_missing_double_is_named(self):
+        self.assert_refused("The recording double is not installed: install the component Test of Lumeq.",
+                            configure("without-double", "-DPART=Test", source=CONSUMER / "c"))
+
     def test_missing_import_library_is_named(self):
         package = shutil.copytree(PACKAGE, WORK / "without-import-library", dirs_exist_ok=True)
         (package / "lib" / "libLumeqC.dll.a").unlink()
@@ -215,7 +256,7 @@ class Package(unittest.TestCase):
         self.assert_builds("checked-samples", "-DCMAKE_CXX_FLAGS=-D_GLIBCXX_DEBUG", source=SAMPLE_HOSTS)
 
     def test_consumer_for_another_system_fails_to_configure(self):
-        for component in ("Lumeq", "C", "Loader"):
+        for component in ("Lumeq", "C", "Loader", "Test"):
             with self.subTest(component):
                 script = WORK / "other-system.cmake"
                 script.write_text(
