@@ -28,7 +28,9 @@ def function(member: ElementTree.Element, note: str) -> str:
 
 
 def enumeration(member: ElementTree.Element, namespace: str) -> str:
-    name = namespace + member.findtext("name")
+    own = member.findtext("name")
+    # Doxygen numbers enumerations without a name.
+    name = "Constants" if own.startswith("@") else namespace + own
     values = "".join(f"<tr><td><code>{value.findtext('name')}</code></td>"
                      f"<td>{value.findtext('initializer', '').removeprefix('= ')}</td></tr>\n"
                      for value in member.findall("enumvalue"))

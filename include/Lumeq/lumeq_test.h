@@ -9,9 +9,8 @@
 //   lumeq_test_mismatch, lumeq_test_missing_event, lumeq_test_text and lumeq_test_describe until the
 //   thread's next call of one of these four.
 // - Numbers of events, refusals, operations and lines begin with 0. A number beyond the last returns null.
-// - Any thread may call. With the worker thread of LumeqC.dll, call lumeq_task_is_open(0), which waits for
-// it,
-//   before you look.
+// - Any thread may call. With the worker thread of LumeqC.dll, first call lumeq_task_is_open(0), which waits
+//   for it.
 // - No function throws.
 #ifndef LUMEQ_LUMEQ_TEST_H
 #define LUMEQ_LUMEQ_TEST_H
