@@ -1,17 +1,18 @@
 """The site's pages: the Markdown files of the project, with their links and snippets resolved.
 
-A page links to another file of the project as any Markdown file does. On the site, a linked file that is no page gets one
-that shows its text. A paragraph that is only a link with the title "snippet" becomes the file's code, and with the title
-"snippet NAME" what the file has between the lines [NAME] and [/NAME].
+A page links to another file of the project, and shows a picture, as any Markdown file does. On the site, a linked file
+that is no page gets one that shows its text. A paragraph that is only a link with the title "snippet" becomes the file's
+code, and with the title "snippet NAME" what the file has between the lines [NAME] and [/NAME].
 """
 
 import os
 import re
+import shutil
 from pathlib import Path, PurePosixPath
 from typing import Iterator, Optional
 
 ROOT = Path(__file__).resolve().parent.parent
-LINK = re.compile(r"(?<!!)\[(?P<text>(?:[^\[\]]|\[[^\]]*\])*)\]\((?P<target>[^()\s]+)(?: \"(?P<title>[^\"]*)\")?\)")
+LINK = re.compile(r"(?P<image>!?)\[(?P<text>(?:[^\[\]]|\[[^\]]*\])*)\]\((?P<target>[^()\s]+)(?: \"(?P<title>[^\"]*)\")?\)")
 SNIPPET = re.compile(r"snippet(?: (?P<name>[\w-]+))?")
 MARKER = re.compile(r"^\s*(//|/\*|#)\s*\[(?P<name>/?[\w-]+)\]\s*(\*/)?\s*$")
 LANGUAGES = {".c": "c", ".h": "cpp", ".hpp": "cpp", ".cpp": "cpp", ".js": "javascript", ".json": "json", ".py": "python",
@@ -130,11 +131,17 @@ class Site:
             shown = SNIPPET.fullmatch(link["title"] or "")
             if shown:
                 return code_block(file, snippet(file, shown["name"]))
-            target = os.path.relpath(self._place_of(file), place.parent)
-            return f"[{link['text']}]({target}{'#' + anchor if anchor else ''})"
+            target = os.path.relpath(self._picture(file) if link["image"] else self._place_of(file), place.parent)
+            return f"{link['image']}[{link['text']}]({target}{'#' + anchor if anchor else ''})"
 
         return "\n".join(LINK.sub(replaced, line) if is_text else line
                          for line, is_text in outside_code(page.read_text(encoding="utf-8")))
+
+    def _picture(self, file: Path) -> PurePosixPath:
+        place = PurePosixPath("pictures", file.name)
+        (self._folder / place).parent.mkdir(parents=True, exist_ok=True)
+        shutil.copy(file, self._folder / place)
+        return place
 
     def _place_of(self, file: Path) -> PurePosixPath:
         if file in self._places:

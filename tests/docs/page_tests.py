@@ -91,12 +91,15 @@ class Snippets(unittest.TestCase):
             (root / "docs").mkdir(parents=True)
             (root / "host.py").write_text("# [run]\nstart()\n# [/run]\n")
             (root / "docs" / "a.md").write_text('[host](../host.py "snippet run")\n\n[b](b.md#x) [file](../host.py)\n')
-            (root / "docs" / "b.md").write_text("# X\n")
+            (root / "docs" / "b.md").write_text("# X\n![a picture](../x.png)\n")
+            (root / "x.png").write_bytes(b"\x89PNG")
             with mock.patch.object(site_pages, "ROOT", root):
                 site_pages.Site(Path(name), {}).write_pages()
             self.assertEqual('``` { .python title="host.py" }\nstart()\n```\n\n[b](b.md#x) [file](source/host.py.md)\n',
                              (Path(name) / "a.md").read_text())
             self.assertIn("start()", (Path(name) / "source" / "host.py.md").read_text())
+            self.assertIn("![a picture](pictures/x.png)", (Path(name) / "b.md").read_text())
+            self.assertEqual(b"\x89PNG", (Path(name) / "pictures" / "x.png").read_bytes())
 
 
 if __name__ == "__main__":
