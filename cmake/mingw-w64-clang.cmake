@@ -12,7 +12,7 @@ set(CMAKE_CXX_COMPILER clang++-14)
 set(CMAKE_RC_COMPILER ${_triple}-windres)
 set(CMAKE_AR ${_triple}-ar)
 set(CMAKE_RANLIB ${_triple}-ranlib)
-set(CMAKE_DLLTOOL ${_triple}-dlltool) # LLVM's cannot make delayed imports
+set(CMAKE_DLLTOOL llvm-dlltool-14)
 
 # Each folder is named, because clang would otherwise choose its own C++ library.
 set(_c_include "-isystem /usr/lib/llvm-14/lib/clang/14.0.6/include -isystem /usr/${_triple}/include")
