@@ -2,10 +2,12 @@
 
 #include "lumeq/SessionArguments.h"
 #include "lumeq/view/Arguments.h"
+#include "lumeq/view/Outcome.h"
 
 #include <algorithm>
 #include <deque>
 #include <unordered_map>
+#include <utility>
 
 namespace Zuvan::Lumeq::Tool {
 
@@ -52,23 +54,22 @@ void AttachByName(std::vector<LoggedCall>& logged, std::vector<SoughtCall>& call
                 Give(logged[its[i]], calls[left[i]].call);
 }
 
-/// "PostEventInternal clicked button /Home#ok"
+/// "PostEventInternal clicked button /Home#ok". A task can be completed as one of another kind: its label
+/// stays, and the schema of its details is that of the call.
 std::string KeyOfOperation(const Json& operation) {
     std::string key = TextOf(operation, "operation");
-    if (const auto record = operation.find("record"); record != operation.end() && record->is_object())
-        for (const char* field : {"app_event_action", "app_event_object", "app_event_object_label"})
-            key += ' ' +
-                   (record->contains(field) && record->at(field).is_string() ? TextOf(*record, field) : "");
-    if (const auto data = operation.find("data"); data != operation.end() && data->is_object())
-        key +=
-            ' ' +
-            (data->contains("dev_biid") && data->at("dev_biid").is_string() ? TextOf(*data, "dev_biid") : "");
+    if (operation.contains("record")) {
+        const std::string action = TextUnder(operation, "/record/app_event_action");
+        const bool isCompleted = action == "completed";
+        key += ' ' + action + ' ' + TextUnder(operation, "/record/app_event_object") + ' ' +
+               TextUnder(operation,
+                         isCompleted ? "/record/app_event_details/schema" : "/record/app_event_object_label");
+    }
+    if (operation.contains("data"))
+        key += ' ' + TextUnder(operation, "/data/dev_biid");
+    if (const auto choice = operation.find("userHasOptedIn"); choice != operation.end())
+        key += *choice == true ? " true" : " false";
     return key;
-}
-
-bool Fits(const std::string& sought, const std::string& key) {
-    return sought.ends_with('*') ? key.starts_with(std::string_view(sought).substr(0, sought.size() - 1))
-                                 : key == sought;
 }
 
 /// What is left of the operations, in order. Threads can interleave calls, so a call looks a little ahead.
@@ -80,15 +81,16 @@ public:
         _isTaken.resize(operations.size());
     }
 
-    std::size_t Take(const std::string& sought) {
-        SkipTaken();
-        const std::size_t reach = sought.ends_with('*') ? 1 : FarthestAhead;
-        for (std::size_t at = _first; at < std::min(_first + reach, _keys.size()); ++at)
-            if (!_isTaken[at] && Fits(sought, _keys[at])) {
+    /// Null if there is none.
+    const Json* Take(const std::string& sought) {
+        while (_first < _keys.size() && _isTaken[_first])
+            ++_first;
+        for (std::size_t at = _first; at < std::min(_first + FarthestAhead, _keys.size()); ++at)
+            if (!_isTaken[at] && _keys[at] == sought) {
                 _isTaken[at] = true;
-                return at;
+                return &_operations[at];
             }
-        return None;
+        return nullptr;
     }
 
     std::vector<Json> Rest() const {
@@ -102,18 +104,49 @@ public:
 private:
     static constexpr std::size_t FarthestAhead = 256;
 
-    void SkipTaken() {
-        while (_first < _keys.size() && _isTaken[_first])
-            ++_first;
-    }
-
     const std::vector<Json>& _operations;
     std::vector<std::string> _keys;
     std::vector<bool> _isTaken;
     std::size_t _first = 0;
 };
 
+/// The end of a pause, of which the companion library hears only if the user had opted in before it.
+constexpr char EndOfPause[] = "(end of a pause)";
+
+/// Knows what the end of a pause does.
+class PauseTracker {
+public:
+    /// Returns the key to look for instead; empty for nothing.
+    std::string Resolve(const std::string& key) {
+        if (key != EndOfPause)
+            return key;
+        _isPaused = false;
+        return std::exchange(_restoresOptIn, false) ? "SetUserOptInInternal true" : "";
+    }
+
+    void Hear(const ViewedCall& call, const Json& operation) {
+        if (call.name == "Pause" && TextOf(operation, "operation") == "SetLocalValueInternal") {
+            _isPaused = true;
+            _restoresOptIn = ValueOf(operation, "value", Json()) == "True";
+        } else if (call.name == "SetUserOptInEx" && _isPaused)
+            _restoresOptIn = ValueOf(operation, "userHasOptedIn", Json()) == true;
+    }
+
+private:
+    bool _isPaused = false;
+    bool _restoresOptIn = false;
+};
+
+std::string SchemaOfDetails(const Json& record) {
+    for (const Json& field : record.at("details"))
+        if (field.at("field") == "schema")
+            return TextOf(field, "constant");
+    return {};
+}
+
 std::vector<std::string> EventKeys(const Json& operation, const Json& record, const Json& call) {
+    if (call.contains("taskHandle"))
+        return {"PostEventInternal completed task " + SchemaOfDetails(record)};
     const std::wstring composed = Compose(TextOf(record, "label"), operation, call).text;
     const bool isUrl = TextOf(record, "object") == "url";
     const std::string label = SampleHost::ToUtf8(isUrl ? WithoutQuery(composed) : composed);
@@ -153,10 +186,13 @@ void AttachLog(const Catalogue& catalogue, LoggedCalls logged, std::vector<Sough
 
 void AttachOperations(const std::vector<Json>& operations, std::vector<SoughtCall>& calls, Run& run) {
     Remaining remaining(operations);
+    PauseTracker pause;
     for (SoughtCall& sought : calls)
         for (const std::string& key : sought.operationKeys)
-            if (const std::size_t at = remaining.Take(key); at != None)
-                sought.call.handedOver.push_back(operations[at]);
+            if (const Json* const operation = remaining.Take(pause.Resolve(key))) {
+                sought.call.handedOver.push_back(*operation);
+                pause.Hear(sought.call, *operation);
+            }
     run.otherHandedOver = remaining.Rest();
 }
 
@@ -185,20 +221,23 @@ std::vector<std::string> OperationKeysOf(const Json& operation, const Json& call
     if (name == "TrackDiscoveredPrintersEx")
         return PrinterKeys(call);
     // A pause that is still marked ends first, also if the call is refused.
-    const std::string resumed = "SetUserOptInInternal*";
     if (name == "StartupEx")
-        return isRefused ? std::vector{resumed} : std::vector<std::string>{resumed, "StartupInternal"};
+        return isRefused ? std::vector<std::string>{EndOfPause}
+                         : std::vector<std::string>{EndOfPause, "StartupInternal"};
     if (isRefused)
         return {};
     if (const auto record = operation.find("record");
         record != operation.end() && TextOf(*record, "kind") == "event")
         return EventKeys(operation, *record, call);
     if (name == "Pause")
-        return {"SetLocalValueInternal*", "SetUserOptInInternal*"};
+        return {"SetLocalValueInternal", "SetUserOptInInternal false"};
     if (name == "Resume")
-        return {resumed};
+        return {EndOfPause};
     if (name == "ShutdownEx")
-        return {resumed, "ShutdownInternal"};
+        return {EndOfPause, "ShutdownInternal"};
+    if (name == "SetUserOptInEx")
+        return {ValueOf(call, "userHasOptedIn", false) ? "SetUserOptInInternal true"
+                                                       : "SetUserOptInInternal false"};
     if (name == "SetLocalSubfolderPathEx")
         return {"LocalSettingsSubfolderInternal"};
     const std::string plain = name.ends_with("Ex") ? name.substr(0, name.size() - 2) : name;

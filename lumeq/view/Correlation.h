@@ -26,8 +26,7 @@ void AttachOperations(const std::vector<Json>& operations, std::vector<SoughtCal
 /// `lines` are what the host printed, a line for each call.
 void AttachAnswers(const std::vector<Json>& lines, std::vector<SoughtCall>& calls, Run& run);
 
-/// Keys as AttachOperations compares them. A key that ends in an asterisk fits any rest, but only the
-/// operation that comes next.
+/// What AttachOperations looks for, in order.
 std::vector<std::string> OperationKeysOf(const Json& operation, const Json& call, bool isRefused);
 
 } // namespace Zuvan::Lumeq::Tool

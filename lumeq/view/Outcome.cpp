@@ -11,11 +11,6 @@ namespace Zuvan::Lumeq::Tool {
 
 namespace {
 
-std::string TextAt(const Json& json, const char* pointer) {
-    const Json::json_pointer place(pointer);
-    return json.contains(place) && json.at(place).is_string() ? json.at(place).get<std::string>() : "";
-}
-
 bool HandsOver(const Json& operation, const char* name) { return TextOf(operation, "operation") == name; }
 
 std::size_t CountHandedOver(const ViewedCall& call, const char* name) {
@@ -26,13 +21,13 @@ std::size_t CountHandedOver(const ViewedCall& call, const char* name) {
 
 /// "clicked button /Home#ok", or "completed task_sw_install: success, 41 ms".
 std::string NameOfEvent(const Json& operation) {
-    const std::string action = TextAt(operation, "/record/app_event_action");
-    const std::string object = TextAt(operation, "/record/app_event_object");
-    const std::string label = TextAt(operation, "/record/app_event_object_label");
+    const std::string action = TextUnder(operation, "/record/app_event_action");
+    const std::string object = TextUnder(operation, "/record/app_event_object");
+    const std::string label = TextUnder(operation, "/record/app_event_object_label");
     if (object != "task")
         return action + " " + object + " " + label;
-    const std::string result = TextAt(operation, "/record/app_event_details/task_result");
-    const std::string duration = TextAt(operation, "/record/app_event_details/task_duration");
+    const std::string result = TextUnder(operation, "/record/app_event_details/task_result");
+    const std::string duration = TextUnder(operation, "/record/app_event_details/task_duration");
     return action + " " + label + (result.empty() ? "" : ": " + result + ", " + duration + " ms");
 }
 
@@ -108,7 +103,7 @@ std::string ValueOfArgument(const ViewedCall& call, const char* name) {
 
 std::optional<std::int64_t> RecordedDuration(const ViewedCall& call) {
     for (const Json& operation : call.handedOver)
-        if (const std::string text = TextAt(operation, "/record/app_event_details/task_duration");
+        if (const std::string text = TextUnder(operation, "/record/app_event_details/task_duration");
             !text.empty() && text.find_first_not_of("0123456789") == text.npos && text.size() < 16)
             return std::stoll(text);
     return std::nullopt;
@@ -156,6 +151,11 @@ void Conclude(const Catalogue& catalogue, Run& run) {
     for (ViewedCall& call : run.calls)
         call.outcome = OutcomeOf(catalogue, run, call);
     FindTasks(run);
+}
+
+std::string TextUnder(const Json& json, const char* pointer) {
+    const Json::json_pointer place(pointer);
+    return json.contains(place) && json.at(place).is_string() ? json.at(place).get<std::string>() : "";
 }
 
 bool IsRecorded(const ViewedCall& call) {

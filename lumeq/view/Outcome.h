@@ -3,6 +3,8 @@
 
 #include "lumeq/view/Run.h"
 
+#include <string>
+
 namespace Zuvan::Lumeq::Tool {
 
 /// Fills in each call's outcome and the run's tasks.
@@ -13,5 +15,8 @@ const char* VerdictWord(const ViewedCall& call);
 
 /// Whether the companion library got an event or data of it.
 bool IsRecorded(const ViewedCall& call);
+
+/// The text at a place of the JSON; empty if there is none.
+std::string TextUnder(const Json& json, const char* pointer);
 
 } // namespace Zuvan::Lumeq::Tool

@@ -2,6 +2,8 @@
 
 from viewed import event, log_line, refusal
 
+SCHEMA = {"schema": "app_event_task_device_config/1.0.0"}
+
 
 def large_run(calls: int = 10_000) -> dict[str, list]:
     """Every tenth call is refused, and two in ten begin and end a task."""
@@ -16,7 +18,7 @@ def large_run(calls: int = 10_000) -> dict[str, list]:
             log.append(log_line("taskHandle: 0x00, taskResult: \"success\", settingType: unknown" if number % 10 == 8 else
                                 "localContext: (null), globalContext: (null)", name, second=second))
             companion.append(event("initiated" if number % 10 == 7 else "completed", "task", "task_device_config",
-                                   {"task_result": "success", "task_duration": "4"} if number % 10 == 8 else None))
+                                   {**SCHEMA, "task_result": "success", "task_duration": "4"} if number % 10 == 8 else None))
             host.append({"call": name, "handle": "set" if number % 10 == 7 else "null"})
             continue
         mode = "dark__v2" if is_refused else "dark"

@@ -9,7 +9,7 @@ from pathlib import Path
 sys.path.insert(0, str(Path(__file__).resolve().parents[1] / "host"))
 from support import call  # noqa: E402
 from support.browser import PROGRAM, Browser  # noqa: E402
-from large_run import large_run  # noqa: E402
+from large_run import SCHEMA, large_run  # noqa: E402
 from view_safety_tests import HOSTILE  # noqa: E402
 from viewed import ViewTestCase, event, log_line, refusal  # noqa: E402
 
@@ -75,7 +75,7 @@ class BrowserTestCase(ViewTestCase):
                            call("DeviceConfigCompleted", taskHandle="t", taskResult="success", settingType=1)],
             companion=[{"operation": "StartupInternal"}, event("clicked", "button", "/Home#ok", colour="blue"),
                        event("initiated", "task", "task_device_config"),
-                       event("completed", "task", "task_device_config", {"task_duration": "41", "task_result": "success"})],
+                       event("completed", "task", "task_device_config", {**SCHEMA, "task_duration": "41", "task_result": "success"})],
             log=[log_line("appName: \"Scan\"", "StartupEx"),
                  log_line("->/projects/p/queues/q/messages {\"os_name\":\"Windows\"}", severity="DATA"),
                  log_line("handled", severity="WARNING"), log_line("", "Pause", second=1),

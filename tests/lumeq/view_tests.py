@@ -57,12 +57,14 @@ class Session(ViewTestCase):
                    call("Pause"), call("Resume"), call("ShutdownEx", timeoutMsec=1),
                    call("TrackDiscoveredPrintersEx", discoveredDeviceList=[{"dev_biid": "unknown"}, {}, {"dev_biid": "unknown"}]),
                    call("UrlLaunchedEx", url="http://a/b?c"), {"unload": True}, click()]
+        def optin(value: bool) -> dict:
+            return {"operation": "SetUserOptInInternal", "userHasOptedIn": value}
         printer = {"operation": "PostDataInternal", "dataType": "d", "data": {"dev_biid": "unknown"}}
-        operations = ["GetUserOptInInternal", "SetLocalValueInternal", "SetUserOptInInternal", "SetUserOptInInternal",
-                      "ShutdownInternal"]
+        pause = [{"operation": "SetLocalValueInternal", "key": "OptinBeforePause", "value": "True"}, optin(False)]
         folder = self.write_run(
             session=session,
-            companion=[*({"operation": name} for name in operations), printer, printer, event("launched", "url", "http://a/b")],
+            companion=[{"operation": "GetUserOptInInternal"}, *pause, optin(True), {"operation": "ShutdownInternal"}, printer, printer,
+                       event("launched", "url", "http://a/b")],
             host=[{"call": "GetUserOptInEx", "returns": False},
                   {"call": "ToString_Internal", "returns": {"result": 0, "text": "usb"}}])
         self.assertEqual(
@@ -72,6 +74,27 @@ class Session(ViewTestCase):
              ("Resume", "accepted companion library: SetUserOptIn"), ("ShutdownEx", "accepted companion library: Shutdown"),
              ("TrackDiscoveredPrintersEx", "recorded 2 printers"), ("UrlLaunchedEx", "recorded launched url http://a/b"),
              ("ButtonClicked", "not made the library is not loaded")], self.outcomes(folder))
+
+    def test_end_of_a_pause_is_told_from_the_next_choice(self):
+        def operation(name: str, **more) -> dict:
+            return {"operation": f"{name}Internal", **more}
+        choice = call("SetUserOptInEx", userHasOptedIn=True)
+        for opted_in, session in (("False", [call("Resume"), choice]), ("True", [call("Resume")]), ("False", [choice, call("Resume")])):
+            operations = [operation("SetLocalValue", value=opted_in), operation("SetUserOptIn", userHasOptedIn=False),
+                          operation("SetUserOptIn", userHasOptedIn=True)]
+            if session[0] is choice:
+                operations.append(operation("SetUserOptIn", userHasOptedIn=True))
+            folder = self.write_run(session=[call("Pause"), *session], companion=operations)
+            with self.subTest(f"{opted_in} {[step['call'] for step in session]}"):
+                given = {name: outcome for name, outcome in self.outcomes(folder)}
+                self.assertEqual(opted_in == "True" or session[0] is choice, "SetUserOptIn" in given["Resume"])
+                self.assertTrue("SetUserOptIn" in given.get("SetUserOptInEx", "SetUserOptIn"))
+
+    def test_task_that_is_completed_as_another(self):
+        folder = self.write_run(session=[call("ScanAcquireInitiated", handle="t"), END], companion=[
+            event("initiated", "task", "task_scan_acquire"), event("completed", "task", "task_scan_acquire", {"schema": "app_event_task_device_config/1.0.0"})])
+        self.assertEqual(["recorded initiated task_scan_acquire", "recorded completed task_scan_acquire"],
+                         [outcome for _, outcome in self.outcomes(folder)])
 
     def test_call_that_threw(self):
         folder = self.write_run(session=[click()], host=[{"call": "ButtonClicked", "error": "it threw"}])
@@ -116,7 +139,7 @@ class Session(ViewTestCase):
         self.assertIn("something else failed", str(self.page(folder).details()[0]["remarks"]))
 
     def test_tasks_with_their_durations(self):
-        details = {"task_result": "success", "task_duration": "412"}
+        details = {"schema": "app_event_task_device_config/1.0.0", "task_result": "success", "task_duration": "412"}
         folder = self.write_run(session=[BEGIN, END, BEGIN], companion=[
             event("initiated", "task", "task_device_config"), event("completed", "task", "task_device_config", details)])
         page = self.page(folder)
