@@ -7,6 +7,7 @@
 #include "lumeq/view/Reasons.h"
 
 #include <algorithm>
+#include <cstdlib>
 #include <map>
 #include <set>
 #include <sstream>
@@ -17,12 +18,35 @@ namespace {
 
 constexpr std::size_t MostCalls = 50'000;
 
+bool IsEscapeBetween(const std::string& text, std::size_t at, unsigned least, unsigned most) {
+    if (text.compare(at, 2, "\\u") != 0 || at + 6 > text.size())
+        return false;
+    const unsigned unit = static_cast<unsigned>(std::strtoul(text.substr(at + 2, 4).c_str(), nullptr, 16));
+    return unit >= least && unit <= most;
+}
+
+/// The companion library can get unpaired surrogates, and its transcript escapes them. JSON has no text for
+/// them, so they become the escapes that the page shows.
+std::string WithoutUnpairedSurrogates(const std::string& json) {
+    std::string mended;
+    for (std::size_t at = 0; at < json.size();) {
+        const bool isHigh = IsEscapeBetween(json, at, 0xD800, 0xDBFF);
+        const bool isPair = isHigh && IsEscapeBetween(json, at + 6, 0xDC00, 0xDFFF);
+        if (!isPair && (isHigh || IsEscapeBetween(json, at, 0xDC00, 0xDFFF)))
+            mended += '\\';
+        const std::size_t size = isPair ? 12 : json[at] == '\\' ? 2 : 1;
+        mended += json.substr(at, size);
+        at += size;
+    }
+    return mended;
+}
+
 /// Lines that are no JSON object are left out: a host that is killed leaves half a line.
 std::vector<Json> ReadJsonLines(const std::string& text) {
     std::vector<Json> lines;
     std::istringstream stream(text);
     for (std::string line; std::getline(stream, line);)
-        if (Json json = Json::parse(line, nullptr, false); json.is_object())
+        if (Json json = Json::parse(WithoutUnpairedSurrogates(line), nullptr, false); json.is_object())
             lines.push_back(std::move(json));
     return lines;
 }

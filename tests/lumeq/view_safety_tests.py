@@ -146,11 +146,18 @@ class Markup(ViewTestCase):
         self.assertIn("\\u202e\\u2028\\u0007\\u0085", page.text)
 
     def test_lone_surrogates_and_bytes_that_are_no_text(self):
-        folder = self.write_run(session=[click(localContext={"a": {"units": [0xD800, 65]}}), click(mode={"units": [0xDC00]})])
+        folder = self.write_run(session=[click(localContext={"a": {"units": [0xD800, 65]}}, mode={"units": [0xDC00]})])
         (folder / "Lumeq.Log.txt").write_bytes(log_line("\0", "ButtonClicked").encode() + b"\xff\xfe\xed\xa0\x80\n")
         page = self.page(folder)
-        self.assertEqual('{a: "\\ud800A"}', page.details()[0]["arguments"][2][1])
+        self.assertEqual(['"\\udc00"', '{a: "\\ud800A"}'], [value for _, value in page.details()[0]["arguments"][1::2]])
         self.assertIn("\ufffd", page.details()[0]["log"][0][1])
+
+    def test_lone_surrogates_in_a_record(self):
+        spelled = '"a": "\\ud800", "b": "\\udc00\\\\ud800", "c": "\\ud83d\\ude00"'
+        event_line = json.dumps(event("clicked", "button", "/Home#ok"))
+        folder = self.write_run(session=[click()], companion=[event_line[:-1] + ", " + spelled + "}"])
+        (operation,) = self.page(folder).details()[0]["companion"]
+        self.assertEqual(["\\ud800", "\\udc00\\ud800", "\U0001f600"], [operation[name] for name in "abc"])
 
     def test_policy_allows_the_pages_own_script_and_style_alone(self):
         page = self.page(self.write("calls.jsonl", click()))

@@ -81,6 +81,8 @@ class Page(HTMLParser):
             self.rows[-1].outcomes.append("")
 
     def handle_endtag(self, tag):
+        if tag in VOID:
+            return
         opened, _ = self.open.pop()
         if opened != tag:
             raise AssertionError(f"</{tag}> closes <{opened}>")
