@@ -29,10 +29,15 @@ SessionCheck CheckFile(const Catalogue& catalogue, const std::string& path) {
         throw std::runtime_error(path + " cannot be read");
     SessionCheck check(catalogue);
     std::string line;
+    bool isEmpty = true;
     for (int number = 1; std::getline(file, line); ++number)
-        if (line.find_first_not_of(" \t\r") != line.npos)
+        if (line.find_first_not_of(" \t\r") != line.npos) {
             check.Line(number, line);
+            isEmpty = false;
+        }
     check.End();
+    if (!isEmpty && !check.HasSteps())
+        throw std::runtime_error(path + " is no session: none of its lines is a JSON object");
     return check;
 }
 

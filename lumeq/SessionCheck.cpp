@@ -34,6 +34,7 @@ void SessionCheck::Line(int number, const std::string& line) {
     _line = number;
     try {
         const Json step = Json::parse(line);
+        _hasSteps |= step.is_object();
         // The sample host decides what is well formed; it stops at a line that is not.
         static_cast<void>(SampleHost::ReadStep(step));
         Play(step);

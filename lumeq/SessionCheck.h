@@ -42,6 +42,9 @@ public:
     /// Must follow the last line.
     void End();
 
+    /// False for a file of another kind: no line was a JSON object.
+    bool HasSteps() const { return _hasSteps; }
+
     /// In the order of the lines.
     std::vector<PlacedFinding> FindingsByLine() const;
     const std::vector<CheckedCall>& Calls() const { return _calls; }
@@ -82,6 +85,7 @@ private:
     int _shutdownLine = 0;
     bool _isLoaded = true;
     bool _hasEnded = false;
+    bool _hasSteps = false;
     bool _reportedOrder = false;
 };
 

@@ -23,6 +23,8 @@ PATTERNS = CATALOGUE["patterns"]
 ENUMERATIONS = CATALOGUE["enumerations"]
 
 CPP_HEADER = (ROOT / "include" / "Lumeq" / "LumeqApi.h").read_text()
+JAVASCRIPT_CONSTANTS = (ROOT / "bindings" / "node" / "raw.js").read_text()
+RUST_VOCABULARY = (ROOT / "bindings" / "rust" / "src" / "vocabulary.rs").read_text()
 C_HEADER = (ROOT / "include" / "Lumeq" / "lumeq.h").read_text()
 
 # Where the patterns of the event classes are. Those of the exports are in one file.
@@ -171,6 +173,23 @@ class PublicHeaders(unittest.TestCase):
         self.assertEqual(header, {
             enumeration["cEnumeration"]: [(enumeration["cPrefix"] + row["name"].rstrip("_").upper(), row["value"])
                                           for row in enumeration["values"]]
+            for enumeration in ENUMERATIONS.values()})
+
+    def test_constants_are_those_of_the_rust_binding(self):
+        binding = {name: [(row, int(value)) for row, value in re.findall(r"(\w+) = (\d+),", body)]
+                   for name, body in re.findall(r"^/// `enum (\w+)` of lumeq\.h\.\n(?:#[^\n]*\n)*pub enum \w+ \{(.*?)^\}",
+                                                RUST_VOCABULARY, re.S | re.M)}
+        self.assertEqual(binding, {
+            enumeration["cEnumeration"]: [("".join(part.capitalize() for part in row["name"].split("_")), row["value"])
+                                          for row in enumeration["values"]]
+            for enumeration in ENUMERATIONS.values()})
+
+    def test_constants_are_those_of_the_javascript_module(self):
+        module = {"lumeq_" + name: [(row, int(value)) for row, value in re.findall(r"(\w+): (\d+),", body)]
+                  for name, body in re.findall(r"^exports\.(\w+) = Object\.freeze\(\{(.*?)^\}\);", JAVASCRIPT_CONSTANTS,
+                                               re.S | re.M)}
+        self.assertEqual(module, {
+            enumeration["cEnumeration"]: [(row["name"].rstrip("_"), row["value"]) for row in enumeration["values"]]
             for enumeration in ENUMERATIONS.values()})
 
     def test_c_functions_exist(self):

@@ -218,6 +218,12 @@ class CommandLine(LintTestCase):
         self.assertEqual(1, self.lint(call("ButtonClicked", **HOME, mode="")).returncode)
         self.assertEqual(2, run("lint", str(self.file.with_name("absent.jsonl"))).returncode)
 
+    def test_file_that_is_no_session_is_named_once(self):
+        result = self.lint("<LumeqConfig>", "", "</LumeqConfig>", "17")
+        self.assertEqual((2, "", f"lumeq: {self.file} is no session: none of its lines is a JSON object\n"),
+                         (result.returncode, result.stdout, result.stderr))
+        self.assertEqual((0, ""), (self.lint("").returncode, self.lint("").stderr))
+
     def test_notes_can_be_left_out(self):
         step = call("DeviceConnectInitiated"), {**START, "whyType": 0}, SHUTDOWN
         self.assertIn("note: ", self.printed(*step))
