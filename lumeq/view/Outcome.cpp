@@ -94,10 +94,11 @@ std::string OutcomeOf(const Catalogue& catalogue, const Run& run, const ViewedCa
                                                                      : "";
 }
 
-std::string ValueOfArgument(const ViewedCall& call, const char* name) {
+/// Without its quotation marks.
+std::string ResultOf(const ViewedCall& call) {
     for (const ViewedArgument& argument : call.arguments)
-        if (argument.name == name)
-            return argument.value;
+        if (argument.name == "taskResult" && argument.value.size() >= 2)
+            return argument.value.substr(1, argument.value.size() - 2);
     return {};
 }
 
@@ -135,7 +136,7 @@ void FindTasks(Run& run) {
             ViewedTask& task = run.tasks[its.front()];
             its.pop_front();
             task.completed = i;
-            task.result = ValueOfArgument(call, "taskResult");
+            task.result = ResultOf(call);
             task.milliseconds = Duration(run.calls[task.begun], call);
         }
     }

@@ -45,7 +45,7 @@ std::string FiltersHtml(const std::vector<Run>& runs, bool isComparison) {
             ++verdicts[VerdictWord(call)];
         }
     return R"(<form class="filters" role="search" hidden>
-<label>Text <input type="search" name="text" placeholder="in calls, records and log lines" autocomplete="off" spellcheck="false"></label>
+<label>Text <input type="search" name="text" placeholder="calls, records, log lines" autocomplete="off" spellcheck="false"></label>
 <label>Export <select name="export">)" +
            OptionsHtml(exports) + R"(</select></label>
 <label>Verdict <select name="verdict">)" +

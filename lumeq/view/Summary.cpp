@@ -66,8 +66,9 @@ std::string ReasonsHtml(const Run& run, const Place& place) {
                 group = {1, i, reason.layer};
         }
     std::vector<std::pair<std::string, Group>> sorted(groups.begin(), groups.end());
-    std::stable_sort(sorted.begin(), sorted.end(), [](const auto& one, const auto& other) {
-        return one.second.count > other.second.count;
+    std::sort(sorted.begin(), sorted.end(), [](const auto& one, const auto& other) {
+        return std::pair(other.second.count, one.second.first) <
+               std::pair(one.second.count, other.second.first);
     });
     std::string rows;
     for (const auto& [kind, group] : sorted)
@@ -221,8 +222,6 @@ std::string DescriptionHtml(const Run& run) {
                 UtcText(span.begin);
     if (!run.road.empty())
         text += ", on the " + run.road + " road";
-    if (!run.source.empty())
-        text += ". Read from " + run.source;
     return Element("p", " class=\"description\"", Html(text + "."));
 }
 
@@ -242,6 +241,8 @@ std::string RestHtml(const Run& run) {
             Details(Counted(run.otherLines.size(), "log line") + " of no call", LinesHtml(run.otherLines));
     if (!run.settings.empty())
         html += Details("The local settings at the end", Preformatted(run.settings));
+    if (!run.source.empty())
+        html += Element("p", " class=\"description\"", Html("Read from " + run.source + "."));
     return html;
 }
 
