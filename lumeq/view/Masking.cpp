@@ -36,6 +36,21 @@ std::string BetweenTags(const std::string& xml, const std::string& name) {
     return end == xml.npos ? "" : xml.substr(begin + 1, end - begin - 1);
 }
 
+/// Where a token follows `mark`: in the headers as they are sent a line ends in CR and LF, for which the log
+/// shows two spaces; the last argument of a call ends the line with a bracket.
+std::string TokenAfter(const std::string& text, std::string_view mark) {
+    const std::size_t found = text.find(mark);
+    if (found == text.npos)
+        return {};
+    const std::size_t begin = found + mark.size();
+    return text.substr(begin, std::min(text.find('\r', begin), text.find("  User-Agent:", begin)) - begin);
+}
+
+std::string LastArgument(const std::string& text, std::string_view call) {
+    const std::size_t comma = text.find(call) == text.npos ? text.npos : text.rfind(", ");
+    return comma == text.npos || !text.ends_with(')') ? "" : text.substr(comma + 2, text.size() - comma - 3);
+}
+
 } // namespace
 
 Masking::Masking(const Catalogue& catalogue) : _fields{"deviceUuid", "biid"} {
@@ -79,7 +94,7 @@ void Masking::Learn(const Run& run) {
             else if (_fields.count(name) != 0 && !IsUnknown(value))
                 LearnSecret(value);
     }
-    LearnSecret(BetweenTags(run.settings, "AuthenticationToken"));
+    LearnToken(run.settings);
 }
 
 void Masking::LearnFrom(const Json& json) {
@@ -89,16 +104,17 @@ void Masking::LearnFrom(const Json& json) {
     });
 }
 
-/// In the headers as they are sent a line ends in CR and LF; the log shows two spaces for them.
 void Masking::LearnToken(const std::string& text) {
-    constexpr std::string_view Header = "Authorization: Bearer ";
-    const std::size_t header = text.find(Header);
-    if (header == text.npos)
-        return;
-    const std::size_t begin = header + Header.size();
-    const std::size_t end =
-        std::min({text.find('\r', begin), text.find("  User-Agent:", begin), text.size()});
-    LearnSecret(text.substr(begin, end - begin));
+    LearnSecret(TokenAfter(text, "Authorization: Bearer "));
+    // Settings and the log of their reading have it in ROT13.
+    for (const std::string& token :
+         {TokenAfter(text, "authToken="), LastArgument(text, "PostMessageAndForget("),
+          BetweenTags(text, "AuthenticationToken")}) {
+        if (token.empty())
+            continue;
+        LearnSecret(token);
+        LearnSecret(SampleHost::ToUtf8(Common::Rot13Wide(SampleHost::ReadText(Json(token)))));
+    }
 }
 
 void Masking::LearnSecret(const std::string& value) {

@@ -13,6 +13,9 @@ from support import call  # noqa: E402
 from viewed import Page, ViewTestCase, event, log_line, refusal  # noqa: E402
 
 TOKEN = "eyJhbGciOi.Secret-42"
+TURNED = "rlWuoTpvBv.Frperg-42"
+"""In ROT13, as settings have it."""
+OTHER_TOKEN = "live-token"
 UUID = "1c852a4d-b800-1f08-abcd-3c52821f9ab0"
 OTHER_UUID = "3D1219C7-C4C5-404A-AA1F-6D2A48ADFDA4"
 HASH = "facfc3f2d1bebd6546317e8cab1959cab43afd7cacc4c779f84af9c5a14284fb"
@@ -53,6 +56,8 @@ class Masking(ViewTestCase):
                  log_line('deviceUuid: "any text at all"', "GetBiid"),
                  log_line("->/projects/p/queues/q/messages " + json.dumps(MESSAGE, separators=(",", ":")), severity="DATA"),
                  log_line(f" ->HTTP POST: /projects/p Authorization: Bearer {TOKEN}  User-Agent:Scan/1.0", severity="DATA"),
+                 log_line(f"GetConfigFileData: appDeployedUuid={UUID}, authToken={TURNED}", severity="DEBUG"),
+                 log_line(f"PostMessageAndForget(host, Scan/1.0, p, q, {OTHER_TOKEN})", severity="DEBUG"),
                  log_line("opened C:\\\\Users\\\\ann.smith\\\\x", severity="WARNING")])
         (folder / "request-1.http").write_bytes(request().encode())
         (folder / "LumeqLocalSettings.xml").write_text(
@@ -61,7 +66,7 @@ class Masking(ViewTestCase):
 
     def secrets_in(self, html: str) -> set[str]:
         wire = base64.b64encode(json.dumps(MESSAGE, separators=(",", ":")).encode()).decode()
-        secrets = {TOKEN, UUID, OTHER_UUID, HASH, "SN12345", "ann.smith", "bob:pass", "carol", "00:1b:44:11:3a:b7",
+        secrets = {TOKEN, TURNED, OTHER_TOKEN, "yvir-gbxra", UUID, OTHER_UUID, HASH, "SN12345", "ann.smith", "bob:pass", "carol", "00:1b:44:11:3a:b7",
                    "any text at all", "GBXRA", wire}
         return {secret for secret in secrets if secret in html}
 
@@ -90,7 +95,7 @@ class Masking(ViewTestCase):
 
     def test_all_of_it_on_demand(self):
         page = self.page(self.write_secrets(), "--unmasked")
-        self.assertEqual({TOKEN, UUID, OTHER_UUID, HASH, "SN12345", "ann.smith", "bob:pass", "carol", "00:1b:44:11:3a:b7",
+        self.assertEqual({TOKEN, TURNED, OTHER_TOKEN, UUID, OTHER_UUID, HASH, "SN12345", "ann.smith", "bob:pass", "carol", "00:1b:44:11:3a:b7",
                           "any text at all", "GBXRA"}, {secret for secret in self.secrets_in(page.html) if len(secret) < 100})
         self.assertIn("this page can contain tokens", page.text)
 
