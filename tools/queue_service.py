@@ -62,8 +62,10 @@ class QueueService:
     """Serves from entry to exit of a with statement. Its folder keeps the authority for root.der."""
 
     def __init__(self, folder: Path, address: str = "127.0.0.1", port: int = 443,
-                 behaviour: Optional[Behaviour] = None, on_message: Callable[[Message], None] = lambda message: None):
+                 behaviour: Optional[Behaviour] = None, on_message: Callable[[Message], None] = lambda message: None,
+                 judge: Callable[[bytes], Message] = queue_message.read_message):
         self.seen = Seen()
+        self._judge = judge
         self.behaviour = behaviour or Behaviour()
         self._on_message = on_message
         self._changed = threading.Condition()
@@ -142,7 +144,11 @@ class QueueService:
                     self._open.discard(channel)
 
     def _take_request(self, channel: socket.socket) -> None:
-        message = queue_message.read_message(_receive(channel))
+        self.take(channel, _receive(channel))
+
+    def take(self, channel: socket.socket, raw: bytes) -> None:
+        """What becomes of a request. A service with pages of its own overrides it."""
+        message = self._judge(raw)
         self._note(self.seen.messages, message)
         self._on_message(message)
         self._answer(channel, message)

@@ -83,7 +83,8 @@ std::string SourceOf(const RunFiles& files, const Run& run) {
 Run ReadFolder(const Catalogue& catalogue, const fs::path& folder) {
     const RunFiles files{ReadFile(folder / "session.jsonl"), ReadFile(folder / "host.jsonl"),
                          ReadFile(folder / "companion.jsonl"), ReadFile(folder / "Lumeq.Log.txt")};
-    if (files.session.empty() && files.log.empty())
+    std::vector<ViewedMessage> requests = ReadRequests(folder);
+    if (files.session.empty() && files.log.empty() && requests.empty())
         throw std::runtime_error(NameOfFile(folder) + " has neither session.jsonl nor Lumeq.Log.txt");
     Run conditions;
     AddConditions(folder, conditions);
@@ -91,7 +92,7 @@ Run ReadFolder(const Catalogue& catalogue, const fs::path& folder) {
                                     : RunOfSession(catalogue, files, conditions.road);
     run.name = conditions.name.empty() ? NameOfFile(folder) : conditions.name;
     run.settings = ReadFile(folder / "LumeqLocalSettings.xml");
-    AddRequests(ReadRequests(folder), run);
+    AddRequests(std::move(requests), run);
     run.source = SourceOf(files, run);
     return run;
 }
