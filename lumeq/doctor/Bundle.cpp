@@ -29,7 +29,7 @@ std::wstring Environment(const wchar_t* name) {
 }
 
 /// As far as the doctor knows them. The masking has rules for the others.
-Masking MaskingFor(const Examination& examination) {
+TextMasking MaskingFor(const Examination& examination) {
     const std::wstring token = examination.factory.TextOf(L"AuthenticationToken");
     std::vector<std::string> secrets = {Utf8(token), Utf8(Environment(L"USERNAME")),
                                         Utf8(Environment(L"COMPUTERNAME"))};
@@ -38,7 +38,7 @@ Masking MaskingFor(const Examination& examination) {
     } catch (const std::range_error&) {
         // It cannot be decoded, so nothing contains it decoded.
     }
-    return Masking(std::move(secrets));
+    return TextMasking(std::move(secrets));
 }
 
 /// The end of the file, from a line's beginning on. Files in UTF-16 become UTF-8, so that masking finds all.
@@ -74,7 +74,7 @@ std::vector<std::pair<std::string, std::wstring>> FilesOf(const Examination& exa
 } // namespace
 
 void WriteBundle(const Examination& examination, const std::string& reportText, const std::string& path) {
-    const Masking masking = MaskingFor(examination);
+    const TextMasking masking = MaskingFor(examination);
     ZipFile zip;
     zip.Add("report.json", masking.Masked(reportText));
     for (const auto& [name, source] : FilesOf(examination))

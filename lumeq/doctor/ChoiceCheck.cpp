@@ -1,10 +1,9 @@
 // The user's choice, and a pause.
+#include "Common/Text.h"
 #include "LumeqShim/Basic/BasicOptIn.h"
 #include "LumeqShim/PauseState.h"
 #include "lumeq/Output.h"
 #include "lumeq/doctor/Examination.h"
-
-#include "Common/Text.h"
 
 namespace Zuvan::Lumeq::Tool::Doctor {
 

@@ -14,6 +14,7 @@
 namespace Zuvan::Lumeq::Tool::Doctor {
 
 using namespace LumeqShim;
+
 namespace {
 
 constexpr const wchar_t* Keys[] = {

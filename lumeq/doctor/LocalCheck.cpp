@@ -6,7 +6,6 @@
 #include "lumeq/doctor/Texts.h"
 
 #include <aclapi.h>
-#include <sddl.h>
 
 namespace Zuvan::Lumeq::Tool::Doctor {
 
@@ -15,9 +14,9 @@ namespace {
 constexpr DWORD ShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
 
 /// Opening an existing file changes nothing in it, whatever the access.
-bool CanOpen(const std::wstring& path, DWORD access, DWORD flags = 0) {
-    return static_cast<bool>(Common::UniqueFile(
-        CreateFileW(path.c_str(), access, ShareAll, nullptr, OPEN_EXISTING, flags, nullptr)));
+bool CanOpen(const std::wstring& path, DWORD access) {
+    return static_cast<bool>(
+        Common::UniqueFile(CreateFileW(path.c_str(), access, ShareAll, nullptr, OPEN_EXISTING, 0, nullptr)));
 }
 
 /// What the entries of the list allow everybody, or all ordinary users.

@@ -1,5 +1,7 @@
 #include "lumeq/doctor/Masking.h"
 
+#include "lumeq/view/HiddenParts.h"
+
 #include <algorithm>
 #include <cctype>
 #include <string_view>
@@ -34,13 +36,6 @@ constexpr Rule Rules[] = {
     {"biid: \"", "\""},
     // A message in Base64.
     {".b64?=", "\\\""},
-    // Names of users, with slashes, backslashes and backslashes of JSON.
-    {"\\users\\", "\\/\"'<"},
-    {"\\\\users\\\\", "\\/\"'<"},
-    {"/users/", "\\/\"'<"},
-    {"/home/", "\\/\"'<"},
-    {"\\documents and settings\\", "\\/\"'<"},
-    {"\\\\documents and settings\\\\", "\\/\"'<"},
 };
 
 char Lower(char unit) { return static_cast<char>(std::tolower(static_cast<unsigned char>(unit))); }
@@ -85,11 +80,19 @@ std::string MaskedBy(const Rule& rule, const std::string& text) {
     });
 }
 
+bool IsAlphanumeric(char unit) { return std::isalnum(static_cast<unsigned char>(unit)) != 0; }
+
+/// Whole words only, because a user may be called "log".
 std::string WithoutText(const std::string& secret, const std::string& text) {
-    const std::string wanted = Lowered(secret);
-    return Replaced(text, [&wanted](const std::string& lower, std::size_t at) -> Range {
-        const std::size_t from = lower.find(wanted, at);
-        return {from, from + wanted.size()};
+    return Replaced(text, [wanted = Lowered(secret)](const std::string& lower, std::size_t at) -> Range {
+        for (std::size_t from = lower.find(wanted, at); from != lower.npos;
+             from = lower.find(wanted, from + 1)) {
+            const std::size_t to = from + wanted.size();
+            if ((from == 0 || !IsAlphanumeric(lower[from - 1])) &&
+                (to == lower.size() || !IsAlphanumeric(lower[to])))
+                return {from, to};
+        }
+        return {lower.npos, lower.npos};
     });
 }
 
@@ -105,32 +108,20 @@ std::string WithoutPostedTokens(const std::string& text) {
     });
 }
 
-/// Runs of hexadecimal digits and hyphens, as long as a GUID or a hash.
-std::string WithoutIdentifiers(const std::string& text) {
-    constexpr std::size_t Shortest = 32;
-    const auto belongs = [](char unit) {
-        return std::isxdigit(static_cast<unsigned char>(unit)) || unit == '-';
-    };
-    return Replaced(text, [&](const std::string& lower, std::size_t at) -> Range {
-        for (std::size_t from = at; from < lower.size();) {
-            const auto first =
-                std::find_if(lower.begin() + static_cast<std::ptrdiff_t>(from), lower.end(), belongs);
-            const auto last = std::find_if_not(first, lower.end(), belongs);
-            from = static_cast<std::size_t>(first - lower.begin());
-            const std::size_t end = static_cast<std::size_t>(last - lower.begin());
-            const auto hyphens = static_cast<std::size_t>(std::count(first, last, '-'));
-            if (end - from - hyphens >= Shortest)
-                return {from, end};
-            from = end;
-        }
-        return {lower.npos, lower.npos};
-    });
+/// What the page of `lumeq view` hides too: identifiers, and users in paths and URLs.
+std::string WithoutHiddenParts(const std::string& text) {
+    std::string result;
+    std::size_t at = 0;
+    for (const HiddenPart& part : PartsToHide(text)) {
+        result += text.substr(at, part.begin - at) + std::string(Mask);
+        at = part.begin + part.size;
+    }
+    return result + text.substr(at);
 }
 
 std::string WithoutAddresses(const std::string& text) {
     const auto belongs = [](char unit) {
-        return std::isalnum(static_cast<unsigned char>(unit)) ||
-               std::string_view("._%+-").find(unit) != std::string_view::npos;
+        return IsAlphanumeric(unit) || std::string_view("._%+-").find(unit) != std::string_view::npos;
     };
     return Replaced(text, [&](const std::string& lower, std::size_t at) -> Range {
         for (std::size_t sign = lower.find('@', at); sign != lower.npos; sign = lower.find('@', sign + 1)) {
@@ -148,14 +139,14 @@ std::string WithoutAddresses(const std::string& text) {
 
 } // namespace
 
-std::string Masking::Masked(std::string text) const {
+std::string TextMasking::Masked(std::string text) const {
     text = WithoutPostedTokens(text);
     for (const Rule& rule : Rules)
         text = MaskedBy(rule, text);
     for (const std::string& secret : _secrets)
         if (secret.size() >= 3)
             text = WithoutText(secret, text);
-    return WithoutAddresses(WithoutIdentifiers(text));
+    return WithoutAddresses(WithoutHiddenParts(text));
 }
 
 } // namespace Zuvan::Lumeq::Tool::Doctor

@@ -6,15 +6,15 @@
 
 namespace Zuvan::Lumeq::Tool::Doctor {
 
-class Masking {
+class TextMasking {
 public:
-    /// Masks each of these texts wherever it occurs, in any letter case; those of less than three characters
-    /// are ignored.
-    explicit Masking(std::vector<std::string> secrets) : _secrets(std::move(secrets)) {}
+    /// Masks each of these texts wherever it is a whole word, in any letter case; those of less than three
+    /// characters are ignored.
+    explicit TextMasking(std::vector<std::string> secrets) : _secrets(std::move(secrets)) {}
 
     /// A settings file, a log or a report, in UTF-8. Masks the secrets; tokens, also those of earlier
-    /// settings; GUIDs and long runs of hexadecimal digits; identifiers of devices; encoded messages; e-mail
-    /// addresses; and the names of users in paths. Prefers masking too much.
+    /// settings; GUIDs, hashes and hardware addresses; serial numbers; encoded messages; e-mail addresses;
+    /// and the users in paths and URLs. Prefers masking too much.
     std::string Masked(std::string text) const;
 
 private:

@@ -13,7 +13,9 @@ namespace {
 
 bool IsBypassed(const ProxySettings& proxy, const std::wstring& server) {
     const bool isLocalName = server.find(L'.') == server.npos;
-    return PathMatchSpecW(server.c_str(), proxy.bypass.c_str()) ||
+    std::wstring names = proxy.bypass; // PathMatchSpecW knows no other separator than the semicolon.
+    std::replace(names.begin(), names.end(), L' ', L';');
+    return (!names.empty() && PathMatchSpecW(server.c_str(), names.c_str())) ||
            (isLocalName && proxy.bypass.find(L"<local>") != proxy.bypass.npos);
 }
 

@@ -1,10 +1,7 @@
 #include "lumeq/doctor/TlsClient.h"
 
-#include "lumeq/doctor/Connection.h"
-
-#include <windows.h>
-
 #include "Common/ComError.h"
+#include "lumeq/doctor/Connection.h"
 #include "lumeq/doctor/ServerCertificate.h"
 #include "lumeq/doctor/Texts.h"
 

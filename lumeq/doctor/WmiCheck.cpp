@@ -1,10 +1,7 @@
 // Windows Management Instrumentation, and the message, most of which comes from it.
-#include "Common/HostFile.h"
-#include "Common/Text.h"
 #include "LumeqLib/Extra/Collection/Utils/WmiProperty.h"
 #include "LumeqShim/Basic/BasicFunctionality.h"
 #include "LumeqShim/Post/QueueRequest.h"
-#include "lumeq/Output.h"
 #include "lumeq/doctor/Examination.h"
 #include "lumeq/doctor/Texts.h"
 #include "lumeq/doctor/TimeLimit.h"
@@ -12,6 +9,7 @@
 namespace Zuvan::Lumeq::Tool::Doctor {
 
 using namespace LumeqShim;
+
 namespace {
 
 /// A start waits for all answers, under the lock that every call of the library takes.

@@ -7,24 +7,26 @@ namespace Zuvan::Lumeq::Tool::Doctor {
 namespace {
 
 std::string MaskedText(const std::string& text, std::vector<std::string> secrets = {}) {
-    return Masking(std::move(secrets)).Masked(text);
+    return TextMasking(std::move(secrets)).Masked(text);
 }
 
 } // namespace
 
-TEST(Masking, LeavesOrdinaryTextsAlone) {
+TEST(TextMasking, LeavesOrdinaryTextsAlone) {
     const std::string text =
         "Lumeq.Log.txt, project 0123456789ABCDEF01234567, 127.0.0.1\r\nC:\\Host\\scan.exe @ 10:00";
     EXPECT_EQ(MaskedText(text), text);
     EXPECT_EQ(MaskedText(""), "");
 }
 
-TEST(Masking, MasksTheSecretsInAnyLetterCase) {
+TEST(TextMasking, MasksTheSecretsInAnyLetterCase) {
     EXPECT_EQ(MaskedText("a gbxra9 B GBXRA9, C:\\anna\\x", {"gbxra9", "Anna"}), "a *** B ***, C:\\***\\x");
     EXPECT_EQ(MaskedText("a b", {"", "b"}), "a b") << "short ones occur everywhere";
+    EXPECT_EQ(MaskedText("Log, LogLevel, Lumeq.Log.txt", {"log"}), "***, LogLevel, Lumeq.***.txt")
+        << "whole words";
 }
 
-TEST(Masking, MasksTokensThatItDoesNotKnow) {
+TEST(TextMasking, MasksTokensThatItDoesNotKnow) {
     EXPECT_EQ(MaskedText("Authorization: Bearer to.ken-9  User-Agent:x"),
               "Authorization: Bearer ***  User-Agent:x");
     EXPECT_EQ(MaskedText("projectId=P, authToken=gbx ra9\r\nnext"), "projectId=P, authToken=***\r\nnext");
@@ -38,11 +40,12 @@ TEST(Masking, MasksTokensThatItDoesNotKnow) {
     EXPECT_EQ(MaskedText("<AuthenticationToken"), "<AuthenticationToken");
 }
 
-TEST(Masking, MasksIdentifiersOfDevices) {
+TEST(TextMasking, MasksIdentifiersOfDevices) {
     EXPECT_EQ(MaskedText("t 12345678-9ABC-4def-8123-456789abcdef."), "t ***.");
-    EXPECT_EQ(MaskedText("biid: \"" + std::string(64, 'a') + "\" b"), "biid: \"***\" b");
-    EXPECT_EQ(MaskedText("{" + std::string(32, '0') + "}, " + std::string(31, '0')),
-              "{***}, " + std::string(31, '0'));
+    EXPECT_EQ(MaskedText("biid: \"x\" b"), "biid: \"***\" b");
+    EXPECT_EQ(MaskedText("{" + std::string(31, '0') + "a}, " + std::string(30, '0') + "a"),
+              "{***}, " + std::string(30, '0') + "a");
+    EXPECT_EQ(MaskedText("01:23:45:67:89:ab"), "***");
     EXPECT_EQ(MaskedText("deviceUuid: \"serial-7\", x"), "deviceUuid: \"***\", x");
     EXPECT_EQ(MaskedText(R"({"pc_sku":"ABC7","sys_uuid":"X","pc_category":"Computer"})"),
               R"({"pc_sku":"***","sys_uuid":"***","pc_category":"Computer"})");
@@ -50,19 +53,19 @@ TEST(Masking, MasksIdentifiersOfDevices) {
               R"("text": "{\"pc_sku\":\"***\",\"a\":\"b\"}")");
 }
 
-TEST(Masking, MasksEncodedMessages) {
+TEST(TextMasking, MasksEncodedMessages) {
     EXPECT_EQ(MaskedText("Encoded Message==?media_type:application/json.b64?=eyJhIjoi/+==\r\nnext"),
               "Encoded Message==?media_type:application/json.b64?=***\r\nnext");
     EXPECT_EQ(MaskedText(R"([{"body":"=?media_type:application/json.b64?=eyJh"}])"),
               R"([{"body":"=?media_type:application/json.b64?=***"}])");
 }
 
-TEST(Masking, MasksNamesOfUsersInPaths) {
+TEST(TextMasking, MasksNamesOfUsersInPaths) {
     EXPECT_EQ(MaskedText("in C:\\Users\\Anna M\\AppData\\x.txt"), "in C:\\Users\\***\\AppData\\x.txt");
     EXPECT_EQ(MaskedText(R"("c:\\users\\anna\\x")"), R"("c:\\users\\***\\x")");
-    EXPECT_EQ(MaskedText("Z:/home/anna/x /users/b"), "Z:/home/***/x /users/***");
+    EXPECT_EQ(MaskedText("Z:/home/anna/x /users/b"), "Z:/home/***/x /users/b");
 }
 
-TEST(Masking, MasksAddresses) { EXPECT_EQ(MaskedText("to anna.m@example.org, @x a@"), "to ***, @x a@"); }
+TEST(TextMasking, MasksAddresses) { EXPECT_EQ(MaskedText("to anna.m@example.org, @x a@"), "to ***, @x a@"); }
 
 } // namespace Zuvan::Lumeq::Tool::Doctor
