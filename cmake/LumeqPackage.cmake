@@ -36,8 +36,8 @@ install(DIRECTORY bindings DESTINATION ${_data} COMPONENT Development PATTERN ta
                                                                 PATTERN node_modules EXCLUDE)
 install(FILES docs/any-host.md DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT Development)
 install(FILES packaging/LumeqConfig.template.xml DESTINATION ${_data} COMPONENT Development)
-install(FILES docs/compatibility.md docs/doctor.md docs/lint.md docs/privacy.md docs/reference.md docs/serve.md CHANGELOG.md
-              SECURITY.md
+install(FILES docs/compatibility.md docs/doctor.md docs/lint.md docs/privacy.md docs/reference.md docs/serve.md
+              docs/view.md docs/view.png CHANGELOG.md SECURITY.md
         DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT Documentation EXCLUDE_FROM_ALL)
 
 if(TARGET lumeq_double)
