@@ -54,6 +54,18 @@ class Pages(unittest.TestCase):
             self.assertEqual(["gone.md: no such file", "page.md#other: no such heading"], problems_of(page))
 
 
+class Navigation(unittest.TestCase):
+    def test_lists_every_document_once(self):
+        lines = (ROOT / "docs" / "site" / "mkdocs.yml").read_text(encoding="utf-8").partition("\nnav:\n")[2].splitlines()
+        self.assertEqual([], [line for line in lines if not re.match(" +- ", line)])
+        listed = [line.split()[-1] for line in lines if line.endswith(".md")]
+        self.assertEqual(len(set(listed)), len(listed))
+        documents = {str(file.relative_to(ROOT / "docs")) for file in (ROOT / "docs").rglob("*.md")}
+        self.assertEqual(set(), documents - set(listed))
+        others = {str(place) for place in site_pages.pages().values()}
+        self.assertEqual([], [page for page in listed if page not in others and not page.startswith("headers/")])
+
+
 class Snippets(unittest.TestCase):
     def test_start_pages_show_no_code_but_that_of_the_samples(self):
         for page in sorted((ROOT / "docs" / "start").glob("*.md")):
