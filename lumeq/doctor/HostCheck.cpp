@@ -7,6 +7,7 @@
 #include "lumeq/doctor/PortableExecutable.h"
 #include "lumeq/doctor/Texts.h"
 
+#include <algorithm>
 #include <stdexcept>
 #include <tlhelp32.h>
 
@@ -65,12 +66,20 @@ std::string Described(const std::wstring& path) {
     return Utf8(path + L", version " + Common::GetFileVersion(path, L"unknown"));
 }
 
+bool IsDouble(const PortableExecutable& library) {
+    return std::any_of(library.exports.begin(), library.exports.end(),
+                       [](const std::string& name) { return name.starts_with("lumeq_test_"); });
+}
+
 void CheckLibrary(Examination& examination) {
     const std::wstring& path = examination.host.libraryPath;
-    if (const auto library = ReadPortableExecutable(path); library && library->isX64)
-        examination.report.Well(Check::Host, Described(path));
-    else
+    const auto library = ReadPortableExecutable(path);
+    if (!library || !library->isX64)
         examination.report.Wrong(Id::LibraryIsNot64Bit, Utf8(path));
+    else if (IsDouble(*library))
+        examination.report.Wrong(Id::LibraryIsDouble, Utf8(path));
+    else
+        examination.report.Well(Check::Host, Described(path));
 }
 
 } // namespace

@@ -21,6 +21,7 @@ enum class Id {
     LibraryNotLoaded,
     LibraryMissing,
     LibraryIsNot64Bit,
+    LibraryIsDouble,
     TrackingDisabled,
     ChoiceMissing,
     ChoiceIsNo,

@@ -11,6 +11,7 @@ from support import call
 from support.host_process import HostProcess, program
 import session_player
 
+DOUBLE = BUILD / "double" / "Lumeq.dll"
 MACHINE_OF_X64 = b"PE\0\0\x64\x86"
 MACHINE_OF_I386 = b"PE\0\0\x4c\x01"
 
@@ -32,8 +33,10 @@ class Application(DoctorTestCase):
         diagnosis = self.check_found({"host-is-32-bit"}, "--only", "host")
         self.assertEqual(HOST, diagnosis.of("host-is-32-bit")["detail"])
 
-    def test_library_that_is_missing_or_damaged(self):
+    def test_library_that_is_missing_damaged_or_for_unit_tests(self):
         library = self.host_folder / "Lumeq.dll"
+        shutil.copy(DOUBLE, library)
+        self.check_found({"library-is-double"}, "--only", "host")
         library.write_bytes(library.read_bytes()[:100])
         self.check_found({"library-is-not-64-bit"}, "--only", "host")
         library.unlink()
