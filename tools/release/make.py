@@ -5,7 +5,8 @@
   lumeq-<version>-win64-symbols.zip    what was stripped from its files
   SHA256SUMS
 
-Uncommitted changes are not part of it. The same commit and key make the same bytes, in whichever folder.
+Uncommitted changes are not part of it. The same commit and key make the same bytes, in whichever folder. The folder
+build/release/work keeps the build, and with it the key.
 """
 
 import argparse
