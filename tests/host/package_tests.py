@@ -89,9 +89,9 @@ INSTALLED = {
         "lib/libLumeqTest.dll.a",
         "share/doc/Lumeq/unit-tests.md",
     ],
-    "Tools": ["bin/lumeq.exe"],
+    "Tools": ["bin/lumeq-serve.pyz", "bin/lumeq.exe"],
     "Documentation": [f"share/doc/Lumeq/{name}.md" for name in (
-        "CHANGELOG", "SECURITY", "compatibility", "doctor", "lint", "privacy", "reference")],
+        "CHANGELOG", "SECURITY", "compatibility", "doctor", "lint", "privacy", "reference", "serve")],
 }
 
 CONSUMER = ROOT / "tests" / "consumer"
