@@ -13,6 +13,7 @@ import sys
 from dataclasses import dataclass, field
 from pathlib import Path
 
+INSTRUCTION = re.compile(r"\t[^.#\s]")
 MARK = re.compile(r"\t\.(?:file (?P<file>\d+) \"(?P<folder>.*?)\"(?: \"(?P<name>.*?)\")?"
                   r"|loc (?P<of>\d+) (?P<line>\d+)"
                   r"|seh_proc\t(?P<function>\S+)"
@@ -40,19 +41,26 @@ class Assembly:
         self.files: dict[int, str] = {}
         self.functions: list[Function] = []
         self._current = None
+        self._is_at_mark = False
+        """No instruction came since the last line was marked."""
         self._sections = 0
         for line in text.splitlines():
             self.text.append(line)
-            if mark := MARK.match(line):
+            if INSTRUCTION.match(line):
+                self._is_at_mark = False
+            elif mark := MARK.match(line):
                 self._take(mark)
 
     def _take(self, mark: re.Match) -> None:
         if mark["file"]:
             self.files[int(mark["file"])] = "/".join(filter(None, (mark["folder"], mark["name"])))
         elif mark["function"]:
+            self._is_at_mark = False
             self._current = Function(mark["function"], f".Lcodeview_end{len(self.functions)}")
             self.functions.append(self._current)
-        elif mark["of"] and self._current:
+        elif mark["of"] and self._current and not self._is_at_mark:
+            # The first of several at one place: at the start of a function that is its own line.
+            self._is_at_mark = True
             label = f".Lcodeview{len(self.functions)}_{len(self._current.lines)}"
             self._current.lines.append((label, int(mark["of"]), int(mark["line"])))
             self.text.append(f"{label}:")
