@@ -1,4 +1,4 @@
-// Prints the functions and lines that the system's debugging library finds in a DLL's PDB.
+// Prints the names of functions that the system's debugging library finds in a DLL's PDB.
 //   name-functions DLL FOLDER-OF-THE-PDB OFFSET...      offsets in hexadecimal, from the start of the DLL
 #include <windows.h>
 
@@ -24,13 +24,7 @@ int main(int count, char** arguments) {
         symbol->MaxNameLen = 2000;
         DWORD64 distance = 0;
         const DWORD64 address = base + std::strtoull(arguments[i], nullptr, 16);
-        const bool found = SymFromAddr(process, address, &distance, symbol);
-        IMAGEHLP_LINE64 line = {};
-        line.SizeOfStruct = sizeof line;
-        DWORD column = 0;
-        if (!SymGetLineFromAddr64(process, address, &column, &line))
-            line.FileName = const_cast<char*>("?");
-        std::printf("%s %s:%lu\n", found ? symbol->Name : "?", line.FileName, line.LineNumber);
+        std::printf("%s\n", SymFromAddr(process, address, &distance, symbol) ? symbol->Name : "?");
     }
     return 0;
 }

@@ -116,6 +116,7 @@ class Archive(unittest.TestCase):
 class CodeView(unittest.TestCase):
     """What the linker and LLVM make of what the tool adds to GCC's output."""
 
+    HEADER = "__attribute__((always_inline)) inline int inner(int x) {\n    return x * x * 7;\n}\n"
     SOURCE = """namespace { __attribute__((noinline)) int hidden(int x) {
     return x * 3;
 } }
@@ -125,12 +126,17 @@ template <class T> __attribute__((noinline)) T twice(T x) {
 extern "C" int zoom(int x) {
     return hidden(x) + twice(x);
 }
+#include "inner.h"
+extern "C" int outer(int x) {
+    return inner(x);
+}
 """
 
     def test_names_functions_and_lines(self):
         with tempfile.TemporaryDirectory() as name:
             folder = Path(name)
             (folder / "zoom.cpp").write_text(self.SOURCE)
+            (folder / "inner.h").write_text(self.HEADER)
             wrapper = f"python3,{ROOT}/tools/release/codeview.py"
             for command in (["-c", "zoom.cpp", "-g", "-O1", "-wrapper", wrapper, "-o", "zoom.o"],
                             ["-shared", "-nostdlib", "-Wl,--build-id,--pdb=zoom.pdb,--entry=zoom", "zoom.o", "-o", "zoom.dll"]):
@@ -140,13 +146,20 @@ extern "C" int zoom(int x) {
             pdb_file.settle(folder / "zoom.pdb", 0, name, "/zoom")
             subprocess.run(["x86_64-w64-mingw32-strip", "zoom.dll"], cwd=folder, check=True)
             for symbol, function, line in (("_ZN12_GLOBAL__N_16hiddenEi", "(anonymous namespace)::hidden(int)", 1),
-                                           ("_Z5twiceIiET_S0_", "int twice<int>(int)", 4), ("zoom", "zoom", 7)):
+                                           ("_Z5twiceIiET_S0_", "int twice<int>(int)", 4), ("zoom", "zoom", 7),
+                                           ("outer", "outer", 11)):
                 with self.subTest(symbol):
                     address = re.search(rf"^(\w+) . {symbol}$", symbols, re.MULTILINE)[1]
                     shown = subprocess.run(["llvm-symbolizer-14", "--obj=zoom.dll", f"0x{address}"], cwd=folder, check=True,
                                            stdout=subprocess.PIPE, text=True).stdout.split("\n")
                     self.assertEqual(function, shown[0])
                     self.assertRegex(shown[1], rf"zoom\.cpp:{line}:0$")
+            # The code of the inlined function, whose lines are those of another file.
+            address = int(re.search(r"^(\w+) . outer$", symbols, re.MULTILINE)[1], 16)
+            shown = subprocess.run(["llvm-symbolizer-14", "--obj=zoom.dll", f"{address + 4:#x}"], cwd=folder, check=True,
+                                   stdout=subprocess.PIPE, text=True).stdout.split("\n")
+            self.assertEqual("outer", shown[0])
+            self.assertRegex(shown[1], r"zoom\.cpp:1[0-2]:0$")
 
     def test_adds_nothing_to_assembly_without_functions(self):
         text = '\t.file\t"x.cpp"\n\t.data\n'

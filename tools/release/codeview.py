@@ -31,8 +31,10 @@ class Function:
     name: str
     end: str
     """A label."""
-    lines: list[tuple[str, int, int]] = field(default_factory=list)
-    """Label, number of the source file, line."""
+    source: int = 0
+    """Number of its source file. Lines of others, from inlined functions, count as the line before them."""
+    lines: list[tuple[str, int]] = field(default_factory=list)
+    """Labels and lines."""
 
 
 class Assembly:
@@ -60,13 +62,19 @@ class Assembly:
             self.functions.append(self._current)
         elif mark["of"] and self._current and not self._is_at_mark:
             # The first of several at one place: at the start of a function that is its own line.
-            self._is_at_mark = True
-            label = f".Lcodeview{len(self.functions)}_{len(self._current.lines)}"
-            self._current.lines.append((label, int(mark["of"]), int(mark["line"])))
-            self.text.append(f"{label}:")
+            self._add_line(self._current, int(mark["of"]), int(mark["line"]))
         elif mark["end"] and self._current:
             self.text.append(f"{self._current.end}:")
             self._current = None
+
+    def _add_line(self, function: Function, source: int, line: int) -> None:
+        if not function.lines:
+            function.source = source
+        if source == function.source:
+            label = f".Lcodeview{len(self.functions)}_{len(function.lines)}"
+            function.lines.append((label, line))
+            self._is_at_mark = True
+            self.text.append(f"{label}:")
 
     def with_codeview(self) -> str:
         if not self.functions:
@@ -86,7 +94,7 @@ class Assembly:
 
     def _add_sources(self) -> dict[int, int]:
         """Where the list has each source file, by the number that GCC gave it."""
-        numbers = sorted({number for function in self.functions for _, number, _ in function.lines})
+        numbers = sorted({function.source for function in self.functions if function.lines})
         names, rows, at = ["\t.byte 0"], [], 1
         for number in numbers:
             name = self.files[number].encode("utf-8")
@@ -99,19 +107,10 @@ class Assembly:
 
 
 def lines_of(function: Function, places: dict[int, int]) -> list[str]:
-    """In blocks of one source file each."""
-    text = [f"\t.secrel32 {function.name}", f"\t.secidx {function.name}", "\t.short 0",
-            f"\t.long {function.end}-{function.name}"]
-    at = 0
-    while at < len(function.lines):
-        source = function.lines[at][1]
-        end = at
-        while end < len(function.lines) and function.lines[end][1] == source:
-            end += 1
-        text.append(f"\t.long {places[source]}, {end - at}, {12 + 8 * (end - at)}")
-        text += [f"\t.long {label}-{function.name}, {line | 0x80000000}" for label, _, line in function.lines[at:end]]
-        at = end
-    return text
+    count = len(function.lines)
+    return [f"\t.secrel32 {function.name}", f"\t.secidx {function.name}", "\t.short 0",
+            f"\t.long {function.end}-{function.name}", f"\t.long {places[function.source]}, {count}, {12 + 8 * count}",
+            *(f"\t.long {label}-{function.name}, {line | 0x80000000}" for label, line in function.lines)]
 
 
 def symbol_of(function: Function) -> list[str]:
