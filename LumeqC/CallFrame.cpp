@@ -26,6 +26,8 @@ bool UsesWorker() noexcept {
     return chosen == CallMode::Worker;
 }
 
+bool IsWorkerChosen() noexcept { return chosen == CallMode::Worker; }
+
 bool IsProcessEnding() noexcept { return RtlDllShutdownInProgress(); }
 
 } // namespace Zuvan::Lumeq

@@ -16,6 +16,8 @@ enum class CallMode { Open, Direct, Worker };
 bool ChooseMode(CallMode mode) noexcept;
 /// The first question chooses direct calls if nothing else is chosen.
 bool UsesWorker() noexcept;
+/// The same without choosing anything.
+bool IsWorkerChosen() noexcept;
 /// While the process ends its other threads are gone, so nothing may wait for one.
 bool IsProcessEnding() noexcept;
 

@@ -195,6 +195,14 @@ void CountDropped() noexcept { ++dropped; }
 
 std::uint64_t DroppedCount() noexcept { return dropped; }
 
+std::size_t WaitingCount() noexcept {
+    const LockedScope scope(queueLock);
+    std::size_t count = 0;
+    for (const QueuedCall* call = first; call != nullptr; call = call->next)
+        ++count;
+    return count;
+}
+
 bool IsWorker() noexcept { return worker == GetCurrentThreadId(); }
 
 } // namespace Zuvan::Lumeq::CallQueue

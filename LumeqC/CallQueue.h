@@ -45,6 +45,9 @@ void Drain(std::uint64_t number, std::uint32_t milliseconds) noexcept;
 void CountDropped() noexcept;
 std::uint64_t DroppedCount() noexcept;
 
+/// Calls of any kind that wait, without the one that is being made.
+std::size_t WaitingCount() noexcept;
+
 /// Whether this is the worker thread: a call on it that waited its turn would wait for itself.
 bool IsWorker() noexcept;
 

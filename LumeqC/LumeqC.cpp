@@ -1,5 +1,6 @@
 #include "LumeqC/Arguments.h"
 #include "LumeqC/CallFrame.h"
+#include "LumeqC/State.h"
 #include "LumeqC/TaskCalls.h"
 
 #include <utility>
@@ -87,6 +88,8 @@ int32_t lumeq_configure(const lumeq_options* options) {
 
 uint64_t lumeq_dropped_count() { return CallQueue::DroppedCount(); }
 
+int32_t lumeq_get_state(lumeq_state* state) { return !IsProcessEnding() && WriteState(state); }
+
 void lumeq_startup(const wchar_t* app_name, int32_t why, int32_t how, int32_t track_system_info,
                    int32_t track_print_queue_info) {
     SubmitSession([&] {
@@ -123,8 +126,12 @@ void lumeq_set_opt_in(int32_t user_has_opted_in) {
 int32_t lumeq_get_opt_in() { return Ask(false, API::GetUserOptInEx); }
 
 void lumeq_set_local_subfolder(const wchar_t* subpath) {
-    SubmitSession(
-        [subpath] { return [path = RequiredText(subpath)] { API::SetLocalSubfolderPathEx(path); }; });
+    SubmitSession([subpath] {
+        return [path = RequiredText(subpath)] {
+            API::SetLocalSubfolderPathEx(path);
+            RememberSubfolder(path);
+        };
+    });
 }
 
 void lumeq_track_print_queue_info() { SubmitSessionCall(API::TrackPrintQueueInfoEx); }

@@ -77,10 +77,11 @@ void lumeq_test_set_opt_in(std::int32_t optIn) {
 }
 
 std::int32_t lumeq_test_opt_in() {
-    if (!LumeqShim::BasicDidUserOpted(LumeqShim::UserOptInKey))
+    const wchar_t* const key =
+        LumeqShim::IsPauseMarked() ? LumeqShim::OptinBeforePauseKey : LumeqShim::UserOptInKey;
+    if (!LumeqShim::BasicDidUserOpted(key))
         return LUMEQ_TEST_OPT_IN_UNSET;
-    return LumeqShim::BasicGetUserOptIn(LumeqShim::UserOptInKey) ? LUMEQ_TEST_OPT_IN_YES
-                                                                 : LUMEQ_TEST_OPT_IN_NO;
+    return LumeqShim::BasicGetUserOptIn(key) ? LUMEQ_TEST_OPT_IN_YES : LUMEQ_TEST_OPT_IN_NO;
 }
 
 std::int32_t lumeq_test_is_paused() { return LumeqShim::IsPauseMarked(); }

@@ -42,7 +42,7 @@ install(FILES docs/compatibility.md docs/doctor.md docs/lint.md docs/privacy.md 
 
 if(TARGET lumeq_double)
   # The same file name as the library's, so never the same folder.
-  install(TARGETS lumeq_double RUNTIME DESTINATION ${LUMEQ_DOUBLE_DESTINATION} COMPONENT Test EXCLUDE_FROM_ALL)
+  install(TARGETS lumeq_double lumeq_c_double RUNTIME DESTINATION ${LUMEQ_DOUBLE_DESTINATION} COMPONENT Test EXCLUDE_FROM_ALL)
   install(FILES ${LUMEQ_TEST_IMPORT_LIBRARIES} DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT Test EXCLUDE_FROM_ALL)
   install(FILES include/Lumeq/lumeq_test.h include/Lumeq/lumeq_test_gtest.h DESTINATION ${_headers} COMPONENT Test
           EXCLUDE_FROM_ALL)

@@ -13,7 +13,7 @@ if(NOT TARGET Lumeq::Test)
   set_target_properties(Lumeq::Test PROPERTIES INTERFACE_INCLUDE_DIRECTORIES ${Lumeq_INCLUDE_DIR}
                                                INTERFACE_LINK_LIBRARIES ${_lumeq_test_library})
 endif()
-set(LUMEQ_DOUBLE_DLLS ${_lumeq_double}/Lumeq.dll ${_lumeq_bin}/LumeqC.dll)
+set(LUMEQ_DOUBLE_DLLS ${_lumeq_double}/Lumeq.dll ${_lumeq_double}/LumeqC.dll)
 
 # lumeq_use_double(target): builds the unit test `target` into a folder of its own, where it finds the double instead of the
 # real Lumeq.dll, and links Lumeq::Test.

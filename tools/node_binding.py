@@ -17,6 +17,8 @@ POINTERS = {"const wchar_t*": "str16", "wchar_t*": "uint16_t *", "const char*": 
 def koffi_type(its_type: str) -> str:
     if its_type in POINTERS:
         return POINTERS[its_type]
+    if its_type.endswith("*") and not its_type.startswith("const "):
+        return "_Inout_ " + its_type.removesuffix("*").strip() + " *"
     if its_type.endswith("*"):
         return its_type.removeprefix("const ").removesuffix("*").strip() + " *"
     return "uint64_t" if its_type == "lumeq_task" else its_type

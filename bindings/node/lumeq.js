@@ -43,12 +43,20 @@ function text(write, size = 128) {
     return String.fromCharCode(...buffer.subarray(0, Math.max(needed - 1, 0)));
 }
 
+/** What telemetry is doing, with the fields of lumeq_state; all unknown or zero while the process ends. */
+function state(calls) {
+    const its = struct('lumeq_state')();
+    calls.get_state(its);
+    return its;
+}
+
 module.exports = {
     ...constants,
     load,
     dictionary,
     features,
     text,
+    state,
     options: struct('lumeq_options'),
     screen: struct('lumeq_screen'),
     ad: struct('lumeq_ad'),

@@ -21,6 +21,16 @@ koffi.struct('lumeq_options', {
     use_worker_thread: 'int32_t',
     queue_capacity: 'int32_t',
 });
+koffi.struct('lumeq_state', {
+    size: 'size_t',
+    dropped_count: 'uint64_t',
+    is_disabled: 'int32_t',
+    choice: 'int32_t',
+    is_paused: 'int32_t',
+    road: 'int32_t',
+    uses_worker_thread: 'int32_t',
+    queued_calls: 'int32_t',
+});
 koffi.struct('lumeq_screen', {
     size: 'size_t',
     flow: 'str16',
@@ -106,6 +116,7 @@ exports.functions = library => ({
     abi: library.func('uint32_t lumeq_abi()'),
     configure: library.func('int32_t lumeq_configure(lumeq_options * options)'),
     dropped_count: library.func('uint64_t lumeq_dropped_count()'),
+    get_state: library.func('int32_t lumeq_get_state(_Inout_ lumeq_state * state)'),
     startup: library.func('void lumeq_startup(str16 app_name, int32_t why, int32_t how, int32_t track_system_info, int32_t track_print_queue_info)'),
     shutdown: library.func('void lumeq_shutdown(int32_t timeout_msec)'),
     flush: library.func('void lumeq_flush(int32_t timeout_msec)'),
@@ -359,4 +370,15 @@ exports.print_subsystem = Object.freeze({
     unknown: 0,
     ipp: 1,
     native: 2,
+});
+exports.choice = Object.freeze({
+    unknown: 0,
+    unset: 1,
+    no: 2,
+    yes: 3,
+});
+exports.road = Object.freeze({
+    unknown: 0,
+    managed: 1,
+    basic: 2,
 });

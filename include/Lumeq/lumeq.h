@@ -275,6 +275,21 @@ enum lumeq_print_subsystem {
     LUMEQ_PRINT_SUBSYSTEM_NATIVE = 2
 };
 
+/// What the user has chosen, as the local settings file says.
+enum lumeq_choice {
+    LUMEQ_CHOICE_UNKNOWN = 0, ///< The file cannot be read.
+    LUMEQ_CHOICE_UNSET = 1,
+    LUMEQ_CHOICE_NO = 2,
+    LUMEQ_CHOICE_YES = 3
+};
+
+/// What becomes of events, as far as it shows before they are recorded.
+enum lumeq_road {
+    LUMEQ_ROAD_UNKNOWN = 0, ///< Nothing has been delivered yet, or the managed runtime is not the right one.
+    LUMEQ_ROAD_MANAGED = 1, ///< The companion library is loaded and receives them.
+    LUMEQ_ROAD_BASIC = 2    ///< The managed runtime or the companion library is missing, so they are dropped.
+};
+
 /// One field of a dictionary.
 typedef struct lumeq_field {
     const wchar_t* name;
@@ -304,6 +319,20 @@ typedef struct lumeq_options {
 } lumeq_options;
 #define LUMEQ_OPTIONS_INIT                                                                                   \
     { sizeof(lumeq_options), 0, 0 }
+
+/// What telemetry is doing, for a dialog of the host's. See lumeq_get_state.
+typedef struct lumeq_state {
+    size_t size;
+    uint64_t dropped_count;     ///< That of lumeq_dropped_count.
+    int32_t is_disabled;        ///< The user's registry disables tracking.
+    int32_t choice;             ///< enum lumeq_choice. During a pause, what the end of the pause restores.
+    int32_t is_paused;          ///< Also a pause that a killed process has left; the next start ends it.
+    int32_t road;               ///< enum lumeq_road
+    int32_t uses_worker_thread; ///< Calls are queued for the library's thread.
+    int32_t queued_calls;       ///< Calls that wait for it, without the one that it makes.
+} lumeq_state;
+#define LUMEQ_STATE_INIT                                                                                     \
+    { sizeof(lumeq_state), 0, 0, 0, 0, 0, 0, 0 }
 
 /// Where the user was. `screen_name` is required.
 typedef struct lumeq_screen {
@@ -432,6 +461,19 @@ LUMEQ_C_API int32_t lumeq_configure(const lumeq_options* options);
 /// How many calls were dropped before they reached the library proper: the queue was full, there was no
 /// memory, or lumeq_shutdown ran out of time.
 LUMEQ_C_API uint64_t lumeq_dropped_count(void);
+
+/// Fills `state` as far as its size says, which the caller sets before each call. Returns 0, and changes
+/// nothing, if it is null or has no size, or if the process ends.
+///
+/// Reads what the library reads, at the time of the call, and changes nothing: no setting, no log, no choice
+/// of the road or of how calls are made. It waits for no other call and reads the settings file on a thread
+/// of its own, so the caller's COM apartment does not matter. It takes some milliseconds; on a slow disk
+/// longer.
+///
+/// The library reads the registry once in a process. `is_disabled` is what the registry says now, which
+/// counts from the next process on. The settings file is that of the last subfolder that
+/// lumeq_set_local_subfolder has passed on.
+LUMEQ_C_API int32_t lumeq_get_state(lumeq_state* state);
 
 // The session. The queue drops none of these calls.
 

@@ -10,7 +10,6 @@
 #include <cstddef>
 #include <cstdint>
 #include <initializer_list>
-#include <iterator>
 #include <optional>
 #include <string>
 #include <utility>
@@ -278,6 +277,19 @@ enum class print_subsystem : std::int32_t {
     unknown = LUMEQ_PRINT_SUBSYSTEM_UNKNOWN,
     ipp = LUMEQ_PRINT_SUBSYSTEM_IPP,
     native = LUMEQ_PRINT_SUBSYSTEM_NATIVE,
+};
+
+enum class choice : std::int32_t {
+    unknown = LUMEQ_CHOICE_UNKNOWN,
+    unset = LUMEQ_CHOICE_UNSET,
+    no = LUMEQ_CHOICE_NO,
+    yes = LUMEQ_CHOICE_YES,
+};
+
+enum class road : std::int32_t {
+    unknown = LUMEQ_ROAD_UNKNOWN,
+    managed = LUMEQ_ROAD_MANAGED,
+    basic = LUMEQ_ROAD_BASIC,
 };
 
 /// Free-form fields of an event, a form or a device: {{L"paper", L"a4"}, {L"copies", L"2"}}.
@@ -801,6 +813,24 @@ inline bool use_worker_thread(std::int32_t queue_capacity = 0) noexcept {
 }
 
 inline std::uint64_t dropped_count() noexcept { return detail::calls().dropped_count(); }
+/// lumeq_state.
+struct telemetry_state {
+    std::uint64_t dropped_count;
+    bool is_disabled;
+    lumeq::choice choice;
+    bool is_paused;
+    lumeq::road road;
+    bool uses_worker_thread;
+    std::int32_t queued_calls;
+};
+/// As lumeq_get_state; everything unknown or zero without the library.
+inline telemetry_state state() noexcept {
+    lumeq_state its = LUMEQ_STATE_INIT;
+    detail::calls().get_state(&its);
+    return {its.dropped_count,  its.is_disabled != 0,        static_cast<choice>(its.choice),
+            its.is_paused != 0, static_cast<road>(its.road), its.uses_worker_thread != 0,
+            its.queued_calls};
+}
 inline void flush(std::int32_t timeout_msec) noexcept { detail::calls().flush(timeout_msec); }
 inline void set_opt_in(bool user_has_opted_in) noexcept { detail::calls().set_opt_in(user_has_opted_in); }
 inline bool opt_in() noexcept { return detail::calls().get_opt_in() != 0; }

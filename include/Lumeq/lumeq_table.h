@@ -15,6 +15,7 @@ typedef struct lumeq_table {
     uint32_t (*abi)(void);
     int32_t (*configure)(const lumeq_options* options);
     uint64_t (*dropped_count)(void);
+    int32_t (*get_state)(lumeq_state* state);
     void (*startup)(const wchar_t* app_name, int32_t why, int32_t how, int32_t track_system_info, int32_t track_print_queue_info);
     void (*shutdown)(int32_t timeout_msec);
     void (*flush)(int32_t timeout_msec);
@@ -68,6 +69,10 @@ static inline int32_t lumeq_no_configure(const lumeq_options* options) {
     return 0;
 }
 static inline uint64_t lumeq_no_dropped_count(void) {
+    return 0;
+}
+static inline int32_t lumeq_no_get_state(lumeq_state* state) {
+    (void)state;
     return 0;
 }
 static inline void lumeq_no_startup(const wchar_t* app_name, int32_t why, int32_t how, int32_t track_system_info, int32_t track_print_queue_info) {
@@ -238,6 +243,7 @@ static inline void lumeq_table_set_no_ops(lumeq_table* table) {
     table->abi = lumeq_no_abi;
     table->configure = lumeq_no_configure;
     table->dropped_count = lumeq_no_dropped_count;
+    table->get_state = lumeq_no_get_state;
     table->startup = lumeq_no_startup;
     table->shutdown = lumeq_no_shutdown;
     table->flush = lumeq_no_flush;
@@ -285,6 +291,7 @@ static inline void lumeq_table_set_linked(lumeq_table* table) {
     table->abi = lumeq_abi;
     table->configure = lumeq_configure;
     table->dropped_count = lumeq_dropped_count;
+    table->get_state = lumeq_get_state;
     table->startup = lumeq_startup;
     table->shutdown = lumeq_shutdown;
     table->flush = lumeq_flush;
@@ -340,6 +347,8 @@ static inline int lumeq_table_set_found(lumeq_table* table, lumeq_any_function (
     complete &= table->configure != 0;
     table->dropped_count = (uint64_t (*)(void))find(library, "lumeq_dropped_count");
     complete &= table->dropped_count != 0;
+    table->get_state = (int32_t (*)(lumeq_state* state))find(library, "lumeq_get_state");
+    complete &= table->get_state != 0;
     table->startup = (void (*)(const wchar_t* app_name, int32_t why, int32_t how, int32_t track_system_info, int32_t track_print_queue_info))find(library, "lumeq_startup");
     complete &= table->startup != 0;
     table->shutdown = (void (*)(int32_t timeout_msec))find(library, "lumeq_shutdown");

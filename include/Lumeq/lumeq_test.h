@@ -72,10 +72,10 @@ LUMEQ_TEST_API void lumeq_test_advance_clock(int64_t msec);
 /// 00000000-0000-0000-0000-... that ends in the hexadecimal number `first` + n - 1. It is 1 after a reset.
 LUMEQ_TEST_API void lumeq_test_set_next_guid(uint64_t first);
 
-/// The user's choice. The values are those of enum lumeq_opt_in in lumeq.h.
-enum { LUMEQ_TEST_OPT_IN_UNSET = 0, LUMEQ_TEST_OPT_IN_YES = 1, LUMEQ_TEST_OPT_IN_NO = 2 };
+/// The user's choice. The values are those of enum lumeq_choice in lumeq.h.
+enum { LUMEQ_TEST_OPT_IN_UNSET = 1, LUMEQ_TEST_OPT_IN_NO = 2, LUMEQ_TEST_OPT_IN_YES = 3 };
 LUMEQ_TEST_API void lumeq_test_set_opt_in(int32_t opt_in);
-/// The choice that is stored now. During a pause that is NO.
+/// The choice that is stored. During a pause, the one that its end restores.
 LUMEQ_TEST_API int32_t lumeq_test_opt_in(void);
 
 /// Whether the code under test has paused tracking and not resumed it.

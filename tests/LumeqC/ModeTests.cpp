@@ -34,7 +34,10 @@ TEST(ChosenMode, ComesTooLateAfterACall) {
     EXPECT_TRUE(MakesCallsHere());
 }
 
-TEST(ChosenMode, IsStillOpenAfterVersionAbiAndCount) {
+TEST(ChosenMode, IsStillOpenAfterVersionAbiCountAndState) {
+    lumeq_state state = LUMEQ_STATE_INIT;
+    lumeq_get_state(&state);
+    EXPECT_EQ(0, state.uses_worker_thread);
     lumeq_version();
     lumeq_abi();
     lumeq_dropped_count();

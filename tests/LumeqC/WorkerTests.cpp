@@ -142,6 +142,11 @@ TEST_F(Worker, FullQueueDropsTheNewestEventsAndNoSessionCall) {
     for (int i = 0; i < Capacity + 5; ++i)
         Click(std::to_wstring(i));
     EXPECT_EQ(before + 5, lumeq_dropped_count());
+    lumeq_state state = LUMEQ_STATE_INIT;
+    EXPECT_EQ(1, lumeq_get_state(&state)) << "which waits for no call";
+    EXPECT_EQ(before + 5, state.dropped_count);
+    EXPECT_EQ(1, state.uses_worker_thread);
+    EXPECT_EQ(Capacity, state.queued_calls);
     EXPECT_EQ(0u, lumeq_print_basic_begin(nullptr, nullptr)) << "what is dropped is not open";
     EXPECT_EQ(before + 6, lumeq_dropped_count());
     for (int i = 0; i < Capacity; ++i)

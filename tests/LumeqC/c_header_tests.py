@@ -16,7 +16,7 @@ CXX_STANDARDS = ("c++98", "c++11", "c++14", "c++17", "c++20")
 
 INITIALISERS = "".join(
     f"lumeq_{name} its_{name} = LUMEQ_{name.upper()}_INIT;\n"
-    for name in ("options", "screen", "ad", "form", "scan_acquire", "print_basic", "file_send_to", "device_connect",
+    for name in ("options", "state", "screen", "ad", "form", "scan_acquire", "print_basic", "file_send_to", "device_connect",
                  "device_config", "software_install"))
 SOURCE = "#include <Lumeq/lumeq.h>\n#include <Lumeq/lumeq.h>\n" + INITIALISERS + "int main(void) { return 0; }\n"
 
@@ -70,7 +70,7 @@ class CHeader(unittest.TestCase):
 
     def test_every_struct_is_a_multiple_of_eight_bytes_without_padding(self):
         structs = re.findall(r"^typedef struct (lumeq_\w+) \{", HEADER.read_text(), re.MULTILINE)
-        self.assertEqual(13, len(structs))
+        self.assertEqual(14, len(structs))
         checks = "".join(f'_Static_assert(sizeof({name}) % 8 == 0, "{name}");\n' for name in structs)
         for name, command in self.compilers():
             if "clang" in command[0]:
@@ -91,6 +91,8 @@ class CHeader(unittest.TestCase):
         self.assertEqual(23, len(cpp_rows))
         c_rows = []
         for name, rows in enumerations(HEADER.read_text(), r"enum lumeq_(\w+)").items():
+            if name in ("choice", "road"):  # of lumeq_state, not of events
+                continue
             prefix = os.path.commonprefix([row for row in rows if row.endswith("_UNKNOWN")])[:-len("UNKNOWN")]
             c_rows.append([(row.removeprefix(prefix), value) for row, value in rows.items()])
         self.assertEqual(sorted(cpp_rows), sorted(c_rows))

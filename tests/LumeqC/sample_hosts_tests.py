@@ -15,6 +15,10 @@ class SampleHosts(DayTestCase):
     def test_c(self):
         self.assert_built_host_plays_the_day("day-c.exe")
 
+    def test_c_prints_the_state(self):
+        outcome = self.run_host(BUILD / "hosts" / "day-c.exe", "managed", [])
+        self.assertEqual("telemetry: enabled, choice no, road managed, 0 queued, 0 dropped", outcome.text("output").strip())
+
     def test_cpp_with_other_strings_and_checked_containers(self):
         self.assert_built_host_plays_the_day("day-cpp.exe")
 

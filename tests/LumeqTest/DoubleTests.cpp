@@ -1,4 +1,5 @@
 #include <Lumeq/LumeqApi.h>
+#include <Lumeq/lumeq.h>
 #include <Lumeq/lumeq_test_gtest.h>
 
 #include <gtest/gtest.h>
@@ -173,10 +174,26 @@ TEST_F(DoubleTest, PauseEndsWithTheChoiceBeforeIt) {
     lumeq_test_set_opt_in(LUMEQ_TEST_OPT_IN_YES);
     API::Pause();
     EXPECT_TRUE(lumeq_test_is_paused());
-    EXPECT_EQ(LUMEQ_TEST_OPT_IN_NO, lumeq_test_opt_in());
+    EXPECT_FALSE(API::GetUserOptInEx());
+    EXPECT_EQ(LUMEQ_TEST_OPT_IN_YES, lumeq_test_opt_in());
     API::Resume();
     EXPECT_FALSE(lumeq_test_is_paused());
     EXPECT_EQ(LUMEQ_TEST_OPT_IN_YES, lumeq_test_opt_in());
+}
+
+TEST_F(DoubleTest, StateOfTheCInterfaceIsThatOfTheTest) {
+    lumeq_state state = LUMEQ_STATE_INIT;
+    ASSERT_EQ(1, lumeq_get_state(&state));
+    EXPECT_EQ(LUMEQ_CHOICE_UNSET, state.choice);
+    EXPECT_EQ(0, state.is_disabled);
+    EXPECT_EQ(LUMEQ_ROAD_MANAGED, state.road);
+    lumeq_test_set_opt_in(LUMEQ_TEST_OPT_IN_YES);
+    lumeq_pause();
+    lumeq_test_disable_tracking(1);
+    ASSERT_EQ(1, lumeq_get_state(&state));
+    EXPECT_EQ(LUMEQ_CHOICE_YES, state.choice);
+    EXPECT_EQ(1, state.is_paused);
+    EXPECT_EQ(1, state.is_disabled);
 }
 
 TEST_F(DoubleTest, EachSubfolderHasItsOwnChoice) {

@@ -85,6 +85,7 @@ INSTALLED = {
         "include/Lumeq/lumeq_test.h",
         "include/Lumeq/lumeq_test_gtest.h",
         "lib/Lumeq/double/Lumeq.dll",
+        "lib/Lumeq/double/LumeqC.dll",
         "lib/LumeqTest.lib",
         "lib/libLumeqTest.dll.a",
         "share/doc/Lumeq/unit-tests.md",

@@ -48,6 +48,8 @@ std::wstring FactoryPathOf(const std::wstring& host);
 /// The local file under all users' data. Neither it nor its folder need exist. Throws VestoException or
 /// ArgumentException.
 std::wstring SharedLocalPath();
+/// The same in another subfolder than the one in force; empty for none.
+std::wstring SharedLocalPathOf(const std::wstring& subfolder);
 
 /// The file beside the host's executable. Throws FileNotFoundException if there is none, or if the system
 /// does not know where the executable is.

@@ -22,8 +22,8 @@ mod vocabulary;
 
 pub use screen::{url_launched, Ad, Form, Screen};
 pub use session::{
-    biid, dropped_count, flush, opt_in, set_local_subfolder, set_model, set_opt_in, track_discovered_printers,
-    track_print_queue_info, track_system_information, use_worker_thread, version, Pause, Session, Tracking,
+    biid, dropped_count, flush, opt_in, set_local_subfolder, set_model, set_opt_in, state, track_discovered_printers,
+    track_print_queue_info, track_system_information, use_worker_thread, version, Pause, Session, State, Tracking,
 };
 pub use task::{
     Details, DeviceConfig, DeviceConfigDetails, DeviceConnect, DeviceConnectDetails, FileSendTo, FileSendToDetails, Kind,

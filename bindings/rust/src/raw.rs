@@ -75,6 +75,34 @@ impl Default for lumeq_options {
 
 #[repr(C)]
 #[derive(Clone, Copy)]
+pub struct lumeq_state {
+    pub size: usize,
+    pub dropped_count: u64,
+    pub is_disabled: i32,
+    pub choice: i32,
+    pub is_paused: i32,
+    pub road: i32,
+    pub uses_worker_thread: i32,
+    pub queued_calls: i32,
+}
+
+impl Default for lumeq_state {
+    fn default() -> Self {
+        Self {
+            size: std::mem::size_of::<Self>(),
+            dropped_count: 0,
+            is_disabled: 0,
+            choice: 0,
+            is_paused: 0,
+            road: 0,
+            uses_worker_thread: 0,
+            queued_calls: 0,
+        }
+    }
+}
+
+#[repr(C)]
+#[derive(Clone, Copy)]
 pub struct lumeq_screen {
     pub size: usize,
     pub flow: *const u16,
@@ -307,6 +335,7 @@ extern "C" {
     pub fn lumeq_abi() -> u32;
     pub fn lumeq_configure(options: *const lumeq_options) -> i32;
     pub fn lumeq_dropped_count() -> u64;
+    pub fn lumeq_get_state(state: *mut lumeq_state) -> i32;
     pub fn lumeq_startup(app_name: *const u16, why: i32, how: i32, track_system_info: i32, track_print_queue_info: i32);
     pub fn lumeq_shutdown(timeout_msec: i32);
     pub fn lumeq_flush(timeout_msec: i32);

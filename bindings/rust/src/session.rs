@@ -5,7 +5,7 @@ use std::time::Duration;
 
 use crate::raw;
 use crate::text::{written, Dictionary, Fields, Text};
-use crate::vocabulary::{ConnectionMethod, How, Why};
+use crate::vocabulary::{Choice, ConnectionMethod, How, Road, Why};
 
 /// What may be reported at a start.
 #[derive(Clone, Copy, Default)]
@@ -90,6 +90,34 @@ pub fn version() -> u32 {
 pub fn dropped_count() -> u64 {
     // SAFETY: no arguments.
     unsafe { raw::lumeq_dropped_count() }
+}
+
+/// What telemetry is doing. `lumeq_state` of lumeq.h says what each field means.
+#[derive(Clone, Copy, Debug, Default, Eq, PartialEq)]
+pub struct State {
+    pub dropped_count: u64,
+    pub is_disabled: bool,
+    pub choice: Choice,
+    pub is_paused: bool,
+    pub road: Road,
+    pub uses_worker_thread: bool,
+    pub queued_calls: i32,
+}
+
+/// As `lumeq_get_state`. Everything is unknown or zero while the process ends.
+pub fn state() -> State {
+    let mut its = raw::lumeq_state::default();
+    // SAFETY: the library writes as much as the size in the struct says.
+    unsafe { raw::lumeq_get_state(&mut its) };
+    State {
+        dropped_count: its.dropped_count,
+        is_disabled: its.is_disabled != 0,
+        choice: [Choice::Unknown, Choice::Unset, Choice::No, Choice::Yes].get(its.choice as usize).copied().unwrap_or_default(),
+        is_paused: its.is_paused != 0,
+        road: [Road::Unknown, Road::Managed, Road::Basic].get(its.road as usize).copied().unwrap_or_default(),
+        uses_worker_thread: its.uses_worker_thread != 0,
+        queued_calls: its.queued_calls,
+    }
 }
 
 pub fn flush(timeout: Duration) {

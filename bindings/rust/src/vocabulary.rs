@@ -326,3 +326,24 @@ pub enum PrintSubsystem {
     Ipp = 1,
     Native = 2,
 }
+
+/// `enum lumeq_choice` of lumeq.h.
+#[derive(Clone, Copy, Debug, Default, Eq, PartialEq)]
+#[repr(i32)]
+pub enum Choice {
+    #[default]
+    Unknown = 0,
+    Unset = 1,
+    No = 2,
+    Yes = 3,
+}
+
+/// `enum lumeq_road` of lumeq.h.
+#[derive(Clone, Copy, Debug, Default, Eq, PartialEq)]
+#[repr(i32)]
+pub enum Road {
+    #[default]
+    Unknown = 0,
+    Managed = 1,
+    Basic = 2,
+}

@@ -1,5 +1,7 @@
 // A host in C++ over lumeq.hpp: the day of ../day.jsonl. Any argument chooses the worker thread.
 #include <Lumeq/lumeq.hpp>
+
+#include <cstdio>
 #if defined(LUMEQ_USE_LOADER)
 #include <Lumeq/lumeq_loader.h>
 #endif
@@ -99,6 +101,14 @@ bool play_day() {
     return as_expected & !lumeq::opt_in();
 }
 
+void print_state() {
+    const lumeq::telemetry_state state = lumeq::state();
+    std::printf("telemetry: %s, choice %d, paused %d, road %d, %d queued, %llu dropped\n",
+                state.is_disabled ? "disabled" : "enabled", static_cast<int>(state.choice), state.is_paused,
+                static_cast<int>(state.road), static_cast<int>(state.queued_calls),
+                static_cast<unsigned long long>(state.dropped_count));
+}
+
 } // namespace
 
 int main(int count, char**) {
@@ -110,5 +120,7 @@ int main(int count, char**) {
 #endif
     if (count > 1 && !lumeq::use_worker_thread())
         return 2;
-    return play_day() ? 0 : 1;
+    const bool as_expected = play_day();
+    print_state();
+    return as_expected ? 0 : 1;
 }

@@ -120,4 +120,6 @@ function playDay() {
 }
 
 call.configure(lumeq.options({ use_worker_thread: process.argv.length > 2 ? 1 : 0 }));
-process.exitCode = playDay() ? 0 : 1;
+const asExpected = playDay();
+console.log(lumeq.state(call));
+process.exitCode = asExpected ? 0 : 1;

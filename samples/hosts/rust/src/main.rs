@@ -128,5 +128,7 @@ fn main() -> ExitCode {
     if std::env::args().len() > 1 && !use_worker_thread(0) {
         return ExitCode::from(2);
     }
-    if play_day() { ExitCode::SUCCESS } else { ExitCode::FAILURE }
+    let as_expected = play_day();
+    println!("{:?}", state());
+    if as_expected { ExitCode::SUCCESS } else { ExitCode::FAILURE }
 }
