@@ -54,7 +54,8 @@ def play_basic_message() -> tuple[Path, str]:
 
 
 def show_calls(run: Path) -> None:
-    for line in session_player.write_page([run], PAGE, options=("--text",)).splitlines():
+    *calls, _ = session_player.write_page([run], PAGE, options=("--text",)).splitlines()
+    for line in calls:
         print(cut(line))
 
 
@@ -64,7 +65,6 @@ def show_message(out: Path, problem: str) -> None:
         print(f"  None: {problem or 'the library sent none'}")
         return
     message = read_message(request.read_bytes())
-    print(cut(f"  to the queue {message.queue}, {len(message.raw)} bytes, decoded:\n"))
     fields = [f"{name} {'x' * len(value) if name in MASKED else value}" for name, value in sorted(message.fields.items())]
     short = [field for field in fields if len(field) < COLUMN]
     for first, second in itertools.zip_longest(short[::2], short[1::2], fillvalue=""):
@@ -79,19 +79,16 @@ def show_message(out: Path, problem: str) -> None:
 def main() -> int:
     shutil.rmtree(OUT, ignore_errors=True)
     first = play("first-light", "managed")
-    print("\nA host sets a printer up. What came of each call:\n")
+    print("\nA host sets a printer up. What came of each call:")
     show_calls(first)
     message, problem = play_basic_message()
-    print("\nWithout the managed runtime, events are dropped and one message about the machine goes out:\n")
+    print("\nWithout the managed runtime, one message about the machine goes out instead:")
     show_message(message, problem)
     settings = "working-day.settings.xml"
     runs = [first, play("working-day", "managed", settings), play("first-light", "basic"),
             play("working-day", "basic", settings), message]
-    *counts, _ = session_player.write_page(runs, PAGE, options=("--each",)).splitlines()
-    print("\nThe page shows these runs with every argument, record, log line and byte:\n")
-    for line in counts:
-        print(f"  {line}")
-    print(f"\n  {PAGE.relative_to(ROOT)}")
+    session_player.write_page(runs, PAGE, options=("--each",))
+    print(f"\nEvery argument, record, log line and byte of these and three more runs:\n  {PAGE.relative_to(ROOT)}")
     return 0
 
 
