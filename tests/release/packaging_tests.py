@@ -19,6 +19,7 @@ WORK = BUILD / "packaging-tests"
 KEY = "a1" * 64
 
 VCPKG = """
+cmake_minimum_required(VERSION 3.25)
 set(CURRENT_PACKAGES_DIR "@packages@")
 set(PORT lumeq)
 set(VCPKG_LIBRARY_LINKAGE dynamic)
