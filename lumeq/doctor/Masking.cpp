@@ -29,7 +29,6 @@ constexpr Rule Rules[] = {
     {"\"sys_uuid\":\"", "\""},
     {"\"pc_sku\":\"", "\""},
     {"\"app_deployed_uuid\":\"", "\""},
-    {"\"app_session_uuid\":\"", "\""},
     {"\\\"sys_uuid\\\":\\\"", "\\\""},
     {"\\\"pc_sku\\\":\\\"", "\\\""},
     {"deviceuuid: \"", "\""},

@@ -46,6 +46,12 @@ TEST(TextMasking, MasksIdentifiersOfDevices) {
     EXPECT_EQ(MaskedText("{" + std::string(31, '0') + "a}, " + std::string(30, '0') + "a"),
               "{***}, " + std::string(30, '0') + "a");
     EXPECT_EQ(MaskedText("01:23:45:67:89:ab"), "***");
+    // Values that are no GUIDs, because somebody wrote them.
+    EXPECT_EQ(MaskedText("<AppDeployedUuid>one</AppDeployedUuid>"), "<AppDeployedUuid>***</AppDeployedUuid>");
+    EXPECT_EQ(MaskedText("GetConfigFileData: appDeployedUuid=one, serverUrl=s"),
+              "GetConfigFileData: appDeployedUuid=***, serverUrl=s");
+    EXPECT_EQ(MaskedText(R"({"app_deployed_uuid":"one","a":"{\"sys_uuid\":\"two\"}"})"),
+              R"({"app_deployed_uuid":"***","a":"{\"sys_uuid\":\"***\"}"})");
     EXPECT_EQ(MaskedText("deviceUuid: \"serial-7\", x"), "deviceUuid: \"***\", x");
     EXPECT_EQ(MaskedText(R"({"pc_sku":"ABC7","sys_uuid":"X","pc_category":"Computer"})"),
               R"({"pc_sku":"***","sys_uuid":"***","pc_category":"Computer"})");
