@@ -26,6 +26,7 @@ constexpr CheckFunction Functions[] = {CheckHost,    CheckRegistry, CheckChoice,
 void ReadSettings(Examination& examination) {
     if (!examination.host.path.empty())
         examination.factory = ReadFactoryFile(Core::Utils::FactoryPathOf(examination.host.path));
+    examination.server = UsableServer(examination.factory);
     Core::Utils::localSubfolder = Wide(examination.options.subfolder);
     examination.local = ReadLocalFile(Core::Utils::SharedLocalPath());
 }

@@ -45,7 +45,7 @@ struct Examination {
     SettingsFile local;
     bool isManaged = false; ///< The probe found the runtime.
     std::wstring companionPath;
-    std::wstring server; ///< As the library takes it from the URI; empty if there is none.
+    std::wstring server; ///< As UsableServer returns it.
     Message message;     ///< Empty if it could not be composed.
     Report report;
 
@@ -54,6 +54,9 @@ struct Examination {
 
 /// Throws std::runtime_error if there is no such file or process.
 Host FindHost(const DoctorOptions& options);
+
+/// The server's name as the library takes it from the URI; empty if that is no name.
+std::wstring UsableServer(const SettingsFile& factory);
 
 void CheckHost(Examination& examination);
 void CheckRegistry(Examination& examination);

@@ -44,13 +44,12 @@ bool HasPath(const std::wstring& uri) {
     return uri.find(L'/', start) != std::wstring::npos;
 }
 
-void CheckServer(Examination& examination) {
-    const std::wstring uri = examination.factory.TextOf(L"LUMServerUri");
+void CheckServer(const SettingsFile& factory, Report& report) {
+    const std::wstring uri = factory.TextOf(L"LUMServerUri");
     const std::wstring server = HostFromUrl(uri);
-    Report& report = examination.report;
     if (Common::IsBlank(uri)) {
         report.Wrong(Id::ServerMissing,
-                     examination.factory.Find(L"LUMServerUri") ? "LUMServerUri is empty" : "no LUMServerUri");
+                     factory.Find(L"LUMServerUri") ? "LUMServerUri is empty" : "no LUMServerUri");
         return;
     }
     if (!IsServerName(server)) {
@@ -58,7 +57,6 @@ void CheckServer(Examination& examination) {
                      "LUMServerUri is " + Quoted(uri) + ", the server's name is " + Quoted(server));
         return;
     }
-    examination.server = server;
     if (HasPath(uri))
         report.Wrong(Id::ServerCut,
                      "LUMServerUri is " + Quoted(uri) + ", the server's name is " + Quoted(server));
@@ -111,7 +109,7 @@ void CheckKeys(const SettingsFile& factory, Report& report) {
 
 void CheckValues(Examination& examination) {
     CheckProject(examination.factory, examination.report);
-    CheckServer(examination);
+    CheckServer(examination.factory, examination.report);
     CheckToken(examination.factory, examination.report);
     CheckDeployedId(examination.factory, examination.report);
     CheckKeys(examination.factory, examination.report);
@@ -124,6 +122,11 @@ void CheckShadowed(const Examination& examination, Report& report) {
 }
 
 } // namespace
+
+std::wstring UsableServer(const SettingsFile& factory) {
+    const std::wstring server = HostFromUrl(factory.TextOf(L"LUMServerUri"));
+    return IsServerName(server) ? server : std::wstring();
+}
 
 void CheckFactory(Examination& examination) {
     const SettingsFile& factory = examination.factory;

@@ -81,8 +81,10 @@ Id IdOf(Handshake::Stage stage) {
 
 void CheckNetwork(Examination& examination) {
     Report& report = examination.report;
-    if (examination.server.empty())
-        return; // The check of the factory file says why.
+    if (examination.server.empty()) {
+        report.Well(Check::Network, "not tried, because no server is known");
+        return;
+    }
     const ProxySettings configured = ReadProxySettings();
     const std::wstring forHttps = ServerForHttps(configured.servers);
     const ProxyAddress proxy =

@@ -13,7 +13,7 @@ PROXY, SCRIPT = 3, 5
 """Flags of the settings: besides direct connections, a proxy or a script."""
 BASIC = {"LUMEQ_WINE_OVERRIDES": "mscoree=d"}
 """On the basic road the library uses the network itself."""
-NETWORK = ("--only", "network,factory")
+NETWORK = ("--only", "network")
 
 
 class Proxy:
