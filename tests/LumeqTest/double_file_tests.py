@@ -27,6 +27,10 @@ class File(unittest.TestCase):
     def test_needs_no_library_for_registry_com_or_network(self):
         self.assertEqual({"kernel32.dll", "msvcrt.dll"}, imports_of(DOUBLE).keys())
 
+    def test_its_c_interface_needs_no_library_for_registry_or_network_either(self):
+        self.assertEqual({"kernel32.dll", "msvcrt.dll", "ntdll.dll", "ole32.dll", "lumeq.dll"},
+                         imports_of(DOUBLE.with_name("LumeqC.dll")).keys())
+
     def test_imports_no_function_that_creates_a_file(self):
         imported = imports_of(DOUBLE)["kernel32.dll"]
         self.assertIn("GetModuleFileNameW", imported)
