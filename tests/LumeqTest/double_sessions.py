@@ -83,7 +83,7 @@ def differences(library: Recorded, double: Recorded) -> list[str]:
 def _steps_in_order(steps: list[dict]) -> Iterator[dict]:
     for step in steps:
         if "threads" in step:
-            yield from itertools.chain(*step["threads"])
+            yield from _steps_in_order(list(itertools.chain(*step["threads"])))
         elif "times" in step:
             yield {**step, "calls": list(_steps_in_order(step["calls"]))}
         elif "load" not in step and "unload" not in step and step.get("subpath") not in OF_THE_BASIC_ROAD:
