@@ -15,7 +15,9 @@ from viewed import ViewTestCase, event, log_line, refusal  # noqa: E402
 
 SHOWN = "[...document.querySelectorAll('table.calls tr[id]')].filter((row) => row.checkVisibility()).map((row) => row.id)"
 OPEN = "[...document.querySelectorAll('table.calls tr.open')].map((row) => row.id)"
-DETAILS = "document.querySelector('tr.details').innerText"
+# The browser lays out a group of rows, and knows what text shows there, with its next frame.
+DETAILS = "new Promise((done) => requestAnimationFrame(() => requestAnimationFrame(() =>" \
+          "done(document.querySelector('tr.details').innerText))))"
 
 # For each text in sight, whether its contrast suffices: WCAG 2, level AA. Colours are opaque here.
 CONTRAST = """
@@ -240,7 +242,7 @@ class Looks(BrowserTestCase):
         self.browser.run_scripts(False)
         try:
             self.browser.open(page)
-            text = self.ask("document.querySelector('table.calls').innerText")
+            text = self.ask("document.querySelector('table.calls').textContent")
             self.assertIn("dark__v2", text)
             self.assertIn("clicked button /Home#ok", text)
             self.assertFalse(self.ask("document.querySelector('form').checkVisibility()"))

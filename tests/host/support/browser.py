@@ -44,6 +44,7 @@ class Browser:
         self._session = self.call("Target.attachToTarget", targetId=target, flatten=True)["sessionId"]
         for domain in ("Page", "Runtime", "Log", "Network"):
             self.call(f"{domain}.enable")
+        self.call("Page.setLifecycleEventsEnabled", enabled=True)
         return self
 
     def __exit__(self, *_) -> None:
@@ -92,9 +93,14 @@ class Browser:
         self._navigate(page.resolve().as_uri() + fragment)
 
     def _navigate(self, url: str) -> None:
-        message = {"id": next(self._ids), "method": "Page.navigate", "params": {"url": url}, "sessionId": self._session}
-        os.write(self._out, json.dumps(message).encode() + b"\0")
-        self._wait(lambda its: its.get("method") == "Page.loadEventFired")
+        loader = self.call("Page.navigate", url=url)["loaderId"]
+
+        def is_loaded(message: dict) -> bool:
+            # An event of the page before it may still be on its way.
+            return (message.get("method"), message.get("params", {}).get("loaderId"),
+                    message.get("params", {}).get("name")) == ("Page.lifecycleEvent", loader, "load")
+        if not any(map(is_loaded, self.events)):
+            self._wait(is_loaded)
 
     def evaluate(self, expression: str) -> Any:
         """The value of a JavaScript expression; of a promise, what it becomes. Raises RuntimeError if it throws."""
