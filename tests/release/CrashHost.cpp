@@ -1,4 +1,5 @@
-// A host that crashes inside Lumeq.dll, because it completes a task that it never began, and leaves a minidump.
+// A host that crashes inside Lumeq.dll, because it completes a task that it never began, and leaves a
+// minidump.
 //   crash-host DUMP
 #include <windows.h>
 
@@ -11,10 +12,11 @@ namespace {
 const wchar_t* dumpPath;
 
 LONG WINAPI WriteDump(EXCEPTION_POINTERS* exception) {
-    const HANDLE file = CreateFileW(dumpPath, GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
+    const HANDLE file =
+        CreateFileW(dumpPath, GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
     MINIDUMP_EXCEPTION_INFORMATION information{GetCurrentThreadId(), exception, FALSE};
-    const BOOL written = MiniDumpWriteDump(GetCurrentProcess(), GetCurrentProcessId(), file, MiniDumpNormal, &information,
-                                           nullptr, nullptr);
+    const BOOL written = MiniDumpWriteDump(GetCurrentProcess(), GetCurrentProcessId(), file, MiniDumpNormal,
+                                           &information, nullptr, nullptr);
     CloseHandle(file);
     TerminateProcess(GetCurrentProcess(), written ? 42 : 1);
     return EXCEPTION_EXECUTE_HANDLER;
