@@ -91,8 +91,9 @@ INSTALLED = {
         "share/doc/Lumeq/unit-tests.md",
     ],
     "Tools": ["bin/lumeq-serve.pyz", "bin/lumeq.exe"],
-    "Documentation": [f"share/doc/Lumeq/{name}.md" for name in (
-        "CHANGELOG", "SECURITY", "compatibility", "doctor", "lint", "privacy", "reference", "serve")],
+    "Documentation": [f"share/doc/Lumeq/{name}" for name in (
+        "CHANGELOG.md", "SECURITY.md", "compatibility.md", "doctor.md", "lint.md", "privacy.md", "reference.md", "serve.md",
+        "view.md", "view.png")],
 }
 
 CONSUMER = ROOT / "tests" / "consumer"
