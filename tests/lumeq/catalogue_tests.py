@@ -75,6 +75,10 @@ def all_fields() -> Iterator[tuple[str, dict, set[str]]]:
         yield from ((name, field, arguments) for field in operation.get("record", {}).get("details", []))
 
 
+# Enumerations that no event has: lumeq_get_state reports them.
+OF_THE_STATE = ("lumeq_choice", "lumeq_road")
+
+
 class CatalogueItself(unittest.TestCase):
     maxDiff = None
 
@@ -169,7 +173,8 @@ class PublicHeaders(unittest.TestCase):
 
     def test_constants_are_those_of_the_c_header(self):
         header = {name: [(row, int(value)) for row, value in re.findall(r"(\w+) = (\d+)", body)]
-                  for name, body in re.findall(r"^enum (\w+) \{(.*?)\}", C_HEADER, re.S | re.M)}
+                  for name, body in re.findall(r"^enum (\w+) \{(.*?)\}", C_HEADER, re.S | re.M)
+                  if name not in OF_THE_STATE}
         self.assertEqual(header, {
             enumeration["cEnumeration"]: [(enumeration["cPrefix"] + row["name"].rstrip("_").upper(), row["value"])
                                           for row in enumeration["values"]]
@@ -178,7 +183,7 @@ class PublicHeaders(unittest.TestCase):
     def test_constants_are_those_of_the_rust_binding(self):
         binding = {name: [(row, int(value)) for row, value in re.findall(r"(\w+) = (\d+),", body)]
                    for name, body in re.findall(r"^/// `enum (\w+)` of lumeq\.h\.\n(?:#[^\n]*\n)*pub enum \w+ \{(.*?)^\}",
-                                                RUST_VOCABULARY, re.S | re.M)}
+                                                RUST_VOCABULARY, re.S | re.M) if name not in OF_THE_STATE}
         self.assertEqual(binding, {
             enumeration["cEnumeration"]: [("".join(part.capitalize() for part in row["name"].split("_")), row["value"])
                                           for row in enumeration["values"]]
@@ -187,7 +192,7 @@ class PublicHeaders(unittest.TestCase):
     def test_constants_are_those_of_the_javascript_module(self):
         module = {"lumeq_" + name: [(row, int(value)) for row, value in re.findall(r"(\w+): (\d+),", body)]
                   for name, body in re.findall(r"^exports\.(\w+) = Object\.freeze\(\{(.*?)^\}\);", JAVASCRIPT_CONSTANTS,
-                                               re.S | re.M)}
+                                               re.S | re.M) if "lumeq_" + name not in OF_THE_STATE}
         self.assertEqual(module, {
             enumeration["cEnumeration"]: [(row["name"].rstrip("_"), row["value"]) for row in enumeration["values"]]
             for enumeration in ENUMERATIONS.values()})

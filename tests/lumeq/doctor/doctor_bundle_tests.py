@@ -111,11 +111,12 @@ class Unchanged(DoctorTestCase):
                 files[str(file)] = f"{file.stat().st_mtime_ns} {file.stat().st_mode} {content}"
         for name in ("user.reg", "system.reg"):
             text = (self.machine.prefix / name).read_text(encoding="latin-1")
-            # Without the times at which keys were opened for writing, and without what Wine's services write about devices
-            # and about itself whenever they get to it.
+            # Without the times at which keys were opened for writing, without what Wine's services write about devices and
+            # about itself whenever they get to it, and without the stores that the system makes when it first checks a
+            # certificate.
             text = re.sub(r"^#time=.*\n|(?<=\]) \d+$", "", text, flags=re.MULTILINE)
             for key in text.split("\n\n"):
-                if key.startswith("[Software") and not key.startswith("[Software\\\\Wine"):
+                if key.startswith("[Software") and not re.match(r"\[Software\\\\(Wine|Microsoft\\\\SystemCertificates)", key):
                     files[f"{name} {key.splitlines()[0]}"] = key
         return files
 

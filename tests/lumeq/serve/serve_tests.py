@@ -93,7 +93,7 @@ class Serve(DoctorTestCase):
         self.assertRegex(message["time"], r"^\d{4}-\d\d-\d\dT\d\d:\d\d:\d\d$")
         self.assertIn("app_session_uuid", page)
         self.assertIn("<html", page)
-        self.assertRegex(self.printed, r"^\n\d\d:\d\d:\d\d good Scan Studio/0\.0\.0\.0 to sys_info_base\n$")
+        self.assertRegex(self.printed, r"^\n?\d\d:\d\d:\d\d good Scan Studio/0\.0\.0\.0 to sys_info_base\n$")
         self.assertEqual("localhost (127.0.0.1), TLS 1.2", diagnosis.details("network")[0])
 
     def test_bad_messages_and_their_defects(self):
