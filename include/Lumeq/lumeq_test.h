@@ -101,7 +101,7 @@ typedef struct lumeq_test_argument {
 } lumeq_test_argument;
 
 /// Null if `json`, one of the texts above, comes from a call of the export with these arguments; arguments
-/// that are not named count for nothing. Otherwise a text that says what differs.
+/// that are not named are not compared. Otherwise a text that says what differs.
 LUMEQ_TEST_API const char* lumeq_test_mismatch(const char* json, const char* export_name,
                                                const lumeq_test_argument* arguments, size_t count);
 

@@ -38,7 +38,7 @@ void CheckPolicy(const SettingsFile& factory, Report& report) {
         report.Well(Check::Log, "the log is off");
 }
 
-/// A file in the place of a folder on the way is as bad as no place at all.
+/// A file where a folder should be is as bad as no folder.
 bool CanExist(const std::wstring& folder) {
     std::wstring path = folder;
     while (!path.empty() && !Common::Exists(path))

@@ -61,7 +61,7 @@ Listening on https://{place}. What has come: https://{place}/, /good, /bad; to f
 """
 
 
-def tell(taken: Taken) -> None:
+def report(taken: Taken) -> None:
     message = taken.message
     verdict = "bad " if message.wrong else "good"
     print(f"{taken.time:%H:%M:%S} {verdict} {message.agent or 'a request'} to {message.queue or 'no queue'}", flush=True)
@@ -78,7 +78,7 @@ def main() -> int:
         return 2
     page = page_maker(find_lumeq(arguments.lumeq, PROGRAM.parent))
     try:
-        service = LocalService(arguments.folder, arguments.port, page, tell)
+        service = LocalService(arguments.folder, arguments.port, page, report)
     except OSError as error:
         print(f"lumeq-serve: cannot listen on port {arguments.port}: {error}", file=sys.stderr)
         return 2

@@ -26,14 +26,14 @@ class Taken(NamedTuple):
 
 
 class LocalService(queue_service.QueueService):
-    """For a with statement. `page` makes the HTML page of the messages; `tell` gets each one that comes."""
+    """For a with statement. `page` makes the HTML page of the messages; `report` gets each one that comes."""
 
     def __init__(self, folder: Path, port: int, page: Callable[[list[bytes]], str],
-                 tell: Callable[[Taken], None] = lambda taken: None):
+                 report: Callable[[Taken], None] = lambda taken: None):
         super().__init__(folder, NAME, port, on_message=self._keep,
                          judge=functools.partial(queue_message.read_message, strict=False))
         self._page = page
-        self._tell = tell
+        self._report = report
         self._lock = threading.Lock()
         self._taken: list[Taken] = []
 
@@ -67,7 +67,7 @@ class LocalService(queue_service.QueueService):
         taken = Taken(datetime.now(), message)
         with self._lock:
             self._taken.append(taken)
-        self._tell(taken)
+        self._report(taken)
 
 
 def _json(status: int, content: Any) -> bytes:

@@ -116,7 +116,7 @@ constexpr char EndOfPause[] = "(end of a pause)";
 /// Knows what the end of a pause does.
 class PauseTracker {
 public:
-    /// Returns the key to look for instead; empty for nothing.
+    /// Returns the key to look for instead, or an empty text.
     std::string Resolve(const std::string& key) {
         if (key != EndOfPause)
             return key;
