@@ -87,7 +87,7 @@ class QueueService:
         with self._changed:
             still_open = list(self._open)
         for connection in still_open:
-            _abort(connection)
+            _interrupt(connection)
 
     def wait_for(self, condition: Callable[[Seen], bool], seconds: float = 20) -> bool:
         """Whether what was seen fulfils the condition in time."""
@@ -249,9 +249,14 @@ def _send_headers_without_end(channel: socket.socket) -> None:
 
 def _abort(connection: socket.socket) -> None:
     """Ends the connection with a reset."""
-    try:
-        connection.setsockopt(socket.SOL_SOCKET, socket.SO_LINGER, struct.pack("ii", 1, 0))
-        connection.shutdown(socket.SHUT_RDWR)
-    except OSError:
-        pass
+    _interrupt(connection)
     connection.close()
+
+
+def _interrupt(connection: socket.socket) -> None:
+    """Leaves the closing, which resets it, to the connection's own thread. Once it is closed, its number may be another
+    file's, and a TLS connection still writes to the number when it ends."""
+    with contextlib.suppress(OSError):
+        connection.setsockopt(socket.SOL_SOCKET, socket.SO_LINGER, struct.pack("ii", 1, 0))
+        # A TLS socket's own function would leave its thread without a channel.
+        socket.socket.shutdown(connection, socket.SHUT_RDWR)
