@@ -201,7 +201,7 @@ class OptedOut(BasicRoadTestCase):
         """All that the host's process made in the platform's network libraries, but for their being loaded."""
         with mock.patch.dict(os.environ, WINEDEBUG="-all,trace+wininet,trace+winsock,trace+dnsapi"):
             outcome = self.run_host(START, START, call("FlushEx", timeoutMsec=10), call("ShutdownEx", timeoutMsec=10),
-                                    opted_in=opted_in, LUMServerUri="localhost")
+                                    opted_in=opted_in, LUMServerUri=self.ADDRESS)
         return set(self.NETWORK_CALLS.findall(outcome.errors)) - {"DllMain"}
 
     def test_opens_no_connection(self):

@@ -23,8 +23,8 @@ PLAYED = (call("StartupEx", appName="Scan Studio", whyType=4, howType=7, trackSy
 
 class Bundle(DoctorTestCase):
     def test_bundle_has_report_settings_and_logs_and_no_secret(self):
-        self.write_factory(Log="on", LogLevel="debug", LUMServerUri="https://127.0.0.1")
-        self.write_factory("lumeq-host.LumeqConfig.xml", Log="on", LogLevel="debug", LUMServerUri="https://127.0.0.1")
+        self.write_factory(Log="on", LogLevel="debug")
+        self.write_factory("lumeq-host.LumeqConfig.xml", Log="on", LogLevel="debug")
         with HostProcess(self.machine, session_player.Conditions(road="basic")) as host:
             for step in PLAYED:
                 host.play(step)
@@ -44,7 +44,7 @@ class Bundle(DoctorTestCase):
         for name, content in members.items():
             for secret in (*SECRETS, machine_uuid, encoded[:40]):
                 self.assertNotIn(secret.lower(), content.lower(), name)
-        self.assertEqual(f"https://127.0.0.1/projects/{PROJECT}/queues/sys_info_base/messages",
+        self.assertEqual(f"https://{self.SERVER}/projects/{PROJECT}/queues/sys_info_base/messages",
                          json.loads(members["report.json"])["message"]["url"])
         self.assertIn("<UserOptIn xml:space='preserve'>True</UserOptIn>", members["settings/LumeqLocalSettings.xml"])
         # Everything else is as it was, line by line.

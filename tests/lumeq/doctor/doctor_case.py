@@ -17,10 +17,9 @@ from queue_service import Behaviour, QueueService  # noqa: E402
 
 HOST = r"C:\Host\lumeq-host.exe"
 COMPANION = "LumeqShim.Managed.dll"
-SERVER = "localhost"
 PROJECT = "0123456789ABCDEF01234567"
-SETTINGS = {"Log": "off", "LogLevel": "error", "ProjectId": PROJECT, "LUMServerUri": f"https://{SERVER}",
-            "AppDeployedId": "deployed-7", "AuthenticationToken": "gbxra9"}
+SETTINGS = {"Log": "off", "LogLevel": "error", "ProjectId": PROJECT, "AppDeployedId": "deployed-7",
+            "AuthenticationToken": "gbxra9"}
 UUID = "12345678-9abc-4def-8123-456789abcdef"
 
 
@@ -42,6 +41,8 @@ class Diagnosis(NamedTuple):
 
 class DoctorTestCase(SessionTestCase):
     CHANGES_THE_MACHINE = True
+    SERVER = "127.0.0.64"
+    """Nobody listens there. At localhost, tests that run at the same time do, and they count who comes."""
 
     def setUp(self):
         self.make_healthy()
@@ -66,7 +67,8 @@ class DoctorTestCase(SessionTestCase):
 
     def write_factory(self, name: str = "LumeqConfig.xml", text: Optional[str] = None, **changes: Optional[str]) -> None:
         """None removes a key."""
-        settings = {key: value for key, value in (SETTINGS | changes).items() if value is not None}
+        server = {"LUMServerUri": f"https://{self.SERVER}"}
+        settings = {key: value for key, value in (SETTINGS | server | changes).items() if value is not None}
         (self.host_folder / name).write_text(text or basic_road.settings_text(**settings), encoding="utf-8")
 
     def write_local(self, **settings: str) -> None:
@@ -105,12 +107,14 @@ class DoctorTestCase(SessionTestCase):
 class ServedTestCase(DoctorTestCase):
     """With a server that the machine trusts."""
 
+    SERVER = "localhost"
+
     @classmethod
     def setUpClass(cls):
         super().setUpClass()
         cls.folder = Path(cls.enterClassContext(tempfile.TemporaryDirectory(dir=BUILD / "play")))
-        with QueueService(cls.folder, SERVER) as service:
+        with QueueService(cls.folder, cls.SERVER) as service:
             basic_road.trust(cls.machine, service.root, BUILD)
 
     def serve(self, misbehaviour: str = "none", certificate: str = "valid", **behaviour) -> QueueService:
-        return QueueService(self.folder, SERVER, behaviour=Behaviour(misbehaviour, certificate, **behaviour))
+        return QueueService(self.folder, self.SERVER, behaviour=Behaviour(misbehaviour, certificate, **behaviour))

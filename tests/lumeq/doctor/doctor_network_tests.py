@@ -6,7 +6,7 @@ import struct
 import threading
 import unittest
 
-from doctor_case import SERVER, ServedTestCase
+from doctor_case import DoctorTestCase, ServedTestCase
 
 CONNECTIONS = r"HKCU\Software\Microsoft\Windows\CurrentVersion\Internet Settings\Connections"
 PROXY, SCRIPT = 3, 5
@@ -45,7 +45,7 @@ class Proxy:
             if self._answer:
                 client.sendall(self._answer)
                 return
-            with socket.create_connection((SERVER, 443)) as server:
+            with socket.create_connection((ServedTestCase.SERVER, 443)) as server:
                 client.sendall(b"HTTP/1.1 200 Connection established\r\n\r\n")
                 back = threading.Thread(target=self._pass_on, args=(server, client), daemon=True)
                 back.start()
@@ -91,9 +91,9 @@ class Network(ServedTestCase):
         self.check_network({"name-unknown"})
 
     def test_nobody_listens(self):
-        self.write_factory(LUMServerUri="https://127.0.0.1")
+        self.write_factory(LUMServerUri=f"https://{DoctorTestCase.SERVER}")
         self.assertRegex(self.check_network({"server-unreachable"}).of("server-unreachable")["detail"],
-                         r"^127\.0\.0\.1: .*\(10061\)$")
+                         r"^127\.0\.0\.64: .*\(10061\)$")
 
     def test_servers_without_an_encrypted_connection(self):
         with self.serve(plain=True):
