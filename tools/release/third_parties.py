@@ -69,11 +69,14 @@ def linked_files(link_map: Path) -> set[str]:
     return found | set(re.findall(r"^LOAD (\S+\.(?:o|obj))$", loaded, re.MULTILINE))
 
 
-def read_headers(build: Path, target: str) -> set[str]:
-    """Headers that the compiler read for the objects of a target and its libraries, save those of the project."""
-    inputs = run("ninja", "-C", str(build), "--quiet", "-t", "inputs", target).split()
-    objects = [name for name in inputs if name.endswith(".obj")]
-    lines = run("ninja", "-C", str(build), "--quiet", "-t", "deps", *objects).splitlines()
+def read_headers(build: Path, files: set[str]) -> set[str]:
+    """Headers that the compiler read for objects and archives of the build, save those of the project."""
+    archives = [name for name in files if name.endswith(".a") and not name.endswith(".dll.a")]
+    objects = {name for name in files if name.endswith(".obj")}
+    if archives:
+        inputs = run("ninja", "-C", str(build), "--quiet", "-t", "inputs", *archives).split()
+        objects |= {name for name in inputs if name.endswith(".obj")}
+    lines = run("ninja", "-C", str(build), "--quiet", "-t", "deps", *sorted(objects)).splitlines()
     return {line.strip() for line in lines if line.startswith("    ")}
 
 
@@ -108,7 +111,9 @@ def linked_into(package: Path, build: Path) -> list[Party]:
         if file.suffix not in archive.PROGRAMS:
             continue
         folder = folders[PeFile(file).symbols()[0]]
-        used = packages_of(linked_files(next(folder.glob("*.map"))) | read_headers(build, folder.name), build)
+        linked = linked_files(next(folder.glob("*.map")))
+        own = {name for name in linked if not os.path.isabs(name)}
+        used = packages_of(linked | read_headers(build, own), build)
         for debian, names in sorted(used.items()):
             for licence in licences_of(debian, names):
                 party = parties.get(licence.name) or Party(licence, debian, *versions(debian))
