@@ -20,7 +20,7 @@ struct Block {
     /// The pieces in use. While a scope is open: OpenScope, less the pieces that other threads returned.
     std::atomic<std::size_t> users{0};
     bool isOfHeap = false;
-    alignas(Alignment) char room[BlockSize];
+    alignas(Alignment) char room[BlockSize]{};
 };
 
 /// Precedes each piece of memory; null for a piece of the heap's own.

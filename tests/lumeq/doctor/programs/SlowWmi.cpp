@@ -3,7 +3,7 @@
 #include <windows.h>
 
 #include <cwchar>
-#include <unknwn.h>
+#include <guiddef.h>
 
 extern "C" __declspec(dllexport) HRESULT WINAPI
     DllGetClassObject(REFCLSID classId, REFIID iid, void** object) {
