@@ -3,8 +3,7 @@ set(LUMEQ_DELAYED_FOLDER ${PROJECT_BINARY_DIR}/delayed)
 
 # Writes DelayedFunctions.inc, the rows of the table in Runtime/DelayedImports.cpp, and DelayedSlots.h, by which tests find
 # the place that holds a function's address. Sets LUMEQ_DELAYED_IMPORTS to the import libraries, which are to be linked
-# before the ordinary ones, and makes them. GNU's dlltool makes libraries whose imports are delayed; lld delays the imports
-# of ordinary ones, in the short form that LLVM's dlltool makes, and takes the addresses of GNU's for constants.
+# before the ordinary ones, and makes them.
 function(lumeq_delayed_imports)
   set(_list ${PROJECT_SOURCE_DIR}/Runtime/DelayedFunctions.txt)
   set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${_list})
@@ -25,11 +24,6 @@ function(lumeq_delayed_imports)
        CONTENT "#pragma once\n${_declarations}\ninline const struct {\n    const char* function;\n    void** slot;\n}\
  DelayedSlots[] = {\n${_slots}};\n")
 
-  set(_make -y)
-  if(CMAKE_CXX_COMPILER_ID STREQUAL "Clang")
-    set(_make -l)
-    set(_delay TRUE)
-  endif()
   list(REMOVE_DUPLICATES _libraries)
   foreach(_library IN LISTS _libraries)
     set(_definition ${LUMEQ_DELAYED_FOLDER}/${_library}.def)
@@ -38,15 +32,12 @@ function(lumeq_delayed_imports)
     # By bare names, because their symbols are made of them.
     add_custom_command(
       OUTPUT ${_import}
-      COMMAND ${CMAKE_DLLTOOL} -m i386:x86-64 -d ${_library}.def ${_make} lib${_library}.a
+      COMMAND ${CMAKE_DLLTOOL} -m i386:x86-64 -d ${_library}.def -y lib${_library}.a
       DEPENDS ${_definition}
       WORKING_DIRECTORY ${LUMEQ_DELAYED_FOLDER}
       VERBATIM)
     list(APPEND _imports ${_import})
-    if(_delay)
-      list(APPEND _options -Wl,-Xlink=-delayload:${_library}.dll)
-    endif()
   endforeach()
   add_custom_target(lumeq_delayed_imports DEPENDS ${_imports})
-  set(LUMEQ_DELAYED_IMPORTS ${_imports} ${_options} PARENT_SCOPE)
+  set(LUMEQ_DELAYED_IMPORTS ${_imports} PARENT_SCOPE)
 endfunction()

@@ -45,6 +45,8 @@ OF_THE_C_RUNTIME = {
         "_close _read",
 }
 
+WITH_CLANG = {"comes along with the C++ library's answer to a call of a pure virtual function, which g++ leaves out": "_write"}
+
 
 def names_in(groups: dict[str, str]) -> list[str]:
     return [name for names in groups.values() for name in names.split()]
