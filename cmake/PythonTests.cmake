@@ -27,6 +27,13 @@ function(lumeq_python_test label file)
                                            SKIP_REGULAR_EXPRESSION "${LUMEQ_WHOLLY_SKIPPED}")
 endfunction()
 
+# lumeq_only_with_all(test...): leaves them to ./check --all. They keep their label, so other presets run them.
+function(lumeq_only_with_all)
+  foreach(_test IN LISTS ARGN)
+    set_property(TEST ${_test} APPEND PROPERTY LABELS all)
+  endforeach()
+endfunction()
+
 # lumeq_python_tests(label): all files of the folder whose names end in _tests.py.
 function(lumeq_python_tests label)
   file(GLOB _files CONFIGURE_DEPENDS RELATIVE ${CMAKE_CURRENT_SOURCE_DIR} *_tests.py)
