@@ -97,13 +97,15 @@ void PostAd(ExportName name, EventFactory makeEvent, const AdArguments& ad, cons
 }
 
 void PostUrl(const std::wstring& url, const ContextArguments& context) {
-    // The trace shows the whole URL. The query can identify a person, so nothing else sees it.
-    const std::wstring_view urlNoPii = std::wstring_view(url).substr(0, url.find(L'?'));
-    const Arguments arguments{Traced{L"url", url}, Checked{L"urlNoPii", urlNoPii, urlPattern},
-                              context.Rows()};
-    RunExport(L"UrlLaunchedEx", arguments, [&](const Call&) {
-        PostObjectEvent([&] { return MakeUrlObject(std::wstring(urlNoPii), nullptr); }, MakeLaunchedEvent,
-                        context);
+    RunExport(L"UrlLaunchedEx", [&](const Call& call) {
+        // The trace shows the whole URL. The query can identify a person, so nothing else sees it.
+        const std::wstring_view urlNoPii = std::wstring_view(url).substr(0, url.find(L'?'));
+        const Arguments arguments{Traced{L"url", url}, Checked{L"urlNoPii", urlNoPii, urlPattern},
+                                  context.Rows()};
+        Trace(call, arguments);
+        if (arguments.IsAccepted(call))
+            PostObjectEvent([&] { return MakeUrlObject(std::wstring(urlNoPii), nullptr); }, MakeLaunchedEvent,
+                            context);
     });
 }
 
