@@ -23,8 +23,8 @@ constinit const Common::Pattern hyperlinkLabelPattern =
                     LR"((/[A-Za-z0-9](\w*[A-Za-z0-9])?(/[A-Za-z0-9](\w*[A-Za-z0-9])?)*)?)"
                     LR"(/[A-Za-z0-9](\w*[A-Za-z0-9])?(-[A-Za-z0-9]+)?)"
                     LR"((#url_[A-Za-z0-9]([-\w]*[A-Za-z0-9])?)$)">;
-// The dot of the version is not escaped in the two patterns below, so any character passes. Hosts rely on
-// that.
+// The dot of the version is not escaped in the two patterns below, so any character but the end of a line
+// passes. Hosts rely on that.
 constinit const Common::Pattern reportMonikerPattern =
     CompiledPattern<L"^x-[a-z]+_[a-z]+_report_[a-z]+(_[a-z]+)?/[0-9]+.[0-9]+$">;
 constinit const Common::Pattern formMonikerPattern =
