@@ -24,7 +24,7 @@ std::optional<Map> ReadElements(const Element* elements, std::size_t count, Valu
 }
 
 /// What is passed for a device that cannot be read: the library logs its identifier and skips it.
-API::StringDictionary NoDevice() { return {{L"dev_biid", L""}}; }
+API::StringDictionary NoDevice() { return {{L"dev_biid", std::wstring()}}; }
 
 } // namespace
 
