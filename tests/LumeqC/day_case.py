@@ -58,6 +58,10 @@ class DayTestCase(SessionTestCase):
             self.machine.collect(out)
             return Outcome(status, (out / "errors").read_text(errors="replace"), out)
 
+    def assert_prints_the_state(self, expected: str, host: Path, *arguments: str):
+        outcome = self.run_host(host, "managed", list(arguments))
+        self.assertEqual(expected, " ".join(outcome.text("output").split()))
+
     def assert_plays_the_day(self, host: Path, *arguments: str):
         """On both roads, without and with the worker thread. The host takes the latter for any further argument."""
         for road in ("managed", "basic"):

@@ -62,6 +62,11 @@ class RustHost(FirstHostTestCase):
     def test_plays_the_day(self):
         self.assert_plays_the_day(self.built_sample(ROOT / "samples" / "hosts" / "rust", "day-rust"))
 
+    def test_prints_the_state(self):
+        self.assert_prints_the_state("State { dropped_count: 0, is_disabled: false, choice: No, is_paused: false, "
+                                     "road: Managed, uses_worker_thread: false, queued_calls: 0 }",
+                                     self.built_sample(ROOT / "samples" / "hosts" / "rust", "day-rust"))
+
     def test_first_host_leaves_its_records(self):
         self.assert_leaves_its_records(self.built_sample(START / "rust", "scan-studio"))
 

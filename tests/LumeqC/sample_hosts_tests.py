@@ -16,8 +16,14 @@ class SampleHosts(DayTestCase):
         self.assert_built_host_plays_the_day("day-c.exe")
 
     def test_c_prints_the_state(self):
-        outcome = self.run_host(BUILD / "hosts" / "day-c.exe", "managed", [])
-        self.assertEqual("telemetry: enabled, choice no, road managed, 0 queued, 0 dropped", outcome.text("output").strip())
+        self.assert_prints_the_state("telemetry: enabled, choice no, road managed, 0 queued, 0 dropped",
+                                     BUILD / "hosts" / "day-c.exe")
+
+    def test_cpp_prints_the_state(self):
+        for name in ("day-cpp.exe", "day-loader.exe"):
+            with self.subTest(name):
+                self.assert_prints_the_state("telemetry: enabled, choice 2, paused 0, road 1, 0 queued, 0 dropped",
+                                             BUILD / "hosts" / name)
 
     def test_cpp_with_other_strings_and_checked_containers(self):
         self.assert_built_host_plays_the_day("day-cpp.exe")
