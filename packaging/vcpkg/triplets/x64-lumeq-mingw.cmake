@@ -1,4 +1,6 @@
-# Copy it, and add the deployment's key:
+# Include it in a triplet of your own, which sets the deployment's key. Do not copy it: it finds the toolchain file from
+# its own place.
+#   include(CHECKOUT/packaging/vcpkg/triplets/x64-lumeq-mingw.cmake)
 #   set(LUMEQ_BIID_KEY <128 lower-case hexadecimal digits>)
 set(VCPKG_TARGET_ARCHITECTURE x64)
 set(VCPKG_CRT_LINKAGE dynamic)
