@@ -55,7 +55,7 @@ double Median(std::vector<double> values) {
     return values[values.size() / 2];
 }
 
-/// Of bursts in turn. What is queued is made before the next burst.
+/// Of bursts in turn. The next burst waits until the queue is empty.
 void MeasureBursts(const char* circumstances) {
     constexpr struct {
         const char* name;

@@ -19,7 +19,8 @@
 // - Arguments are copied; the library keeps none, and neither side frees what the other allocated.
 // - No function throws. A call that fails returns zero, and so does one made while the process ends.
 // - Any thread may call, but not from DllMain.
-// - Texts, dictionaries and structs may grow in later versions; the functions and constants here stay.
+// - In later versions, structs that begin with their size may get fields at their end, and texts may become
+//   longer. All else here stays.
 #ifndef LUMEQ_LUMEQ_H
 #define LUMEQ_LUMEQ_H
 
@@ -454,8 +455,9 @@ LUMEQ_C_API uint32_t lumeq_abi(void);
 /// thread, as in LumeqApi.h.
 ///
 /// With `use_worker_thread`, a call copies its arguments into a queue and returns; one thread of the
-/// library's own makes the calls in order. A call that returns something waits until its turn has come. The
-/// time of an event is then the time at which the worker makes the call. A full queue drops the newest event.
+/// library's own makes the calls in order. lumeq_get_opt_in, lumeq_task_is_open and the two functions that
+/// write texts wait for their turn. The time of an event is then the time at which the worker makes the call.
+/// A full queue drops the newest event.
 LUMEQ_C_API int32_t lumeq_configure(const lumeq_options* options);
 
 /// How many calls were dropped before they reached the library proper: the queue was full, there was no

@@ -368,8 +368,8 @@ inline const wchar_t* text_or_null(const std::optional<model>& its_model) noexce
     return its_model ? its_model->name.c_str() : nullptr;
 }
 
-/// What a function of lumeq.h writes that returns the size it needs. Each call is logged, so a second one is
-/// made only for a longer text than any that the library has today.
+/// Returns the text that `write` stores. Tries 128 characters first, because each call is logged and today's
+/// texts fit.
 template <class Write>
 std::wstring written(Write write) {
     std::wstring text(128, L'\0');
@@ -503,7 +503,7 @@ private:
     std::wstring _variant;
 };
 
-/// A screen, and what is on it. A control takes over what the screen has been given so far.
+/// A screen, and what is on it. A control copies the screen as it is when the control is made.
 class screen {
 public:
     explicit screen(std::wstring name) { _where.name = std::move(name); }
