@@ -1,7 +1,7 @@
 """A queue service on this machine, to see what an application sends.
 
 It takes the message about the machine over HTTPS and judges it. https://localhost/ shows what has come, /good and /bad
-give it as JSON, and /reset forgets it. It needs Python 3.9 and, once, the openssl command. Nothing leaves this machine.
+return it as JSON, and /reset forgets it. It needs Python 3.9 and, once, the openssl command. Nothing leaves this machine.
 """
 
 import argparse
@@ -49,7 +49,7 @@ Listening on https://{place}. What has come: https://{place}/, /good, /bad; to f
 
 1. Let Windows trust the service's certificate, once:
      certutil -user -addstore Root "{root}"
-   and when you are done with it for good:
+   and when you no longer need it:
      certutil -user -delstore Root "Lumeq development root ({root.parent.name})"
 2. Put this into the factory settings file beside the application:
      <ProjectId>local</ProjectId>
