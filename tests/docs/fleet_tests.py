@@ -1,19 +1,18 @@
 """A small fleet: hosts that start together are held no longer than promised, whatever the service does."""
 
-import os
 import sys
 import unittest
 from pathlib import Path
 
-ROOT = Path(__file__).resolve().parent.parent.parent
-BUILD = Path(os.environ["LUMEQ_BUILD_DIR"])
-sys.path.insert(0, str(ROOT / "tools"))
+sys.path.insert(0, str(Path(__file__).resolve().parent.parent / "host"))
+from support import BUILD  # noqa: E402
+from support.standstill import again_if_disturbed  # noqa: E402
 import fleet  # noqa: E402
 
 HOSTS = 12
 PROMISED = 3000
 """Milliseconds that a host waits for its post."""
-BUSY_MACHINE = 5000
+BUSY_MACHINE = 1000
 """Milliseconds that a host may have to wait for a processor when its wait is over."""
 
 
@@ -23,6 +22,9 @@ class SmallFleet(unittest.TestCase):
         cls.hosts = cls.enterClassContext(fleet.fleet(BUILD, "127.0.0.62"))
 
     def run_against(self, service: str) -> fleet.Run:
+        return again_if_disturbed(lambda: self.run_once(service), 0.2)
+
+    def run_once(self, service: str) -> fleet.Run:
         run = self.hosts.run(HOSTS, 2, service)
         self.assertEqual({0}, run.codes)
         self.assertEqual(HOSTS, len(run.starts))
