@@ -1,11 +1,12 @@
 # What is installed, by component. All but the first two are installed only on request:
 #   Runtime        the DLLs
-#   Development    headers, import libraries, the CMake package, bindings of other languages, the host's documentation
-#   Samples        the sample hosts, the program that plays sessions, and a companion library that writes to a file
+#   Development    headers, import libraries, the CMake package, bindings of other languages
+#   Samples        the sample hosts, and in a folder of their own the program that plays sessions and a companion library
+#                  that writes to a file
 #   Companion      LumeqRecords.h, which only the maker of the companion library needs
 #   Tools          lumeq.exe
-#   Documentation  further pages, for hosts and operators
-#   Test           the recording double in a folder of its own, with its import libraries, headers and page
+#   Documentation  the site, which tools/site builds for it
+#   Test           the recording double in a folder of its own, with its import libraries and headers
 include(CMakePackageConfigHelpers)
 set(_package ${CMAKE_INSTALL_LIBDIR}/cmake/Lumeq)
 set(_headers ${CMAKE_INSTALL_INCLUDEDIR}/Lumeq)
@@ -34,11 +35,12 @@ install(FILES include/Lumeq/LumeqApi.h include/Lumeq/lumeq.h include/Lumeq/lumeq
         DESTINATION ${_headers} COMPONENT Development)
 install(DIRECTORY bindings DESTINATION ${_data} COMPONENT Development PATTERN target EXCLUDE PATTERN Cargo.lock EXCLUDE
                                                                 PATTERN node_modules EXCLUDE)
-install(FILES docs/any-host.md DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT Development)
 install(FILES packaging/LumeqConfig.template.xml DESTINATION ${_data} COMPONENT Development)
-install(FILES docs/compatibility.md docs/doctor.md docs/lint.md docs/privacy.md docs/reference.md docs/serve.md
-              docs/view.md docs/view.png CHANGELOG.md SECURITY.md
-        DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT Documentation EXCLUDE_FROM_ALL)
+# Without what only a web server or the site's makers need. The page for wrong addresses has links from the root.
+install(CODE "execute_process(COMMAND \"${PROJECT_SOURCE_DIR}/tools/site\" COMMAND_ERROR_IS_FATAL ANY)" COMPONENT Documentation
+        EXCLUDE_FROM_ALL)
+install(DIRECTORY build/site/ DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT Documentation EXCLUDE_FROM_ALL
+        PATTERN *.map EXCLUDE PATTERN sitemap.xml* EXCLUDE PATTERN 404.html EXCLUDE)
 
 if(TARGET lumeq_double)
   # The same file name as the library's, so never the same folder.
@@ -46,11 +48,11 @@ if(TARGET lumeq_double)
   install(FILES ${LUMEQ_TEST_IMPORT_LIBRARIES} DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT Test EXCLUDE_FROM_ALL)
   install(FILES include/Lumeq/lumeq_test.h include/Lumeq/lumeq_test_gtest.h DESTINATION ${_headers} COMPONENT Test
           EXCLUDE_FROM_ALL)
-  install(FILES docs/unit-tests.md DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT Test EXCLUDE_FROM_ALL)
 endif()
 
 install(DIRECTORY samples/hosts samples/start samples/unit-tests DESTINATION ${_data}/samples COMPONENT Samples EXCLUDE_FROM_ALL)
 if(TARGET lumeq_host)
-  install(TARGETS lumeq_host RUNTIME COMPONENT Samples EXCLUDE_FROM_ALL)
+  # Never beside Lumeq.dll, which would load this companion library.
+  install(TARGETS lumeq_host lumeq_companion DESTINATION ${_data}/samples/bin COMPONENT Samples EXCLUDE_FROM_ALL)
 endif()
 install(FILES include/Lumeq/LumeqRecords.h DESTINATION ${_headers} COMPONENT Companion EXCLUDE_FROM_ALL)

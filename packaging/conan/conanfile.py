@@ -25,9 +25,8 @@ class Lumeq(ConanFile):
 
     def export_sources(self):
         root = os.path.join(self.recipe_folder, "..", "..")
-        for pattern in ("CMakeLists.txt", "CHANGELOG.md", "SECURITY.md", "Common/*", "LumeqApi/*", "LumeqC/*", "LumeqLib/*",
-                        "LumeqShim/*", "Runtime/*", "bindings/*", "cmake/*", "docs/*", "include/*", "packaging/*", "samples/*",
-                        "schema/*"):
+        for pattern in ("CMakeLists.txt", "Common/*", "LumeqApi/*", "LumeqC/*", "LumeqLib/*", "LumeqShim/*", "Runtime/*",
+                        "bindings/*", "cmake/*", "include/*", "packaging/*", "samples/*", "schema/*"):
             copy(self, pattern, root, self.export_sources_folder, excludes=("*/node_modules/*", "*/target/*"))
 
     def validate(self):

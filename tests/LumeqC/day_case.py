@@ -1,5 +1,6 @@
 """The test case that plays samples/hosts/day.jsonl by a host of any language."""
 
+import os
 import re
 import shutil
 import sys
@@ -13,6 +14,9 @@ from support.host_process import HOST_SECONDS  # noqa: E402
 from support.tasks import HANDLE, without_chance  # noqa: E402
 from session_player import Conditions  # noqa: E402
 
+PACKAGE = os.environ.get("LUMEQ_PACKAGE")
+SOURCES = Path(PACKAGE, "share", "Lumeq") if PACKAGE else ROOT
+"""Has the samples, and the bindings beside them, in the source tree and in a release."""
 DAY = ROOT / "samples" / "hosts" / "day.jsonl"
 SETTINGS = ROOT / "samples" / "sessions" / "working-day.settings.xml"
 MODES = {"direct": [], "worker": ["worker"]}

@@ -2,11 +2,11 @@
 
 from pathlib import Path
 
-from day_case import ROOT, DayTestCase
+from day_case import SOURCES, DayTestCase
 from support import record
 from support.tasks import GUID, MILLISECONDS, without_chance
 
-START = ROOT / "samples" / "start"
+START = SOURCES / "samples" / "start"
 MODEL = "Tarvik 3000"
 TASK = {"_app_event_task_guid": GUID}
 

@@ -9,7 +9,7 @@ import unittest
 from pathlib import Path
 from unittest import mock
 
-from day_case import BUILD, ROOT
+from day_case import BUILD, ROOT, SOURCES
 from first_host_case import START, FirstHostTestCase
 
 MODULES = ROOT / "build" / "npm" / "node_modules"
@@ -42,16 +42,16 @@ def npm_install(module: Path) -> None:
 class NodeHost(FirstHostTestCase):
     @mock.patch.dict(os.environ, NODE_PATH=f"Z:{MODULES}")
     def test_plays_the_day(self):
-        self.assert_plays_the_day(NODE, f"Z:{ROOT}/samples/hosts/node/day.js")
+        self.assert_plays_the_day(NODE, f"Z:{SOURCES}/samples/hosts/node/day.js")
 
     @mock.patch.dict(os.environ, NODE_PATH=f"Z:{MODULES}")
     def test_prints_the_state(self):
         self.assert_prints_the_state("{ size: 40, dropped_count: 0, is_disabled: 0, choice: 2, is_paused: 0, road: 1, "
                                      "uses_worker_thread: 0, queued_calls: 0 }",
-                                     NODE, f"Z:{ROOT}/samples/hosts/node/day.js")
+                                     NODE, f"Z:{SOURCES}/samples/hosts/node/day.js")
 
     def test_first_host_leaves_its_records(self):
-        npm_install(ROOT / "bindings" / "node")
+        npm_install(SOURCES / "bindings" / "node")
         main = shutil.copy(START / "node" / "main.js", WORK)
         self.assert_leaves_its_records(NODE, f"Z:{main}")
 

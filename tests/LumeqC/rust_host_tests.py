@@ -8,8 +8,8 @@ import unittest
 from pathlib import Path
 from unittest import mock
 
-from day_case import BUILD, ROOT
-from first_host_case import START, FirstHostTestCase
+from day_case import BUILD, SOURCES
+from first_host_case import FirstHostTestCase
 
 CARGO, RUSTC = Path("/usr/bin/cargo"), Path("/usr/bin/rustc")
 TARGET = "x86_64-pc-windows-gnu"
@@ -46,29 +46,28 @@ class RustHost(FirstHostTestCase):
         (folder / "src").mkdir(parents=True, exist_ok=True)
         (folder / "Cargo.toml").write_text(
             '[package]\nname = "program"\nversion = "1.0.0"\nedition = "2021"\n[workspace]\n[dependencies]\n'
-            f'lumeq = {{ path = "{ROOT}/bindings/rust" }}\n')
+            f'lumeq = {{ path = "{SOURCES}/bindings/rust" }}\n')
         (folder / "src" / "main.rs").write_text(main)
         return folder
 
-    def built_sample(self, folder: Path, name: str) -> Path:
-        """The program of a sample, whose manifest names the crate of the source tree."""
-        sample = shutil.copytree(folder, WORK / name, dirs_exist_ok=True)
-        manifest = sample / "Cargo.toml"
-        manifest.write_text(manifest.read_text().replace("../../../bindings/rust", f"{ROOT}/bindings/rust"))
-        built = self.build(sample)
+    def built_sample(self, folder: str, name: str) -> Path:
+        """The program of a sample. Cargo writes into its folder, so it is copied, with the crate that its manifest names."""
+        copies = [shutil.copytree(SOURCES / part, WORK / "sources" / part, dirs_exist_ok=True)
+                  for part in ("bindings/rust", folder)]
+        built = self.build(copies[1])
         self.assertEqual(0, built.returncode, built.stdout)
         return WORK / TARGET / "debug" / f"{name}.exe"
 
     def test_plays_the_day(self):
-        self.assert_plays_the_day(self.built_sample(ROOT / "samples" / "hosts" / "rust", "day-rust"))
+        self.assert_plays_the_day(self.built_sample("samples/hosts/rust", "day-rust"))
 
     def test_prints_the_state(self):
         self.assert_prints_the_state("State { dropped_count: 0, is_disabled: false, choice: No, is_paused: false, "
                                      "road: Managed, uses_worker_thread: false, queued_calls: 0 }",
-                                     self.built_sample(ROOT / "samples" / "hosts" / "rust", "day-rust"))
+                                     self.built_sample("samples/hosts/rust", "day-rust"))
 
     def test_first_host_leaves_its_records(self):
-        self.assert_leaves_its_records(self.built_sample(START / "rust", "scan-studio"))
+        self.assert_leaves_its_records(self.built_sample("samples/start/rust", "scan-studio"))
 
     def test_wrong_details_and_wrong_enumeration_do_not_compile(self):
         good = "use lumeq::*; fn main() { Task::<DeviceConfig>::begin(&Context::default())" \

@@ -1,57 +1,40 @@
 """The Markdown files: every link leads somewhere, and every snippet is code that the tests run."""
 
 import re
-import sys
 import tempfile
 import unittest
 from pathlib import Path
 from unittest import mock
 
-ROOT = Path(__file__).resolve().parent.parent.parent
-sys.path.insert(0, str(ROOT / "tools"))
-import site_pages  # noqa: E402
+from links import ROOT, dead_links, site_pages
 
 COMMANDS = ("sh", "bat")
 """What a start page may show that is in no file."""
-
-
-def anchors(file: Path) -> set[str]:
-    """Of the headings, as those who show Markdown make them."""
-    found: dict[str, int] = {}
-    for line, is_text in site_pages.outside_code(file.read_text(encoding="utf-8")):
-        if is_text and re.match("#+ ", line):
-            heading = re.sub(r"\[([^\]]*)\]\([^)]*\)", r"\1", line.lstrip("#").strip())
-            slug = re.sub(r"[^\w\- ]", "", heading.lower()).replace(" ", "-")
-            found[slug] = found.get(slug, 0) + 1
-    return {slug if number == 0 else f"{slug}-{number}" for slug, times in found.items() for number in range(times)}
-
-
-def problems_of(page: Path) -> list[str]:
-    found = []
-    for link in site_pages.links(page.read_text(encoding="utf-8")):
-        target = link["target"]
-        if site_pages.is_external(target):
-            continue
-        file, anchor = site_pages.target_of(page, target)
-        if not file.exists():
-            found.append(f"{target}: no such file")
-        elif anchor and file.suffix == ".md" and anchor not in anchors(file):
-            found.append(f"{target}: no such heading")
-    return found
 
 
 class Pages(unittest.TestCase):
     def test_every_link_leads_to_a_file_and_a_heading(self):
         for page in site_pages.markdown_files():
             with self.subTest(str(page.relative_to(ROOT))):
-                self.assertEqual([], problems_of(page))
+                self.assertEqual([], dead_links(page, ROOT))
 
     def test_wrong_links_are_found(self):
         with tempfile.TemporaryDirectory() as name:
-            page = Path(name) / "page.md"
+            root = Path(name) / "project"
+            root.mkdir()
+            (root.parent / "outside.md").touch()
+            page = root / "page.md"
             page.write_text("# One thing\n[a](gone.md) [b](#one-thing) [c](page.md#other) `[d](code.md)` [e](https://x.y/z)\n"
-                            "```\n[f](code.md)\n```\n")
-            self.assertEqual(["gone.md: no such file", "page.md#other: no such heading"], problems_of(page))
+                            "```\n[f](code.md)\n```\n[g](../outside.md)\n")
+            self.assertEqual(["gone.md: no such file", "page.md#other: no such heading", "../outside.md: no such file"],
+                             dead_links(page, root))
+
+    def test_wrong_links_of_html_are_found(self):
+        with tempfile.TemporaryDirectory() as name:
+            page = Path(name) / "page.html"
+            page.write_text("<a href='gone.html'></a><a href='#here' id='here'></a><a href='page.html#other'></a>"
+                            "<a href='/'></a><a href='https://x.y/z'></a><script src='https://x.y/z.js'></script>")
+            self.assertEqual(["gone.html", "page.html#other", "/", "https://x.y/z.js"], dead_links(page, Path(name)))
 
 
 class Navigation(unittest.TestCase):

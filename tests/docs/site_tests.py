@@ -4,50 +4,19 @@ import functools
 import hashlib
 import http.server
 import json
-import re
 import shutil
 import subprocess
 import tempfile
 import threading
 import unittest
-from html.parser import HTMLParser
 from pathlib import Path
-from urllib.parse import unquote, urljoin, urlparse
 
-ROOT = Path(__file__).resolve().parent.parent.parent
+from links import ROOT, dead_links, page
+
 SITE = ROOT / "build" / "site"
 BROWSER = shutil.which("chromium")
 TOOLS = Path("/usr/bin/mkdocs").exists() and shutil.which("doxygen")
-ADDRESSES = {"a": "href", "link": "href", "script": "src", "img": "src", "iframe": "src"}
 VIEWED = ("index.html", "start/cpp.html", "headers/LumeqApi.h.html")
-
-
-class Page(HTMLParser):
-    def __init__(self, text: str):
-        super().__init__()
-        self.links: list[tuple[str, str]] = []
-        """The element and the address."""
-        self.ids: set[str] = set()
-        self.headings: list[int] = []
-        self._is_content = False
-        self.feed(text)
-
-    def handle_starttag(self, tag: str, attributes: list) -> None:
-        values = dict(attributes)
-        self.ids.add(values.get("id") or values.get("name"))
-        if tag in ADDRESSES and values.get(ADDRESSES[tag]):
-            self.links.append((tag, values[ADDRESSES[tag]]))
-        self._is_content |= tag == "article"
-        if self._is_content and re.fullmatch("h[1-6]", tag):
-            self.headings.append(int(tag[1]))
-
-    def handle_endtag(self, tag: str) -> None:
-        self._is_content &= tag != "article"
-
-
-@functools.cache
-def page(file: Path) -> Page:
-    return Page(file.read_text(encoding="utf-8"))
 
 
 @unittest.skipUnless(TOOLS, "mkdocs and doxygen are not installed: tools/setup --all")
@@ -63,17 +32,7 @@ class Site(unittest.TestCase):
     def test_every_link_leads_to_a_file_of_the_site_and_an_anchor(self):
         self.assertGreater(len(self.pages), 40)
         for file in self.pages:
-            wrong = [address for tag, address in page(file).links
-                     if not (self.leads_somewhere(file, address) or tag == "a" and address.startswith("https://"))]
-            self.assertEqual([], wrong, file.relative_to(SITE))
-
-    def leads_somewhere(self, file: Path, address: str) -> bool:
-        parts = urlparse(urljoin(file.as_uri(), address))
-        target = Path(unquote(parts.path))
-        if target.is_dir():
-            target = target / "index.html"
-        return (parts.scheme == "file" and SITE in target.parents and target.is_file()
-                and (not parts.fragment or target.suffix != ".html" or unquote(parts.fragment) in page(target).ids))
+            self.assertEqual([], dead_links(file, SITE), file.relative_to(SITE))
 
     def test_every_page_has_one_title_and_no_level_without_the_one_above(self):
         for file in self.pages:

@@ -74,7 +74,7 @@ class Papers(unittest.TestCase):
                 self.assertEqual(linked, self.listed_for(file))
 
     def test_list_names_the_theme_of_each_page_and_script(self):
-        site = PACKAGE / "share" / "doc" / "Lumeq" / "site"
+        site = PACKAGE / "share" / "doc" / "Lumeq"
         self.assertTrue((site / "index.html").exists())
         theme = {relation["spdxElementId"] for relation in self.materials["relationships"]
                  if self.packages.get(relation["relatedSpdxElement"], {}).get("name") == "Material for MkDocs"}

@@ -30,9 +30,8 @@ import third_parties  # noqa: E402
 
 ROOT = Path(__file__).resolve().parents[2]
 OUT = ROOT / "build" / "release"
-
-# A component with programs that are not for hosts has a folder of its own.
-FOLDERS = {"Samples": "samples"}
+SAMPLES = "share/Lumeq/samples"
+"""In the package. Its programs have no version."""
 
 
 @dataclass
@@ -124,26 +123,18 @@ def components(folder: Path) -> list[str]:
 def stage(made: Made, package: Path) -> None:
     """Installs all components. None may replace a file of another."""
     for component in components(made.build):
-        target = package / FOLDERS.get(component, "")
         with tempfile.TemporaryDirectory(dir=made.folder) as name:
             run("cmake", "--install", made.build, "--component", component, "--prefix", name)
             for file in archive.files_in(Path(name)):
-                place = target / file.relative_to(name)
+                place = package / file.relative_to(name)
                 if place.exists():
                     sys.exit(f"Component {component} has a second {place.relative_to(package)}")
                 place.parent.mkdir(parents=True, exist_ok=True)
                 shutil.copy(file, place)
 
 
-def add_site(made: Made, package: Path) -> None:
-    """The documentation, without what only its makers or a web server need."""
-    run(made.source / "tools" / "site", stderr=subprocess.STDOUT)
-    shutil.copytree(made.source / "build" / "site", package / third_parties.SITE,
-                    ignore=shutil.ignore_patterns("*.map", "sitemap.xml*"))
-
-
 def write_introduction(source: Source, made: Made, package: Path, with_demo_key: bool) -> None:
-    text = (made.source / "tools" / "release" / "introduction.md").read_text(encoding="utf-8")
+    text = (made.source / "tools" / "release" / "introduction.md.in").read_text(encoding="utf-8")
     key = ("the public key of the demonstration. Identifiers made with it hide nothing, so do not ship it"
            if with_demo_key else "the key of this deployment")
     for name, value in (("version", source.version), ("commit", source.commit), ("key", key)):
@@ -159,7 +150,6 @@ def make(source: Source, made: Made, arguments: argparse.Namespace, key: str) ->
     build(made, key)
     package = made.stage / source.name
     stage(made, package)
-    add_site(made, package)
     write_introduction(source, made, package, arguments.demo_key)
     parties = [*third_parties.linked_into(package, made.build), third_parties.in_the_site(package)]
     (package / "THIRD-PARTY-NOTICES.txt").write_text(third_parties.notices(parties), encoding="utf-8")
@@ -185,7 +175,7 @@ def stage_symbols(source: Source, made: Made) -> Path:
 
 def check_files(source: Source, made: Made, package: Path) -> None:
     def version_of(file: Path) -> Optional[str]:
-        return None if package / "samples" in file.parents else source.version
+        return None if package / SAMPLES in file.parents else source.version
 
     found = [f"{file.relative_to(package)} {problem}" for file in archive.files_in(package)
              if file.suffix in archive.PROGRAMS

@@ -38,7 +38,7 @@ LICENCES = {
 
 
 # Of the package.
-SITE = PurePosixPath("share/doc/Lumeq/site")
+SITE = PurePosixPath("share/doc/Lumeq")
 
 
 @dataclass
