@@ -36,13 +36,14 @@ Pipe MakePipe() {
     return pipe;
 }
 
+/// Without a console of its own, whose host could outlive a process that is ended and keep this one's output open.
 Common::UniqueKernelObject Start(std::wstring command, HANDLE output) {
     STARTUPINFOW startup{};
     startup.cb = sizeof startup;
     startup.dwFlags = STARTF_USESTDHANDLES;
     startup.hStdOutput = startup.hStdError = output;
     PROCESS_INFORMATION process{};
-    if (!CreateProcessW(nullptr, command.data(), nullptr, nullptr, TRUE, CREATE_NO_WINDOW, nullptr, nullptr,
+    if (!CreateProcessW(nullptr, command.data(), nullptr, nullptr, TRUE, DETACHED_PROCESS, nullptr, nullptr,
                         &startup, &process))
         return {};
     CloseHandle(process.hThread);
