@@ -36,7 +36,8 @@ Pipe MakePipe() {
     return pipe;
 }
 
-/// Without a console of its own, whose host could outlive a process that is ended and keep this one's output open.
+/// Without a console of its own, whose host could outlive a process that is ended and keep this one's output
+/// open.
 Common::UniqueKernelObject Start(std::wstring command, HANDLE output) {
     STARTUPINFOW startup{};
     startup.cb = sizeof startup;
