@@ -62,7 +62,9 @@ class Site(unittest.TestCase):
     @unittest.skipUnless(BROWSER, "chromium is not installed: tools/setup --all")
     def test_browser_asks_nobody_but_the_sites_own_server(self):
         handler = functools.partial(QuietHandler, directory=str(SITE))
-        with http.server.ThreadingHTTPServer(("127.0.0.1", 0), handler) as server, tempfile.TemporaryDirectory() as work:
+        # Processes of the browser may write to the folder for a moment after the first has ended.
+        with http.server.ThreadingHTTPServer(("127.0.0.1", 0), handler) as server, \
+                tempfile.TemporaryDirectory(ignore_cleanup_errors=True) as work:
             threading.Thread(target=server.serve_forever, daemon=True).start()
             origin = f"http://127.0.0.1:{server.server_port}"
             for viewed in VIEWED:

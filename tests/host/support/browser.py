@@ -24,7 +24,8 @@ class Browser:
     """Runs from entry to exit of a with statement. It has one page."""
 
     def __enter__(self) -> "Browser":
-        self._profile = tempfile.TemporaryDirectory()
+        # Its other processes may write for a moment after the first has ended.
+        self._profile = tempfile.TemporaryDirectory(ignore_cleanup_errors=True)
         to_browser, self._out = os.pipe()
         self._in, from_browser = os.pipe()
         # It reads from descriptor 3 and writes to 4, which may be ends of these pipes.
