@@ -2,7 +2,6 @@
 
 #include "Common/Paths.h"
 #include "Common/SystemHandles.h"
-#include "Common/Text.h"
 #include "Common/TrackingSwitch.h"
 #include "LumeqApi/Patterns.h"
 #include "LumeqLib/Core/Utils/SettingsPaths.h"
@@ -23,12 +22,11 @@ namespace {
 
 namespace Utils = Core::Utils;
 
-/// No value for a key that is missing or holds neither of the two words.
+/// No value for a key that is missing or holds no flag.
 std::optional<bool> FlagOf(IXMLDOMElement& root, const wchar_t* key) {
     const Utils::XmlNodePointer node = Utils::FindNode(root, key);
     const std::wstring value = node ? Utils::NodeText(*node.Get()) : std::wstring();
-    const std::wstring word = Common::ToLower(value);
-    return word == L"true" ? std::optional(true) : word == L"false" ? std::optional(false) : std::nullopt;
+    return LumeqShim::IsFlag(value) ? std::optional(LumeqShim::IsTrueFlag(value)) : std::nullopt;
 }
 
 /// In a pause, the choice is the one that its end restores.

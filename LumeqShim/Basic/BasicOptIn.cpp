@@ -39,12 +39,6 @@ bool RunOnSettings(const BasicOperation& operation, Work work, Finish finish,
 
 } // namespace
 
-bool IsTrueFlag(const std::wstring& value) { return Lumeq::Common::ToLower(value) == L"true"; }
-
-bool IsFlag(const std::wstring& value) {
-    return IsTrueFlag(value) || Lumeq::Common::ToLower(value) == L"false";
-}
-
 bool BasicGetUserOptIn(const std::wstring& key) {
     const auto read = [&key](const Settings& settings) { return settings.GetLocalSetting(key, L""); };
     const auto finish = [](std::wstring value) {

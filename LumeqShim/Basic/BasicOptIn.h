@@ -5,6 +5,8 @@
 // the operation return false. Only under the API lock.
 #pragma once
 
+#include "Common/Text.h"
+
 #include <string>
 
 namespace Zuvan::LumeqShim {
@@ -13,8 +15,10 @@ namespace Zuvan::LumeqShim {
 inline constexpr wchar_t UserOptInKey[] = L"UserOptIn";
 
 /// What a stored value means: "True", and one of the two words, in any letter case. Pure.
-bool IsTrueFlag(const std::wstring& value);
-bool IsFlag(const std::wstring& value);
+inline bool IsTrueFlag(const std::wstring& value) { return Lumeq::Common::ToLower(value) == L"true"; }
+inline bool IsFlag(const std::wstring& value) {
+    return IsTrueFlag(value) || Lumeq::Common::ToLower(value) == L"false";
+}
 
 /// Returns false for anything but "True" in any letter case.
 bool BasicGetUserOptIn(const std::wstring& key);
