@@ -31,14 +31,20 @@ private:
     std::wstring _copy;
 };
 
-/// The part of a caller's struct that both sides know; all zero for null and for a size of zero. Only whole
-/// fields count, and every struct is a multiple of eight bytes, so a size that no header ever had cuts none.
+/// How many bytes of a caller's struct both sides know. Only whole fields count, and every struct is a
+/// multiple of eight bytes, so a size that no header ever had cuts none.
+template <class Struct>
+std::size_t KnownSize(const Struct& callers) noexcept {
+    static_assert(sizeof(Struct) % 8 == 0);
+    return std::min(callers.size, sizeof(Struct)) / 8 * 8;
+}
+
+/// The part of a caller's struct that both sides know; all zero for null and for a size of zero.
 template <class Struct>
 Struct ReadStruct(const Struct* from) noexcept {
-    static_assert(sizeof(Struct) % 8 == 0);
     Struct known{};
     if (from != nullptr)
-        std::memcpy(&known, from, std::min(from->size, sizeof(Struct)) / 8 * 8);
+        std::memcpy(&known, from, KnownSize(*from));
     return known;
 }
 

@@ -1,10 +1,10 @@
 #include "LumeqC/State.h"
 
+#include "LumeqC/Arguments.h"
 #include "LumeqC/CallFrame.h"
 #include "LumeqC/Locks.h"
 #include "LumeqC/MachineState.h"
 
-#include <algorithm>
 #include <array>
 #include <cstring>
 
@@ -52,7 +52,7 @@ bool WriteState(lumeq_state* state) noexcept {
         return false;
     lumeq_state current = CurrentState();
     current.size = state->size;
-    std::memcpy(state, &current, std::min(state->size, sizeof current) / 8 * 8);
+    std::memcpy(state, &current, KnownSize(*state));
     return true;
 }
 

@@ -3,6 +3,9 @@
 
 #include <Lumeq/lumeq_test.h>
 
+static_assert(LUMEQ_TEST_OPT_IN_UNSET == int{LUMEQ_CHOICE_UNSET} &&
+              LUMEQ_TEST_OPT_IN_NO == int{LUMEQ_CHOICE_NO} && LUMEQ_TEST_OPT_IN_YES == int{LUMEQ_CHOICE_YES});
+
 namespace Zuvan::Lumeq {
 
 MachineState ReadMachineState(const wchar_t*) noexcept {

@@ -31,14 +31,14 @@ std::wstring Environment(const wchar_t* name) {
 /// As far as the doctor knows them. The masking has rules for the others.
 TextMasking MaskingFor(const Examination& examination) {
     const std::wstring token = examination.factory.TextOf(L"AuthenticationToken");
-    std::vector<std::string> secrets = {Utf8(token), Utf8(Environment(L"USERNAME")),
-                                        Utf8(Environment(L"COMPUTERNAME"))};
+    std::vector<std::string> secrets = {Utf8(token)};
     try {
         secrets.push_back(Utf8(Common::Rot13Wide(token)));
     } catch (const std::range_error&) {
         // It cannot be decoded, so nothing contains it decoded.
     }
-    return TextMasking(std::move(secrets));
+    return TextMasking(std::move(secrets),
+                       {Utf8(Environment(L"USERNAME")), Utf8(Environment(L"COMPUTERNAME"))});
 }
 
 /// The end of the file, from a line's beginning on. Files in UTF-16 become UTF-8, so that masking finds all.

@@ -81,18 +81,29 @@ std::string MaskedBy(const Rule& rule, const std::string& text) {
 
 bool IsAlphanumeric(char unit) { return std::isalnum(static_cast<unsigned char>(unit)) != 0; }
 
-/// Whole words only, because a user may be called "log".
-std::string WithoutText(const std::string& secret, const std::string& text) {
-    return Replaced(text, [wanted = Lowered(secret)](const std::string& lower, std::size_t at) -> Range {
+bool IsWord(const std::string& text, std::size_t from, std::size_t to) {
+    return (from == 0 || !IsAlphanumeric(text[from - 1])) && (to == text.size() || !IsAlphanumeric(text[to]));
+}
+
+bool IsAnything(const std::string&, std::size_t, std::size_t) { return true; }
+
+using Place = bool(const std::string& text, std::size_t from, std::size_t to);
+
+std::string Without(const std::string& wanted, Place* isMasked, const std::string& text) {
+    return Replaced(text, [&](const std::string& lower, std::size_t at) -> Range {
         for (std::size_t from = lower.find(wanted, at); from != lower.npos;
-             from = lower.find(wanted, from + 1)) {
-            const std::size_t to = from + wanted.size();
-            if ((from == 0 || !IsAlphanumeric(lower[from - 1])) &&
-                (to == lower.size() || !IsAlphanumeric(lower[to])))
-                return {from, to};
-        }
+             from = lower.find(wanted, from + 1))
+            if (isMasked(lower, from, from + wanted.size()))
+                return {from, from + wanted.size()};
         return {lower.npos, lower.npos};
     });
+}
+
+std::string WithoutAll(const std::vector<std::string>& wanted, Place* isMasked, std::string text) {
+    for (const std::string& one : wanted)
+        if (one.size() >= 3)
+            text = Without(Lowered(one), isMasked, text);
+    return text;
 }
 
 /// The call that posts is logged with the token as its last argument.
@@ -142,9 +153,7 @@ std::string TextMasking::Masked(std::string text) const {
     text = WithoutPostedTokens(text);
     for (const Rule& rule : Rules)
         text = MaskedBy(rule, text);
-    for (const std::string& secret : _secrets)
-        if (secret.size() >= 3)
-            text = WithoutText(secret, text);
+    text = WithoutAll(_names, IsWord, WithoutAll(_secrets, IsAnything, std::move(text)));
     return WithoutAddresses(WithoutHiddenParts(text));
 }
 

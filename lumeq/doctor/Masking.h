@@ -8,9 +8,10 @@ namespace Zuvan::Lumeq::Tool::Doctor {
 
 class TextMasking {
 public:
-    /// Masks each of these texts wherever it is a whole word, in any letter case; those of less than three
-    /// characters are ignored.
-    explicit TextMasking(std::vector<std::string> secrets) : _secrets(std::move(secrets)) {}
+    /// Masks the secrets anywhere and the names as whole words, because a user may be called "log"; both in
+    /// any letter case. Those of less than three characters are ignored.
+    explicit TextMasking(std::vector<std::string> secrets, std::vector<std::string> names = {})
+        : _secrets(std::move(secrets)), _names(std::move(names)) {}
 
     /// A settings file, a log or a report, in UTF-8. Masks the secrets; tokens, also those of earlier
     /// settings; GUIDs, hashes and hardware addresses; serial numbers; encoded messages; e-mail addresses;
@@ -18,7 +19,7 @@ public:
     std::string Masked(std::string text) const;
 
 private:
-    std::vector<std::string> _secrets;
+    std::vector<std::string> _secrets, _names;
 };
 
 } // namespace Zuvan::Lumeq::Tool::Doctor

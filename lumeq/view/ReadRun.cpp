@@ -85,7 +85,8 @@ Run ReadFolder(const Catalogue& catalogue, const fs::path& folder) {
                          ReadFile(folder / "companion.jsonl"), ReadFile(folder / "Lumeq.Log.txt")};
     std::vector<ViewedMessage> requests = ReadRequests(folder);
     if (files.session.empty() && files.log.empty() && requests.empty())
-        throw std::runtime_error(NameOfFile(folder) + " has neither session.jsonl nor Lumeq.Log.txt");
+        throw std::runtime_error(NameOfFile(folder) +
+                                 " has neither session.jsonl nor Lumeq.Log.txt nor request-1.http");
     Run conditions;
     AddConditions(folder, conditions);
     Run run = files.session.empty() ? RunOfLog(catalogue, files.log)

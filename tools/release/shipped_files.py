@@ -64,7 +64,7 @@ def problems_of(path: Path, version: Optional[str], places: Iterable[str] = ()) 
         found.append(f"shows the time of its build: {file.times()}")
     found += [f"shows a path of its build: {text}" for text in paths_in(file.content, [*BUILD_PLACES, *places])]
     is_double = path.parent.name == DOUBLE
-    allowed = SYSTEM | {"lumeq.dll"} if is_double else MAY_IMPORT.get(path.name, SYSTEM)
+    allowed = MAY_IMPORT.get(path.name, SYSTEM)
     found += [f"imports {library}" for library in file.imports() if library.lower() not in allowed]
     if not is_double and len(file.content) > LARGEST.get(path.name, sys.maxsize):
         found.append(f"has {len(file.content):,} bytes of {LARGEST[path.name]:,}")

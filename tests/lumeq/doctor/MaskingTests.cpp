@@ -6,8 +6,9 @@ namespace Zuvan::Lumeq::Tool::Doctor {
 
 namespace {
 
-std::string MaskedText(const std::string& text, std::vector<std::string> secrets = {}) {
-    return TextMasking(std::move(secrets)).Masked(text);
+std::string MaskedText(const std::string& text, std::vector<std::string> secrets = {},
+                       std::vector<std::string> names = {}) {
+    return TextMasking(std::move(secrets), std::move(names)).Masked(text);
 }
 
 } // namespace
@@ -22,8 +23,13 @@ TEST(TextMasking, LeavesOrdinaryTextsAlone) {
 TEST(TextMasking, MasksTheSecretsInAnyLetterCase) {
     EXPECT_EQ(MaskedText("a gbxra9 B GBXRA9, C:\\anna\\x", {"gbxra9", "Anna"}), "a *** B ***, C:\\***\\x");
     EXPECT_EQ(MaskedText("a b", {"", "b"}), "a b") << "short ones occur everywhere";
-    EXPECT_EQ(MaskedText("Log, LogLevel, Lumeq.Log.txt", {"log"}), "***, LogLevel, Lumeq.***.txt")
-        << "whole words";
+    EXPECT_EQ(MaskedText(R"({"detail":"a\tgbxra9","url":"x%20gbxra9y"})", {"gbxra9"}),
+              R"({"detail":"a\t***","url":"x%20***y"})");
+}
+
+TEST(TextMasking, MasksTheNamesAsWholeWords) {
+    EXPECT_EQ(MaskedText("Log, LogLevel, Lumeq.Log.txt", {}, {"log"}), "***, LogLevel, Lumeq.***.txt");
+    EXPECT_EQ(MaskedText("C:\\anna\\x, ANNA", {}, {"Anna", "x"}), "C:\\***\\x, ***");
 }
 
 TEST(TextMasking, MasksTokensThatItDoesNotKnow) {
